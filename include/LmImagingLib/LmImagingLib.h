@@ -1,0 +1,9 @@
+#pragma once
+
+/// Everything that the library offers.
+#include "LmImagingLib/BMPSaver.h"
+#include "LmImagingLib/PixelConverter.h"
+#include "LmImagingLib/PixelType.h"
+#include "LmImagingLib/PixelTypeFactory.h"
+#include "LmImagingLib/PixelTypeID.h"
+#include "LmImagingLib/RGBFilter.h"

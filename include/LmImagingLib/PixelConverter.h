@@ -1,0 +1,154 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+
+#include "LmBaseLib/Export.h"
+#include "LmBaseLib/Result.h"
+#include "LmImagingLib/PixelTypeID.h"
+
+namespace LmImagingLib {
+
+class RGBFilter;
+struct PixelConverterInfo;
+
+/// The bits of the flags argument of `PixelConverter::Convert`.
+namespace ConversionFlags {
+inline constexpr unsigned long kNone = 0;
+/// Interlaced sources: the second half of the buffer holds the even lines. Clear: the first half does.
+inline constexpr unsigned long kFieldOrder = 0x01;
+/// The colours of the top left 2 x 2 pixels of a Bayer mosaic, row by row. One at a time; none of them means GR.
+inline constexpr unsigned long kBayerGR = 0x10;  ///< G R / B G
+inline constexpr unsigned long kBayerGB = 0x20;  ///< G B / R G
+inline constexpr unsigned long kBayerRG = 0x40;  ///< R G / G B
+inline constexpr unsigned long kBayerBG = 0x80;  ///< B G / G R
+/// Demosaic each pixel from its 3 x 3 neighbourhood. Clear: a 2 x 2 cell makes four equal pixels.
+inline constexpr unsigned long kBilinear = 0x100;
+}  // namespace ConversionFlags
+
+/// Converts images from one pixel type to another.
+///
+/// Converters are immutable and shared: any number of threads may convert with one object at once (what a running call
+/// needs to remember lies in the calling thread). A class of your own overrides at least `ConvertLine`, and is
+/// registered with `PixelTypeFactory::RegisterPixelConverter`.
+///
+/// Nothing is checked: buffers must hold what the geometry says. `unsigned long` sizes count in 32 bits and wrap.
+class LM_EXPORT PixelConverter {
+ public:
+  /// @param sourcePixelByteSize, destinationPixelByteSize  bytes a pixel, from which the line sizes follow
+  /// @param pixelsPerStep  pixels that the line conversion groups
+  /// @param linesPerStep  lines that one `ConvertLine` reads and writes
+  PixelConverter(const PixelTypeID& source, const PixelTypeID& destination, unsigned long sourcePixelByteSize,
+                 unsigned long destinationPixelByteSize, unsigned long pixelsPerStep, unsigned long linesPerStep);
+  PixelConverter(const PixelConverter&) = delete;
+  PixelConverter& operator=(const PixelConverter&) = delete;
+  virtual ~PixelConverter();
+
+  virtual const PixelTypeID& GetSourceTypeID() const;
+  virtual const PixelTypeID& GetDestinationTypeID() const;
+  /// Bytes of a source line of `pixelCount` pixels.
+  virtual unsigned long GetSourceLineSize(unsigned long pixelCount) const;
+  virtual unsigned long GetSourcePixelByteSize() const;
+  /// Bytes of a destination line of `pixelCount` pixels, without padding. Of planar destinations: of one plane's line.
+  virtual unsigned long GetDestinationLineSize(unsigned long pixelCount) const;
+  virtual unsigned long GetDestinationPixelByteSize() const;
+  virtual unsigned long GetPixelsPerStep() const;
+  virtual unsigned long GetLinesPerStep() const;
+
+  /// Converts a line left over when the line count is no multiple of `GetLinesPerStep`.
+  /// @return `NOT_IMPLEMENTED` unless the class provides it
+  virtual LmBaseLib::Result ConvertLastLine(const void* source, void* destination, unsigned long pixelCount) const;
+
+  /// Converts an image, looking every colour value up in `filter`; otherwise as the overload without it.
+  /// @param filter  null stands for the identity; not owned, and not to be changed during the call
+  virtual LmBaseLib::Result Convert(const RGBFilter* filter, const void* source, unsigned long sourceWidth,
+                                    unsigned long sourceHeight, void* destination, unsigned long destinationWidth,
+                                    unsigned long destinationHeight, unsigned long pixelsPerLine, unsigned long lines,
+                                    unsigned long flags, unsigned long destinationPadding, void** scratch,
+                                    unsigned long* scratchSize) const;
+
+  /// Converts an image.
+  ///
+  /// An odd last line of an interlaced source is not converted. Some layouts convert whole groups of pixels and so read
+  /// and write past the end of a line: packed GEV grayscale and packed 12-bit RGB one pixel at odd counts, YUV 4:1:1 up
+  /// to two pixels at counts of 2 or 3 modulo 4. Behind the last line the buffers need that much more.
+  ///
+  /// @param sourceWidth  pixels of a source line
+  /// @param sourceHeight  lines of the source
+  /// @param destinationWidth  pixels of a destination line
+  /// @param destinationHeight  lines of the destination; places the planes of planar destinations
+  /// @param pixelsPerLine  pixels to convert in each line, at most both widths
+  /// @param lines  lines to convert
+  /// @param flags  bits of `ConversionFlags`
+  /// @param destinationPadding  bytes between the end of a destination line and the next one
+  /// @param scratch  a buffer for the intermediate image of a chained conversion, in and out: null, or one that an
+  ///   earlier call handed back; grown when too small, freed by the caller with delete[] of `unsigned char`.
+  ///   Null for a buffer of the converter's own.
+  /// @param scratchSize  the size of `*scratch` in bytes, in and out; null as `scratch`
+  /// @return `OK`, whatever the line conversions return
+  virtual LmBaseLib::Result Convert(const void* source, unsigned long sourceWidth, unsigned long sourceHeight,
+                                    void* destination, unsigned long destinationWidth, unsigned long destinationHeight,
+                                    unsigned long pixelsPerLine, unsigned long lines, unsigned long flags,
+                                    unsigned long destinationPadding, void** scratch, unsigned long* scratchSize) const;
+
+  /// Converts `GetLinesPerStep` lines. Meant to be called by `Convert`, which sets up the thread's state.
+  /// @return `NOT_IMPLEMENTED` unless the class provides it
+  virtual LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const;
+
+  /// Converts one pixel.
+  /// @return `NOT_IMPLEMENTED` unless the class provides it
+  virtual LmBaseLib::Result ConvertPixel(const void* source, void* destination) const;
+
+ private:
+  PixelConverterInfo* mInfo;
+};
+
+/// Copies images of one pixel type byte for byte. Interlaced sources come out with their lines in order.
+///
+/// A line has the size that the registered type gives it; of an unregistered id, `pixelByteSize` bytes a pixel.
+class LM_EXPORT IdentityConverter : public PixelConverter {
+ public:
+  IdentityConverter(const PixelTypeID& id, unsigned long pixelByteSize);
+  ~IdentityConverter() override;
+
+  unsigned long GetSourceLineSize(unsigned long pixelCount) const override;
+  unsigned long GetDestinationLineSize(unsigned long pixelCount) const override;
+  LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
+  LmBaseLib::Result ConvertPixel(const void* source, void* destination) const override;
+};
+
+/// Chains two converters through an intermediate image of the whole source.
+///
+/// A filter is applied in both stages. Without a scratch argument the chain uses a buffer of its own; a call that finds
+/// it in use by another thread works with one that it allocates for that call, so threads that share a chain at camera
+/// rate are better off with a scratch buffer each.
+class LM_EXPORT ComplexConverter : public PixelConverter {
+ public:
+  /// @param first, second  not owned; they must outlive the chain. The first one's destination is the second's source.
+  ComplexConverter(const PixelConverter& first, const PixelConverter& second);
+  ~ComplexConverter() override;
+
+  unsigned long GetSourceLineSize(unsigned long pixelCount) const override;
+  unsigned long GetDestinationLineSize(unsigned long pixelCount) const override;
+
+  using PixelConverter::Convert;
+  /// As `PixelConverter::Convert`; a first stage that fails ends the chain, and its result is returned.
+  LmBaseLib::Result Convert(const void* source, unsigned long sourceWidth, unsigned long sourceHeight,
+                            void* destination, unsigned long destinationWidth, unsigned long destinationHeight,
+                            unsigned long pixelsPerLine, unsigned long lines, unsigned long flags,
+                            unsigned long destinationPadding, void** scratch,
+                            unsigned long* scratchSize) const override;
+  LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
+  LmBaseLib::Result ConvertPixel(const void* source, void* destination) const override;
+
+ private:
+  class ScratchLease;
+
+  mutable unsigned char* mScratch = nullptr;
+  mutable unsigned long mScratchCapacity = 0;
+  mutable std::atomic_flag mScratchInUse = ATOMIC_FLAG_INIT;
+  const PixelConverter* mFirst;
+  const PixelConverter* mSecond;
+};
+
+}  // namespace LmImagingLib

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+
+namespace LmImagingLib {
+
+/// Names a pixel format.
+///
+/// The low 32 bits carry the fields below; the upper 32 bits are zero in every built-in id and only take part in
+/// comparisons. An id with all flags clear is the base id of its format; variants add flags or a dual-output mode
+/// (0x10001 is 8-bit grayscale, 0x210001 the same interlaced).
+using PixelTypeID = std::int64_t;
+
+/// Bits 0-15: the number of the format within its colour space.
+inline constexpr PixelTypeID kFormatNumberMask = 0x0000FFFF;
+
+/// Bits 16-18: the colour space. Values other than the three named ones are unknown colour spaces.
+inline constexpr PixelTypeID kColorSpaceMask = 0x00070000;
+inline constexpr PixelTypeID kColorSpaceGrayscale = 0x00010000;
+/// Bayer mosaics live here too: whether a type is a mosaic is told by `PixelType::IsBayerPattern`, not by its id.
+inline constexpr PixelTypeID kColorSpaceRGB = 0x00020000;
+inline constexpr PixelTypeID kColorSpaceYUV = 0x00040000;
+
+/// Bit 20: samples are scaled to the full range of their container.
+inline constexpr PixelTypeID kNormalizedFlag = 0x00100000;
+/// Bit 21: the buffer holds the two fields of the image one after the other.
+inline constexpr PixelTypeID kInterlacedFlag = 0x00200000;
+/// Bit 22: samples are packed; see `PixelType::GetBufferSizeFor`.
+inline constexpr PixelTypeID kPackedFlag = 0x00400000;
+/// Bit 23: the colour planes are stored one after the other.
+inline constexpr PixelTypeID kPlanarFlag = 0x00800000;
+
+/// Bits 24-28: how a sensor with two outputs delivers its samples. One bit at a time; combinations are no mode.
+inline constexpr PixelTypeID kDualOutputMask = 0x1F000000;
+inline constexpr PixelTypeID kDualLeftRight = 0x01000000;
+inline constexpr PixelTypeID kDualLeftRightInverted = 0x02000000;
+inline constexpr PixelTypeID kDualLeftInvertedRight = 0x04000000;
+inline constexpr PixelTypeID kDualLeftInvertedRightInverted = 0x08000000;
+inline constexpr PixelTypeID kDualLines = 0x10000000;
+
+}  // namespace LmImagingLib

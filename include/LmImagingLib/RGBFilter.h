@@ -1,0 +1,92 @@
+#pragma once
+
+#include <memory>
+
+#include "LmBaseLib/Export.h"
+#include "LmBaseLib/Result.h"
+
+namespace LmImagingLib {
+
+struct RGBFilterTables;
+
+/// One lookup table for each colour channel: white balance (a gain and an offset a channel), or any other curve.
+///
+/// A filter of b bits holds 1 << b entries a channel, 16 bits each, and beside them the first 256 entries clamped to
+/// 8 bits. Conversions reduce each channel to 8 bits and look it up in the 8-bit table of its channel; to balance
+/// a picture, use a filter of 8 bits. The 16-bit tables serve applications.
+///
+/// Copies share their tables: a change made through one is seen by all. The tables live as long as the last copy.
+///
+/// Not synchronised: do not change a filter, or a copy of it, while a conversion uses it. Any number of threads may
+/// convert with one filter that nobody changes.
+class LM_EXPORT RGBFilter {
+ public:
+  /// An identity filter of `bitSize` bits (1 to 16).
+  explicit RGBFilter(unsigned long bitSize);
+  RGBFilter(const RGBFilter& other);
+  /// Shares the tables of `other` from now on; tables that no filter shares any more are released.
+  RGBFilter& operator=(const RGBFilter& other);
+  virtual ~RGBFilter();
+
+  /// The constructor's argument, in bits.
+  virtual unsigned long GetBitSize() const;
+  /// Entries of a 16-bit table: 1 << bit size.
+  virtual unsigned long GetEntryCount() const;
+
+  /// Makes entry i of each channel min(multiplier * i + offset, entry count - 1), truncated to an integer.
+  /// @param red, green, blue  gains, 0.0 or more
+  /// @param redOffset, greenOffset, blueOffset  added after the gain, in steps of the table's own width
+  /// @return `INVALID_PARAMETER` if a gain is negative, and nothing is changed
+  virtual LmBaseLib::Result SetMultipliers(double red, double green, double blue, unsigned short redOffset,
+                                           unsigned short greenOffset, unsigned short blueOffset);
+  /// The same with offsets of 0.
+  virtual LmBaseLib::Result SetMultipliers(double red, double green, double blue);
+
+  /// Sets one entry of the red tables.
+  /// @param index, value  0 to entry count - 1
+  /// @param update  whether `IsIdentity` is brought up to date; pass false while filling a table
+  /// @return `INVALID_PARAMETER` if index or value is out of range, and nothing is changed
+  virtual LmBaseLib::Result SetRedValue(unsigned long index, unsigned short value, bool update);
+  /// Sets one entry of the green tables; as `SetRedValue`.
+  virtual LmBaseLib::Result SetGreenValue(unsigned long index, unsigned short value, bool update);
+  /// Sets one entry of the blue tables; as `SetRedValue`.
+  virtual LmBaseLib::Result SetBlueValue(unsigned long index, unsigned short value, bool update);
+
+  /// Makes every table the identity.
+  void SetIdentity();
+
+  /// Whether the filter is known to be the identity.
+  ///
+  /// Exact for 8-bit filters whose last change was made with `update`. A wider filter reads true only after
+  /// construction or `SetIdentity`: any other change, even one that restores the identity, leaves it false.
+  /// Conversions do not rely on it; they compare the 8-bit tables themselves.
+  bool IsIdentity() const;
+
+  /// Entry `index` & 0xFF of an 8-bit table.
+  unsigned char GetRedValue8(unsigned long index) const;
+  unsigned char GetGreenValue8(unsigned long index) const;
+  unsigned char GetBlueValue8(unsigned long index) const;
+
+  /// Entry `index` & (entry count - 1) of a 16-bit table.
+  unsigned short GetRedValue16(unsigned long index) const;
+  unsigned short GetGreenValue16(unsigned long index) const;
+  unsigned short GetBlueValue16(unsigned long index) const;
+
+ protected:
+  /// Recomputes what `IsIdentity` returns from the tables.
+  void UpdateIdentity();
+
+ private:
+  friend const RGBFilterTables& TablesOf(const RGBFilter& filter);
+
+  enum Channel { RED, GREEN, BLUE };
+  LmBaseLib::Result SetValue(Channel channel, unsigned long index, unsigned short value, bool update);
+
+  unsigned long mBitSize;
+  unsigned long mEntryCount;
+  unsigned long mIndexMask;
+  bool mIdentity;
+  std::shared_ptr<RGBFilterTables> mTables;
+};
+
+}  // namespace LmImagingLib

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+#include "LmBaseLib/Export.h"
+
+namespace LmUserLib {
+
+/// Facts about threads.
+class LM_EXPORT Thread {
+ public:
+  /// A number that no other running thread of this process has. It is not the operating system's thread id.
+  static std::uint32_t GetCurrentThreadID();
+};
+
+}  // namespace LmUserLib

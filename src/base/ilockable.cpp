@@ -1,0 +1,7 @@
+#include "LmBaseLib/ILockable.h"
+
+namespace LmBaseLib {
+
+ILockable::~ILockable() = default;
+
+}  // namespace LmBaseLib
