@@ -85,7 +85,7 @@ class LM_EXPORT RGBFilter {
   unsigned long mBitSize;
   unsigned long mEntryCount;
   unsigned long mIndexMask;
-  bool mIdentity;
+  bool mIdentity = true;
   std::shared_ptr<RGBFilterTables> mTables;
 };
 

@@ -38,7 +38,6 @@ RGBFilter::RGBFilter(unsigned long bitSize)
     : mBitSize(bitSize),
       mEntryCount(std::uint32_t{1} << (bitSize & 31)),
       mIndexMask(mEntryCount - 1),
-      mIdentity(true),
       mTables(std::make_shared<RGBFilterTables>(mEntryCount)) {}
 
 RGBFilter::RGBFilter(const RGBFilter& other) = default;

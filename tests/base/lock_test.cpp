@@ -44,6 +44,7 @@ TEST(Gate, KeepsThreadsApart) {
   Gate gate;
   int count = 0;
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int t = 0; t < kThreads; ++t) {
     threads.emplace_back([&] {
       for (int i = 0; i < kRounds; ++i) {
@@ -83,6 +84,7 @@ TEST(Thread, IdsAreStableAndDistinct) {
   std::vector<std::uint32_t> first(kThreads);
   std::vector<std::uint32_t> second(kThreads);
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (std::size_t t = 0; t < kThreads; ++t) {
     threads.emplace_back([&, t] {
       first[t] = LmUserLib::Thread::GetCurrentThreadID();

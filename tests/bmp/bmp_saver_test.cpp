@@ -13,7 +13,6 @@ namespace LmImagingLib {
 namespace {
 
 namespace fs = std::filesystem;
-using LmBaseLib::Result;
 using Bytes = std::vector<unsigned char>;
 
 // A directory of its own for each test, so that tests may run side by side.
