@@ -9,6 +9,7 @@
 
 namespace LmImagingLib {
 
+class PixelType;
 class RGBFilter;
 struct PixelConverterInfo;
 
@@ -115,6 +116,9 @@ class LM_EXPORT IdentityConverter : public PixelConverter {
   unsigned long GetDestinationLineSize(unsigned long pixelCount) const override;
   LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
   LmBaseLib::Result ConvertPixel(const void* source, void* destination) const override;
+
+ private:
+  mutable std::atomic<const PixelType*> mType{nullptr};
 };
 
 /// Chains two converters through an intermediate image of the whole source.
