@@ -1,0 +1,61 @@
+#include "convert/line_converter.h"
+
+#include "convert/conversion_context.h"
+
+namespace LmImagingLib {
+
+using LmBaseLib::Result;
+
+namespace {
+
+std::size_t ConvertedPixels(const Source& source, std::uint32_t pixelCount) {
+  std::size_t pixels = pixelCount;
+  if (source.groups == WholeGroups::kYuv411 && pixels % 4 != 0) --pixels;
+  if (source.groups != WholeGroups::kInside) pixels += source.groupPixels - 1;
+  return pixels - pixels % source.groupPixels;
+}
+
+constexpr std::uint32_t PixelBytes(const Source& source) {
+  return (source.groupBytes + source.groupPixels - 1) / source.groupPixels;
+}
+
+}  // namespace
+
+LineConverter::LineConverter(const Source& source, const Writer& writer, const PixelTypeID& from, const PixelTypeID& to,
+                             unsigned long shift)
+    : PixelConverter(from, to, PixelBytes(source), writer.pixelBytes, 1, 1),
+      mSource(source),
+      mWriter(writer),
+      mShift(static_cast<std::uint32_t>(shift) & 31U) {}
+
+unsigned long LineConverter::GetSourceLineSize(unsigned long pixelCount) const {
+  if (mSource.groupBytes % mSource.groupPixels == 0) return PixelConverter::GetSourceLineSize(pixelCount);
+  // Half bytes a pixel, rounded down over the line.
+  const std::uint32_t pairBytes = 2 * mSource.groupBytes / mSource.groupPixels;
+  return static_cast<std::uint32_t>(pairBytes * static_cast<std::uint32_t>(pixelCount)) >> 1;
+}
+
+Result LineConverter::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {
+  const ContextScope context;
+  const TargetLine target = TargetAt(destination, *context);
+  ConvertStrips(Steps(*context), LinesAt(source, *context),
+                ConvertedPixels(mSource, static_cast<std::uint32_t>(pixelCount)), &target, 1, 0);
+  return Result::OK;
+}
+
+StripSteps LineConverter::Steps(const ConversionContext& context) const {
+  return {mSource.decode, mSource.gray ? nullptr : context.filter, mWriter.store};
+}
+
+SourceLines LineConverter::LinesAt(const void* source, const ConversionContext& context) const {
+  const auto* const line = static_cast<const std::uint8_t*>(source);
+  if (!mSource.planar) return {{line, nullptr, nullptr}, mShift, 0};
+  const std::size_t plane = std::size_t{context.sourceLineSize} * context.sourceHeight;
+  return {{line, line + plane, line + 2 * plane}, mShift, 0};
+}
+
+TargetLine TargetAt(void* line, const ConversionContext& context) {
+  return {static_cast<std::uint8_t*>(line), std::size_t{context.destinationStride} * context.destinationHeight};
+}
+
+}  // namespace LmImagingLib

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "LmImagingLib/PixelConverter.h"
+#include "convert/strips.h"
+#include "convert/writers/writers.h"
+
+namespace LmImagingLib {
+
+struct ConversionContext;
+
+/// Which pixels of a line a source layout converts.
+enum class WholeGroups {
+  kInside,  ///< the groups that fit into the line
+  kCover,   ///< the groups that cover the line: the last one may reach past it
+  kYuv411,  ///< the groups that begin in the line, but a single pixel behind the last whole group begins none
+};
+
+/// A source layout: how its samples are decoded, and how they lie.
+struct Source {
+  DecodeKernel* decode;
+  std::uint32_t groupPixels;  ///< pixels that are stored together
+  std::uint32_t groupBytes;   ///< the bytes that they take
+  WholeGroups groups = WholeGroups::kInside;
+  bool gray = false;    ///< all channels equal, and never filtered
+  bool planar = false;  ///< three planes; a group lies in each of them
+};
+
+/// Converts line by line from a source layout to a writer's.
+class LineConverter : public PixelConverter {
+ public:
+  /// @param shift  right shift that brings a sample to 8 bits; of use to layouts of wider samples. Its low 5 bits
+  /// count.
+  LineConverter(const Source& source, const Writer& writer, const PixelTypeID& from, const PixelTypeID& to,
+                unsigned long shift);
+
+  unsigned long GetSourceLineSize(unsigned long pixelCount) const override;
+  LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
+
+ protected:
+  StripSteps Steps(const ConversionContext& context) const;
+  SourceLines LinesAt(const void* source, const ConversionContext& context) const;
+
+ private:
+  const Source& mSource;
+  const Writer& mWriter;
+  std::uint32_t mShift;
+};
+
+/// Where the pixels of a writer's line go.
+TargetLine TargetAt(void* line, const ConversionContext& context);
+
+/// A line converter as a class of its source layout and writer: the converter families are names for these.
+template <const Source& kSource, class Output>
+class LineTo : public LineConverter {
+ public:
+  LineTo(const PixelTypeID& from, const PixelTypeID& to, unsigned long shift = 0)
+      : LineConverter(kSource, Output::kWriter, from, to, shift) {}
+};
+
+}  // namespace LmImagingLib

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "simd/strip.h"
+
+namespace LmImagingLib {
+
+class RGBFilter;
+
+/// The steps of a line: decode, look up, store.
+struct StripSteps {
+  DecodeKernel* decode;
+  const RGBFilter* filter;  ///< null where the source is never filtered
+  StoreKernel* store;
+};
+
+/// Converts `count` pixels, whole groups of the source, from the beginning of `in` to pixel `first` of each target.
+/// @param targetCount  lines that receive the same pixels
+void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
+                   std::size_t targetCount, std::size_t first);
+
+/// As `ConvertStrips`, of the first `stored` pixels of a group of `decoded`.
+void ConvertPartOfGroup(const StripSteps& steps, const SourceLines& in, std::size_t decoded, std::size_t stored,
+                        const TargetLine* targets, std::size_t targetCount, std::size_t first);
+
+/// Converts `pairs` pairs of gray samples of a two-tap readout; the first samples of the pairs make the left half of
+/// the target, the second ones the right half.
+void ConvertTapStrips(const StripSteps& steps, const SourceLines& in, std::size_t pairs, const TargetLine& target,
+                      bool leftBackwards, bool rightBackwards);
+
+}  // namespace LmImagingLib

@@ -1,0 +1,20 @@
+// BGR32: the bytes blue, green, red, 0.
+#include "simd/loops.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+struct Writer {
+  static constexpr std::size_t kBytes = 4;
+  static void Pixel(Rgb pixel, std::uint8_t* to) {
+    to[0] = pixel.b;
+    to[1] = pixel.g;
+    to[2] = pixel.r;
+    to[3] = 0;
+  }
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_WRITER(StoreBGR32, StorePixels<Writer>)

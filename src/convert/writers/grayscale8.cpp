@@ -1,0 +1,15 @@
+// Grayscale8: one byte a pixel.
+#include "simd/loops.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+struct Writer {
+  static constexpr std::size_t kBytes = 1;
+  static void Pixel(Rgb pixel, std::uint8_t* to) { to[0] = pixel.r; }
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_WRITER(StoreGrayscale8, StorePixels<Writer>)

@@ -1,0 +1,18 @@
+// Planar24: three planes of one byte a pixel: red, green, blue.
+#include "simd/loops.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+// memmove: a planar source converted in place hands its own planes in.
+void StorePlanes(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first) {
+  std::uint8_t* to = out.line + first;
+  std::memmove(to, in.red, count);
+  std::memmove(to + out.planeSize, in.green, count);
+  std::memmove(to + 2 * out.planeSize, in.blue, count);
+}
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_WRITER(StorePlanar24, StorePlanes)

@@ -1,0 +1,19 @@
+// RGB24: the bytes red, green, blue.
+#include "simd/loops.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+struct Writer {
+  static constexpr std::size_t kBytes = 3;
+  static void Pixel(Rgb pixel, std::uint8_t* to) {
+    to[0] = pixel.r;
+    to[1] = pixel.g;
+    to[2] = pixel.b;
+  }
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_WRITER(StoreRGB24, StorePixels<Writer>)

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "LmImagingLib/PixelConverter.h"
+#include "convert/strips.h"
+#include "convert/writers/writers.h"
+
+namespace LmImagingLib {
+
+struct ConversionContext;
+
+/// The kernels of a mosaic's sample width.
+struct BayerSource {
+  DecodeKernel* block;
+  DecodeKernel* bilinear;
+  std::uint32_t sampleBytes;
+};
+
+/// Turns a colour mosaic into colour, two lines at a time.
+///
+/// The layout of the mosaic and the method come with the flags of the conversion. The bilinear method leaves the first
+/// and the last pair of lines to the block method. A class that derives from this one may replace either method.
+class BayerConverter : public PixelConverter {
+ public:
+  BayerConverter(const BayerSource& source, const Writer& writer, const PixelTypeID& from, const PixelTypeID& to,
+                 unsigned long shift);
+
+  unsigned long GetLinesPerStep() const override;
+  /// Converts the last line of an image of odd height from the cells that it makes with the line above.
+  /// @return `NOT_IMPLEMENTED` where no line lies above
+  LmBaseLib::Result ConvertLastLine(const void* source, void* destination, unsigned long pixelCount) const override;
+  LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
+
+  /// The block method: each 2 x 2 cell makes four equal pixels. The last column of an odd line repeats the colour of
+  /// the cell that ends with it. A line of one pixel has no cell and stays.
+  virtual LmBaseLib::Result DemosaicBlock(const void* source, void* destination, unsigned long pixelCount) const;
+  /// The bilinear method: each pixel from its 3 x 3 neighbourhood. The outer columns are made by the block method's
+  /// rule from the cell that starts the line, and from those that end with the pixel.
+  virtual LmBaseLib::Result DemosaicBilinear(const void* source, void* destination, unsigned long pixelCount) const;
+
+ private:
+  SourceLines CellsAt(const ConversionContext& context, const void* source, std::size_t column) const;
+  void ConvertCell(const ConversionContext& context, const void* source, std::size_t column, const TargetLine* targets,
+                   std::size_t targetCount, std::size_t first) const;
+
+  const BayerSource& mSource;
+  const Writer& mWriter;
+  std::uint32_t mShift;
+};
+
+namespace scalar {
+DecodeKernel BayerBlock8, BayerBlock16, BayerBilinear8, BayerBilinear16;
+}  // namespace scalar
+
+inline constexpr BayerSource kBayer8{scalar::BayerBlock8, scalar::BayerBilinear8, 1};
+inline constexpr BayerSource kBayer16{scalar::BayerBlock16, scalar::BayerBilinear16, 2};
+
+/// A Bayer converter as a class of its sample type, `unsigned char` or `unsigned short`, and writer.
+template <class Sample, class Output>
+class BayerTo : public BayerConverter {
+ public:
+  BayerTo(const PixelTypeID& from, const PixelTypeID& to, unsigned long shift)
+      : BayerConverter(sizeof(Sample) == 1 ? kBayer8 : kBayer16, Output::kWriter, from, to, shift) {}
+};
+
+}  // namespace LmImagingLib

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace LmImagingLib {
+
+/// Pixels that a strip holds: a multiple of every group of pixels, and few enough for the first-level cache.
+inline constexpr std::size_t kStripPixels = 512;
+
+/// Room for a piece of a line as three planar channels: what a source layout, the lookup and a writer hand each other.
+struct Strip {
+  alignas(64) std::uint8_t red[kStripPixels];
+  alignas(64) std::uint8_t green[kStripPixels];
+  alignas(64) std::uint8_t blue[kStripPixels];
+};
+
+/// Where the channels of some pixels lie: in a strip, or in the source itself where it holds them as plain bytes.
+/// Of a gray source all three are the same.
+struct Channels {
+  const std::uint8_t* red;
+  const std::uint8_t* green;
+  const std::uint8_t* blue;
+};
+
+/// What a source layout reads.
+struct SourceLines {
+  const std::uint8_t* line[3];  ///< as many lines, or planes, as the layout needs
+  std::uint32_t shift;          ///< right shift that brings a sample to 8 bits
+  std::uint32_t cell;           ///< Bayer cell code of the first pixel
+};
+
+/// What a writer fills.
+struct TargetLine {
+  std::uint8_t* line;
+  std::size_t planeSize;  ///< bytes from one plane to the next; of use to planar writers
+};
+
+/// The 8-bit tables of a filter, 256 entries each.
+struct LookupTables {
+  const std::uint8_t* red;
+  const std::uint8_t* green;
+  const std::uint8_t* blue;
+};
+
+/// Brings `count` pixels from pixel `first` on (whole groups both) to 8 bits a channel, into the strip unless the
+/// source already holds them so. Reads the bytes of these pixels and no others.
+using DecodeKernel = Channels(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip);
+
+/// Replaces each channel value by its entry in the channel's 8-bit table; `in` may lie in the strip.
+using LookupKernel = Channels(const LookupTables& tables, const Channels& in, std::size_t count, Strip& strip);
+
+/// Stores `count` pixels at pixel `first` of the target, and touches no other byte.
+using StoreKernel = void(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first);
+
+/// Parts the samples of a two-tap readout, which come in pairs of left and right, into the order of the line.
+/// `left` and `right` receive `pairs` samples each, the last one first where the tap reads backwards.
+using SplitTapsKernel = void(const std::uint8_t* samples, std::size_t pairs, bool leftBackwards, bool rightBackwards,
+                             std::uint8_t* left, std::uint8_t* right);
+
+/// Reorders a whole line.
+using ReorderKernel = void(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels);
+
+}  // namespace LmImagingLib
