@@ -90,6 +90,8 @@ class LM_EXPORT PixelTypeFactory {
   static bool EnumConverterFrom(unsigned long index, const PixelTypeID& to, PixelTypeID& from);
 
  private:
+  static PixelTypeFactoryInternal* Internal();
+
   static PixelTypeFactoryInternal* sInternal;
 };
 
