@@ -1,0 +1,198 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstring>
+
+#include "LmImagingLib/PixelTypeFactory.h"
+#include "model/frame.h"
+#include "model/guarded_buffer.h"
+
+// Every registered pair against the plain model: whole buffers, between inaccessible pages.
+
+namespace LmImagingLib {
+namespace {
+
+using model::Frame;
+using model::Random;
+
+std::set<model::Pair> RegisteredPairs() {
+  std::set<model::Pair> pairs;
+  PixelTypeID from = 0;
+  PixelTypeID to = 0;
+  for (unsigned long i = 0; PixelTypeFactory::EnumConverters(i, from, to); ++i) pairs.emplace(from, to);
+  return pairs;
+}
+
+std::vector<model::Pair> Missing(const std::set<model::Pair>& from, const std::set<model::Pair>& in) {
+  std::vector<model::Pair> pairs;
+  std::set_difference(in.begin(), in.end(), from.begin(), from.end(), std::back_inserter(pairs));
+  return pairs;
+}
+
+/// Null, the identity, gains, or noise, in tables of 8 or more bits.
+class Filters {
+ public:
+  explicit Filters(Random& random) : mFilters{RGBFilter(8), RGBFilter(8), RGBFilter(12), RGBFilter(8), RGBFilter(10)} {
+    mFilters[1].SetMultipliers(1.6, 1.0, 0.25, 0, 7, 100);
+    mFilters[2].SetMultipliers(1.0, 2.0, 1.09);
+    // Written without bringing the identity flag up to date, which a conversion must not trust.
+    for (unsigned long i = 0; i < 256; ++i) {
+      for (RGBFilter* filter : {&mFilters[3], &mFilters[4]}) {
+        filter->SetRedValue(i, static_cast<unsigned short>(random() % filter->GetEntryCount()), false);
+        filter->SetGreenValue(i, static_cast<unsigned short>(random() % filter->GetEntryCount()), false);
+        filter->SetBlueValue(i, static_cast<unsigned short>(random() % filter->GetEntryCount()), false);
+      }
+    }
+    for (std::size_t k = 0; k < kCount; ++k) {
+      for (unsigned i = 0; i < 256; ++i) {
+        mTables[k].red[i] = mFilters[k].GetRedValue8(i);
+        mTables[k].green[i] = mFilters[k].GetGreenValue8(i);
+        mTables[k].blue[i] = mFilters[k].GetBlueValue8(i);
+      }
+    }
+  }
+
+  /// The tables of a filter, or null.
+  const model::Filter* Pick(Random& random) const {
+    const std::size_t k = random() % (kCount + 1);
+    return k < kCount ? &mTables[k] : nullptr;
+  }
+  const RGBFilter* FilterOf(const model::Filter* tables) const {
+    return tables != nullptr ? &mFilters[static_cast<std::size_t>(tables - mTables)] : nullptr;
+  }
+
+ private:
+  static constexpr std::size_t kCount = 5;
+  RGBFilter mFilters[kCount];
+  model::Filter mTables[kCount];
+};
+
+/// Tells which conversion ran when a byte too many was touched.
+class FaultReporter {
+ public:
+  FaultReporter() { mPrevious = std::signal(SIGSEGV, Report); }
+  ~FaultReporter() { std::signal(SIGSEGV, mPrevious); }
+
+  static void SetRunning(const std::string& what) { std::strncpy(sRunning, what.c_str(), sizeof sRunning - 1); }
+
+ private:
+  static void Report(int signal) {
+    const char text[] = "\naccess outside the buffers: ";
+    if (write(STDERR_FILENO, text, sizeof text - 1) < 0 || write(STDERR_FILENO, sRunning, std::strlen(sRunning)) < 0) {
+      _exit(1);
+    }
+    std::signal(signal, SIG_DFL);
+  }
+
+  static char sRunning[512];
+  void (*mPrevious)(int);
+};
+char FaultReporter::sRunning[512];
+
+model::Call MakeCall(std::uint32_t width, const Filters& filters, Random& random) {
+  model::Call call{};
+  call.pixelsPerLine = width;
+  call.lines = random() % 7;
+  call.sourceWidth = width + model::OneOf(random, {0, 0, 0, 1, 3});
+  call.sourceHeight = call.lines + model::OneOf(random, {0, 0, 1, 2});
+  call.destinationWidth = width + model::OneOf(random, {0, 0, 0, 1, 6});
+  // A plane of one line is too short for what lands past the end of it: the next plane begins there, and which of the
+  // two bytes stays is nobody's business.
+  call.destinationHeight = std::max(2u, call.lines + model::OneOf(random, {0, 0, 1}));
+  call.padding = model::OneOf(random, {0, 0, 1, 2, 7, 64});
+  call.flags = model::OneOf(random, {0, 0x10, 0x20, 0x40, 0x80, 0xC0}) | model::OneOf(random, {0, 0x100}) |
+               model::OneOf(random, {0, 1});
+  call.filter = filters.Pick(random);
+  return call;
+}
+
+class AllPairs : public testing::Test {
+ protected:
+  /// Converts the frame between inaccessible pages and compares all that may have changed.
+  bool Check(const Frame& frame, Random& random) {
+    const PixelConverter* converter = PixelTypeFactory::FindConverter(frame.from, frame.to);
+    const auto side = random() % 4 == 0 ? GuardedBuffer::Against::BEGIN : GuardedBuffer::Against::END;
+    std::uint8_t* source = Fill(mSource, frame.source, side);
+    std::uint8_t* destination = Fill(mDestination, frame.untouched, side);
+    // What the intermediate image does not hold shows in the result, unless it is the test's own buffer.
+    enum { OURS, NONE_YET, THE_CONVERTERS } kind = OURS;
+    if (frame.deterministic && random() % 2 == 0) kind = random() % 4 == 0 ? NONE_YET : THE_CONVERTERS;
+    void* scratch = kind == OURS ? Fill(mIntermediate, frame.intermediate, GuardedBuffer::Against::END) : nullptr;
+    unsigned long scratchSize = kind == OURS ? frame.intermediateSize : 0;
+
+    FaultReporter::SetRunning(frame.Describe());
+    const auto result = model::ConvertWithLibrary(*converter, frame.call, mFilters.FilterOf(frame.call.filter), source,
+                                                  destination, kind == THE_CONVERTERS ? nullptr : &scratch,
+                                                  kind == THE_CONVERTERS ? nullptr : &scratchSize);
+    EXPECT_EQ(result.GetCode(), 0) << frame.Describe();
+    if (kind == NONE_YET) {
+      EXPECT_EQ(scratchSize, frame.intermediateSize) << frame.Describe();
+      delete[] static_cast<unsigned char*>(scratch);
+    }
+
+    std::vector<std::uint8_t> expected = frame.expected;
+    if (side == GuardedBuffer::Against::BEGIN) {
+      expected.resize(std::min(mDestination.Capacity(), expected.size() + kSlack), kBlank);
+    }
+    const std::size_t at = model::FirstDifference(destination, expected);
+    if (at == expected.size()) return true;
+    ADD_FAILURE() << frame.Describe() << ": byte " << at << " of " << frame.expected.size() << " is "
+                  << unsigned{destination[at]} << ", expected " << unsigned{expected[at]};
+    return false;
+  }
+
+  Random mRandom{20061};
+  Filters mFilters{mRandom};
+
+ private:
+  static constexpr std::size_t kSlack = 256;
+  static constexpr std::uint8_t kBlank = 0x3C;
+
+  static std::uint8_t* Fill(const GuardedBuffer& buffer, const std::vector<std::uint8_t>& content,
+                            GuardedBuffer::Against side) {
+    std::uint8_t* begin = buffer.Place(content.size(), side);
+    std::copy(content.begin(), content.end(), begin);
+    if (side == GuardedBuffer::Against::BEGIN) {
+      std::fill_n(begin + content.size(), std::min(buffer.Capacity() - content.size(), kSlack), kBlank);
+    }
+    return begin;
+  }
+
+  FaultReporter mReporter;
+  GuardedBuffer mSource{1 << 18};
+  GuardedBuffer mDestination{1 << 18};
+  GuardedBuffer mIntermediate{1 << 18};
+};
+
+TEST_F(AllPairs, AreTheOnesOfTheTable) {
+  const std::set<model::Pair> registered = RegisteredPairs();
+  const std::set<model::Pair> expected = model::AllPairs();
+  EXPECT_EQ(Missing(registered, expected), std::vector<model::Pair>{}) << "not registered";
+  EXPECT_EQ(Missing(expected, registered), std::vector<model::Pair>{}) << "not in the table";
+
+  const auto identities =
+      std::count_if(registered.begin(), registered.end(), [](const auto& pair) { return pair.first == pair.second; });
+  const auto grayAndBayer = std::count_if(registered.begin(), registered.end(), [](const auto& pair) {
+    return pair.first != pair.second && model::SourceOf(pair.first).family != model::Family::COLOR;
+  });
+  EXPECT_EQ(identities, 155);
+  EXPECT_EQ(grayAndBayer, 1753);
+  EXPECT_EQ(registered.size(), 155u + 2364u);
+}
+
+// Around the vector widths of all instruction sets and around the 512 pixels that are converted in one go.
+TEST_F(AllPairs, ConvertLikeTheModel) {
+  const std::uint32_t widths[] = {0,   1,   2,   3,   4,   5,   6,   7,   8,   9,    15,   16,   17,
+                                  31,  32,  33,  47,  48,  63,  64,  65,  66,  95,   127,  128,  129,
+                                  130, 255, 257, 510, 511, 512, 513, 514, 515, 1023, 1024, 1025, 1027};
+  for (const auto& [from, to] : RegisteredPairs()) {
+    for (const std::uint32_t width : widths) {
+      const Frame frame = model::MakeFrame(from, to, MakeCall(width, mFilters, mRandom), mRandom);
+      if (!Check(frame, mRandom)) break;  // one report a pair
+    }
+  }
+}
+
+}  // namespace
+}  // namespace LmImagingLib

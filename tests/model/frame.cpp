@@ -1,0 +1,81 @@
+#include "model/frame.h"
+
+#include <algorithm>
+#include <sstream>
+
+#include "model/convert.h"
+#include "model/kernels.h"
+
+namespace model {
+namespace {
+
+constexpr std::uint8_t kUntouched = 0xA5;
+
+/// Noise; in one frame of four mostly black and white, where clamping shows. The little-endian words of formats that
+/// leave the bits above the sample open stay within its width.
+std::vector<std::uint8_t> MakeSamples(std::size_t size, const Stage& reader, Random& random) {
+  std::vector<std::uint8_t> samples(size);
+  const bool extreme = random() % 4 == 0;
+  for (std::uint8_t& sample : samples) {
+    const std::uint32_t bits = random();
+    sample = static_cast<std::uint8_t>(!extreme || bits % 8 == 0 ? bits >> 8 : bits % 2 == 0 ? 0 : 0xFF);
+  }
+  if (reader.kernel == YUV10 || reader.kernel == Bayer16) {
+    for (std::size_t i = 1; i < size; i += 2) samples[i] &= static_cast<std::uint8_t>((1u << reader.shift) - 1);
+  }
+  return samples;
+}
+
+std::vector<std::uint8_t> Cut(const std::vector<std::uint8_t>& content, std::size_t size) {
+  return {content.begin(), content.begin() + static_cast<std::ptrdiff_t>(size)};
+}
+
+}  // namespace
+
+std::uint32_t OneOf(Random& random, std::initializer_list<std::uint32_t> choices) {
+  return choices.begin()[random() % choices.size()];
+}
+
+std::string Frame::Describe() const {
+  std::ostringstream text;
+  text << std::hex << "0x" << from << " to 0x" << to << std::dec << ", source " << call.sourceWidth << " x "
+       << call.sourceHeight << ", destination " << call.destinationWidth << " x " << call.destinationHeight << " + "
+       << call.padding << " bytes, " << call.pixelsPerLine << " pixels of " << call.lines << " lines, flags 0x"
+       << std::hex << call.flags << (call.filter != nullptr ? ", filtered" : "");
+  return text.str();
+}
+
+Frame MakeFrame(Id from, Id to, const Call& call, Random& random) {
+  const Route route = RouteOf(from, to);
+  const std::size_t room = 8u * (call.sourceWidth + 8) * (call.sourceHeight + 2);
+  const std::size_t destinationRoom =
+      3 * (8u * (call.destinationWidth + 8) + call.padding) * (call.destinationHeight + 2);
+  Bytes source(MakeSamples(room, route.first, random));
+  Bytes destination(std::vector<std::uint8_t>(destinationRoom, kUntouched));
+  Bytes intermediate(std::vector<std::uint8_t>(route.second ? room : 0, kUntouched));
+  Convert(route, call, source, destination, intermediate);
+
+  Frame frame{from, to, call, {}, {}, {}, {}, IntermediateSize(route, call)};
+  frame.source = Cut(source.Content(), source.Extent());
+  frame.expected = Cut(destination.Content(), destination.Extent());
+  frame.untouched.assign(frame.expected.size(), kUntouched);
+  frame.intermediate.assign(std::max(intermediate.Extent(), frame.intermediateSize), kUntouched);
+  // Odd tails and odd fields of a first stage leave bytes of the intermediate image as they were.
+  frame.deterministic = call.sourceWidth % 4 == 0 && (!route.first.interlaced || call.sourceHeight % 2 == 0);
+  return frame;
+}
+
+LmBaseLib::Result ConvertWithLibrary(const LmImagingLib::PixelConverter& converter, const Call& call,
+                                     const LmImagingLib::RGBFilter* filter, const void* source, void* destination,
+                                     void** scratch, unsigned long* scratchSize) {
+  return converter.Convert(filter, source, call.sourceWidth, call.sourceHeight, destination, call.destinationWidth,
+                           call.destinationHeight, call.pixelsPerLine, call.lines, call.flags, call.padding, scratch,
+                           scratchSize);
+}
+
+std::size_t FirstDifference(const std::uint8_t* actual, const std::vector<std::uint8_t>& expected) {
+  const auto end = actual + expected.size();
+  return static_cast<std::size_t>(std::mismatch(actual, end, expected.begin()).first - actual);
+}
+
+}  // namespace model

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "LmImagingLib/PixelConverter.h"
+#include "LmImagingLib/RGBFilter.h"
+#include "model/catalogue.h"
+#include "model/line.h"
+
+namespace model {
+
+/// Noise that is the same everywhere.
+class Random {
+ public:
+  explicit Random(std::uint32_t seed) : mState(seed) {}
+  std::uint32_t operator()() {
+    mState = mState * 6364136223846793005u + 1442695040888963407u;
+    return static_cast<std::uint32_t>(mState >> 33);
+  }
+
+ private:
+  std::uint64_t mState;
+};
+
+/// A number from `choices`, each as likely as the others.
+std::uint32_t OneOf(Random& random, std::initializer_list<std::uint32_t> choices);
+
+/// One conversion with all it needs and all it must give.
+struct Frame {
+  Id from, to;
+  Call call;
+  std::vector<std::uint8_t> source;        ///< exactly what may be read
+  std::vector<std::uint8_t> untouched;     ///< the destination before, exactly as far as it is written
+  std::vector<std::uint8_t> expected;      ///< and after
+  std::vector<std::uint8_t> intermediate;  ///< of a chain: the buffer before
+  std::size_t intermediateSize = 0;        ///< of a chain: its size as the chain reports it
+  bool deterministic = true;               ///< the intermediate image is written in full, whatever it held before
+
+  /// The pair, the geometry and the flags.
+  std::string Describe() const;
+};
+
+/// Makes samples for the call and lets the model convert them.
+Frame MakeFrame(Id from, Id to, const Call& call, Random& random);
+
+/// Converts with the library; the buffers are the frame's or of the same sizes.
+LmBaseLib::Result ConvertWithLibrary(const LmImagingLib::PixelConverter& converter, const Call& call,
+                                     const LmImagingLib::RGBFilter* filter, const void* source, void* destination,
+                                     void** scratch, unsigned long* scratchSize);
+
+/// The index of the first byte that differs, or the size.
+std::size_t FirstDifference(const std::uint8_t* actual, const std::vector<std::uint8_t>& expected);
+
+}  // namespace model

@@ -1,0 +1,65 @@
+#include "model/kernels.h"
+
+namespace model {
+namespace {
+
+std::ptrdiff_t At(std::size_t i) { return static_cast<std::ptrdiff_t>(i); }
+
+/// Stores sample j of the line: in its place, or where the two taps put it (even samples are the left tap's).
+void StoreTapped(Line& line, std::size_t j, std::size_t evenPixels, unsigned sample) {
+  const auto [left, right] = std::pair(line.stage.left, line.stage.right);
+  std::size_t i = j;
+  if (left != 0) {
+    const std::size_t half = evenPixels / 2;
+    const std::size_t step = j / 2;
+    if (j % 2 == 0) {
+      i = left > 0 ? step : half - 1 - step;
+    } else {
+      i = right > 0 ? half + step : evenPixels - 1 - step;
+    }
+  }
+  line.StoreGray(i, sample >> line.stage.shift);
+}
+
+template <typename ReadSample>
+void ConvertSamples(Line& line, ReadSample readSample) {
+  const std::size_t even = line.pixels / 2 * 2;
+  const std::size_t count = line.stage.left != 0 ? even : line.pixels;
+  for (std::size_t j = 0; j < count; ++j) StoreTapped(line, j, even, readSample(j));
+}
+
+}  // namespace
+
+void Gray8(Line& line) {
+  ConvertSamples(line, [&](std::size_t j) { return line.Read8(At(j)); });
+}
+
+void Gray16(Line& line) {
+  ConvertSamples(line, [&](std::size_t j) { return line.Read16(At(2 * j)); });
+}
+
+void Gray8Signed(Line& line) {
+  for (std::size_t i = 0; i < line.pixels; ++i) line.StoreGray(i, line.Read8(At(i)) ^ 0x80);
+}
+
+// An odd last pixel has a whole group, of which the second pixel lands past the end of the line.
+void GrayPackedGEV(Line& line) {
+  for (std::size_t i = 0; i < line.pixels; i += 2) {
+    const std::uint8_t* group = line.Read(At(i / 2 * 3), 3);
+    line.StoreGray(i, group[0]);
+    line.StoreGray(i + 1, group[2]);
+  }
+}
+
+// An odd last pixel is left alone.
+void GrayPacked(Line& line) {
+  const std::size_t even = line.pixels / 2 * 2;
+  for (std::size_t j = 0; j < even; j += 2) {
+    const std::uint8_t* group = line.Read(At(j / 2 * 3), 3);
+    const unsigned bits = group[0] | unsigned{group[1]} << 8 | unsigned{group[2]} << 16;
+    StoreTapped(line, j, even, bits & 0xFFF);
+    StoreTapped(line, j + 1, even, bits >> 12);
+  }
+}
+
+}  // namespace model

@@ -1,0 +1,103 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "model/bytes.h"
+
+namespace model {
+
+/// The three 8-bit lookup tables of a filter.
+struct Filter {
+  std::array<std::uint8_t, 256> red, green, blue;
+};
+
+/// The arguments of a conversion, buffers aside.
+struct Call {
+  std::uint32_t sourceWidth, sourceHeight;
+  std::uint32_t destinationWidth, destinationHeight;
+  std::uint32_t pixelsPerLine, lines;
+  std::uint32_t flags;
+  std::uint32_t padding;
+  const Filter* filter;  ///< null: the identity
+};
+
+struct Color {
+  unsigned red, green, blue;
+};
+
+enum class Writer { RGB16, RGB24, BGR24, RGB32, BGR32, PLANAR24, GRAY8, GRAY10, GRAY12, GRAY14, GRAY16 };
+
+class Line;
+using Kernel = void (*)(Line&);
+
+/// One converter: what its lines are read with, and how pixels are stored.
+struct Stage {
+  Kernel kernel = nullptr;
+  unsigned sourceHalfBytes = 0;  ///< half bytes a source pixel; a line takes the whole bytes of its sum
+  unsigned destinationPixelBytes = 0;
+  Writer writer = Writer::RGB24;
+  unsigned shift = 0;
+  int left = 0, right = 0;  ///< directions of the two taps, both 0 for one tap
+  bool interlaced = false;
+  bool copiesPairs = false;  ///< a packed type's own copy: lines are rounded up to whole pairs of pixels
+
+  std::size_t SourceLineSize(std::size_t pixels) const;
+  std::size_t DestinationLineSize(std::size_t pixels) const;
+};
+
+/// One line (of a mosaic: two) under conversion.
+class Line {
+ public:
+  Line(const Stage& theStage, const Call& theCall, Bytes& source, Bytes& destination)
+      : stage(theStage),
+        call(theCall),
+        pixels(call.pixelsPerLine),
+        sourceLineSize(stage.SourceLineSize(call.sourceWidth)),
+        stride(stage.DestinationLineSize(call.destinationWidth) + call.padding),
+        mSource(source),
+        mDestination(destination) {}
+
+  /// Calls the kernel for the line with this index, found at these offsets.
+  void Convert(std::size_t lineIndex, std::size_t source, std::size_t destination, bool isLast = false) {
+    index = lineIndex;
+    last = isLast;
+    mSourceOffset = source;
+    mDestinationOffset = destination;
+    stage.kernel(*this);
+  }
+
+  const Stage& stage;
+  const Call& call;
+  const std::size_t pixels;
+  const std::size_t sourceLineSize;
+  const std::size_t stride;
+  std::size_t index = 0;
+  bool last = false;  ///< a single line left over of lines that go in pairs
+
+  /// Source bytes, counted from the start of the line; a line above has a negative offset.
+  const std::uint8_t* Read(std::ptrdiff_t offset, std::size_t count) {
+    return mSource.Read(mSourceOffset + static_cast<std::size_t>(offset), count);
+  }
+  unsigned Read8(std::ptrdiff_t offset) { return *Read(offset, 1); }
+  unsigned Read16(std::ptrdiff_t offset) {
+    const std::uint8_t* word = Read(offset, 2);
+    return word[0] | unsigned{word[1]} << 8;
+  }
+  void WriteByte(std::size_t offset, unsigned value) { mDestination.Write(mDestinationOffset + offset, value); }
+
+  /// Stores pixel i of the destination line `row` lines below.
+  void Store(std::size_t i, Color color, std::size_t row = 0);
+  void StoreGray(std::size_t i, unsigned value) { Store(i, {value & 0xFF, value & 0xFF, value & 0xFF}); }
+  /// The same after the filter's lookup.
+  void StoreFiltered(std::size_t i, Color color, std::size_t row = 0);
+
+ private:
+  Bytes& mSource;
+  Bytes& mDestination;
+  std::size_t mSourceOffset = 0;
+  std::size_t mDestinationOffset = 0;
+};
+
+}  // namespace model

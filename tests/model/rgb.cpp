@@ -1,0 +1,85 @@
+#include "model/groups.h"
+#include "model/kernels.h"
+
+namespace model {
+namespace {
+
+using Group = const std::uint8_t*;
+
+/// Bits lowest to lowest + count - 1 of a little-endian number.
+unsigned Bits(Group g, unsigned lowest, unsigned count) {
+  unsigned value = 0;
+  for (unsigned i = 0; i < count; ++i) {
+    const unsigned bit = lowest + i;
+    value |= (g[bit / 8] >> bit % 8 & 1u) << i;
+  }
+  return value;
+}
+
+void ConvertWords(Line& line, std::size_t words, std::size_t red, std::size_t blue) {
+  ConvertGroups(line, line.pixels, 1, 2 * words, [&](Group g, std::size_t) {
+    const auto sample = [&](std::size_t word) { return Bits(g + 2 * word, 0, 16) >> line.stage.shift & 0xFF; };
+    return Color{sample(red), sample(1), sample(blue)};
+  });
+}
+
+void ConvertPlanes(Line& line, std::size_t sampleBytes) {
+  const std::size_t plane = line.sourceLineSize * line.call.sourceHeight;
+  for (std::size_t i = 0; i < line.pixels; ++i) {
+    const auto sample = [&](std::size_t k) {
+      const auto at = static_cast<std::ptrdiff_t>(k * plane + i * sampleBytes);
+      return (sampleBytes == 1 ? line.Read8(at) : line.Read16(at)) >> line.stage.shift & 0xFF;
+    };
+    line.StoreFiltered(i, {sample(0), sample(1), sample(2)});
+  }
+}
+
+}  // namespace
+
+void RGB24(Line& line) {
+  ConvertGroups(line, line.pixels, 1, 3, [](Group g, std::size_t) { return Color{g[0], g[1], g[2]}; });
+}
+
+void BGR24(Line& line) {
+  ConvertGroups(line, line.pixels, 1, 3, [](Group g, std::size_t) { return Color{g[2], g[1], g[0]}; });
+}
+
+void RGB32(Line& line) {
+  ConvertGroups(line, line.pixels, 1, 4, [](Group g, std::size_t) { return Color{g[0], g[1], g[2]}; });
+}
+
+void BGR32(Line& line) {
+  ConvertGroups(line, line.pixels, 1, 4, [](Group g, std::size_t) { return Color{g[2], g[1], g[0]}; });
+}
+
+// Fields go to the top of the byte; nothing is replicated below them.
+void RGB16(Line& line) {
+  ConvertGroups(line, line.pixels, 1, 2, [](Group g, std::size_t) {
+    return Color{Bits(g, 11, 5) * 8, Bits(g, 5, 6) * 4, Bits(g, 0, 5) * 8};
+  });
+}
+
+void RGB48(Line& line) { ConvertWords(line, 3, 0, 2); }
+void BGR48(Line& line) { ConvertWords(line, 3, 2, 0); }
+void RGB64(Line& line) { ConvertWords(line, 4, 0, 2); }
+void RGBPlanar8(Line& line) { ConvertPlanes(line, 1); }
+void RGBPlanar16(Line& line) { ConvertPlanes(line, 2); }
+
+void BGR10PackedV1(Line& line) {
+  ConvertGroups(line, line.pixels, 1, 4, [](Group g, std::size_t) { return Color{g[3], g[2], g[1]}; });
+}
+
+void BGR10PackedV2(Line& line) {
+  ConvertGroups(line, line.pixels, 1, 4, [](Group g, std::size_t) {
+    return Color{Bits(g, 22, 8), Bits(g, 12, 8), Bits(g, 2, 8)};
+  });
+}
+
+// An odd last pixel has a whole group, of which the second pixel lands past the end of the line.
+void RGB12PackedV1(Line& line) {
+  ConvertGroups(line, line.pixels, 2, 9, [](Group g, std::size_t p) {
+    return p == 0 ? Color{g[0], g[2], g[3]} : Color{g[5], g[6], g[8]};
+  });
+}
+
+}  // namespace model
