@@ -31,7 +31,7 @@ class Bytes {
  private:
   void Use(std::size_t offset, std::size_t count) {
     if (count == 0) return;
-    mContent.at(offset + count - 1);
+    static_cast<void>(mContent.at(offset + count - 1));  // throws past the end
     mExtent = std::max(mExtent, offset + count);
   }
 
