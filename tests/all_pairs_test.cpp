@@ -3,10 +3,12 @@
 
 #include <csignal>
 #include <cstring>
+#include <numeric>
 
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "model/frame.h"
 #include "model/guarded_buffer.h"
+#include "simd/instruction_set.h"
 
 // Every registered pair against the plain model: whole buffers, between inaccessible pages.
 
@@ -181,8 +183,29 @@ TEST_F(AllPairs, AreTheOnesOfTheTable) {
   EXPECT_EQ(registered.size(), 155u + 2364u);
 }
 
+std::vector<std::size_t> InstructionSetsHere() {
+  std::vector<std::size_t> sets(kInstructionSets);
+  std::iota(sets.begin(), sets.end(), 0);
+  sets.erase(std::remove_if(sets.begin(), sets.end(), [](std::size_t set) { return !HasInstructionSet(set); }),
+             sets.end());
+  return sets;
+}
+
+/// All pairs with one of the instruction sets that the processor has.
+class AllPairsWith : public AllPairs, public testing::WithParamInterface<std::size_t> {
+ protected:
+  AllPairsWith() { ForceInstructionSet(GetParam()); }
+  ~AllPairsWith() override { ForceInstructionSet(mActive); }
+
+ private:
+  const std::size_t mActive = ActiveInstructionSet();
+};
+
+INSTANTIATE_TEST_SUITE_P(InstructionSets, AllPairsWith, testing::ValuesIn(InstructionSetsHere()),
+                         [](const auto& set) { return InstructionSetName(set.param); });
+
 // Around the vector widths of all instruction sets and around the 512 pixels that are converted in one go.
-TEST_F(AllPairs, ConvertLikeTheModel) {
+TEST_P(AllPairsWith, ConvertLikeTheModel) {
   const std::uint32_t widths[] = {0,   1,   2,   3,   4,   5,   6,   7,   8,   9,    15,   16,   17,
                                   31,  32,  33,  47,  48,  63,  64,  65,  66,  95,   127,  128,  129,
                                   130, 255, 257, 510, 511, 512, 513, 514, 515, 1023, 1024, 1025, 1027};

@@ -44,7 +44,7 @@ Result LineConverter::ConvertLine(const void* source, void* destination, unsigne
 }
 
 StripSteps LineConverter::Steps(const ConversionContext& context) const {
-  return {mSource.decode, mSource.gray ? nullptr : context.filter, mWriter.store};
+  return {mSource.decode.Active(), mSource.gray ? nullptr : context.filter, mWriter.store.Active()};
 }
 
 SourceLines LineConverter::LinesAt(const void* source, const ConversionContext& context) const {

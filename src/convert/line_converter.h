@@ -17,7 +17,7 @@ enum class WholeGroups {
 
 /// A source layout: how its samples are decoded, and how they lie.
 struct Source {
-  DecodeKernel* decode;
+  Twins<DecodeKernel> decode;
   std::uint32_t groupPixels;  ///< pixels that are stored together
   std::uint32_t groupBytes;   ///< the bytes that they take
   WholeGroups groups = WholeGroups::kInside;

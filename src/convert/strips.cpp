@@ -3,13 +3,12 @@
 #include <algorithm>
 
 #include "convert/filter_tables.h"
+#include "simd/kernel.h"
 
 namespace LmImagingLib {
 
-namespace scalar {
-LookupKernel LookUp;
-SplitTapsKernel SplitTaps;
-}  // namespace scalar
+LM_DECLARE_KERNEL(LookupKernel, LookUp)
+LM_DECLARE_KERNEL(SplitTapsKernel, SplitTaps)
 
 namespace {
 
@@ -18,7 +17,7 @@ Channels Decode(const StripSteps& steps, const SourceLines& in, std::size_t firs
   if (steps.filter == nullptr) return channels;
   const RGBFilterTables& tables = TablesOf(*steps.filter);
   if (tables.IsIdentity8()) return channels;
-  return scalar::LookUp({tables.red8, tables.green8, tables.blue8}, channels, count, strip);
+  return kLookUp.Active()({tables.red8, tables.green8, tables.blue8}, channels, count, strip);
 }
 
 }  // namespace
@@ -48,7 +47,7 @@ void ConvertTapStrips(const StripSteps& steps, const SourceLines& in, std::size_
   for (std::size_t at = 0; at < pairs; at += kStripPixels / 2) {
     const std::size_t count = std::min(kStripPixels / 2, pairs - at);
     const Channels channels = Decode(steps, in, 2 * at, 2 * count, samples);
-    scalar::SplitTaps(channels.red, count, leftBackwards, rightBackwards, left, right);
+    kSplitTaps.Active()(channels.red, count, leftBackwards, rightBackwards, left, right);
     const std::size_t leftAt = leftBackwards ? pairs - at - count : at;
     const std::size_t rightAt = pairs + (rightBackwards ? pairs - at - count : at);
     steps.store({left, left, left}, count, target, leftAt);

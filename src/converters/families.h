@@ -8,49 +8,69 @@
 // names of its converters, which take the writer as their last argument.
 namespace LmImagingLib {
 
-namespace scalar {
-DecodeKernel Grayscale8Bytes, Grayscale8Signed, Grayscale16, GrayscalePackedGEV, Grayscale12Packed;
-DecodeKernel YUV8_422, YUV8_422_GEV, YUV10, YUV8_444, YUV8_444_GEV, YCrCb444, YUV8_411;
-DecodeKernel RGB24, BGR24, RGB32, BGR32, RGB16, RGB48, BGR48, RGB64, RGBPlanar8, RGBPlanar16;
-DecodeKernel BGR10PackedV1Bytes, BGR10PackedV2Word, RGB12PackedV1Bytes;
-}  // namespace scalar
+LM_DECLARE_KERNEL(DecodeKernel, Grayscale8Bytes)
+LM_DECLARE_KERNEL(DecodeKernel, Grayscale8Signed)
+LM_DECLARE_KERNEL(DecodeKernel, Grayscale16)
+LM_DECLARE_KERNEL(DecodeKernel, GrayscalePackedGEV)
+LM_DECLARE_KERNEL(DecodeKernel, Grayscale12Packed)
+LM_DECLARE_KERNEL(DecodeKernel, YUV8_422)
+LM_DECLARE_KERNEL(DecodeKernel, YUV8_422_GEV)
+LM_DECLARE_KERNEL(DecodeKernel, YUV10)
+LM_DECLARE_KERNEL(DecodeKernel, YUV8_444)
+LM_DECLARE_KERNEL(DecodeKernel, YUV8_444_GEV)
+LM_DECLARE_KERNEL(DecodeKernel, YCrCb444)
+LM_DECLARE_KERNEL(DecodeKernel, YUV8_411)
+LM_DECLARE_KERNEL(DecodeKernel, RGB24)
+LM_DECLARE_KERNEL(DecodeKernel, BGR24)
+LM_DECLARE_KERNEL(DecodeKernel, RGB32)
+LM_DECLARE_KERNEL(DecodeKernel, BGR32)
+LM_DECLARE_KERNEL(DecodeKernel, RGB16)
+LM_DECLARE_KERNEL(DecodeKernel, RGB48)
+LM_DECLARE_KERNEL(DecodeKernel, BGR48)
+LM_DECLARE_KERNEL(DecodeKernel, RGB64)
+LM_DECLARE_KERNEL(DecodeKernel, RGBPlanar8)
+LM_DECLARE_KERNEL(DecodeKernel, RGBPlanar16)
+LM_DECLARE_KERNEL(DecodeKernel, BGR10PackedV1Bytes)
+LM_DECLARE_KERNEL(DecodeKernel, BGR10PackedV2Word)
+LM_DECLARE_KERNEL(DecodeKernel, RGB12PackedV1Bytes)
 
 namespace Sources {
 
-constexpr Source Gray(DecodeKernel* decode, std::uint32_t pixels, std::uint32_t bytes, WholeGroups groups) {
+constexpr Source Gray(const Twins<DecodeKernel>& decode, std::uint32_t pixels, std::uint32_t bytes,
+                      WholeGroups groups) {
   return {decode, pixels, bytes, groups, true, false};
 }
-constexpr Source Planar(DecodeKernel* decode, std::uint32_t sampleBytes) {
+constexpr Source Planar(const Twins<DecodeKernel>& decode, std::uint32_t sampleBytes) {
   return {decode, 1, sampleBytes, WholeGroups::kInside, false, true};
 }
 
-inline constexpr Source kGrayscale8 = Gray(scalar::Grayscale8Bytes, 1, 1, WholeGroups::kInside);
-inline constexpr Source kGrayscale8Signed = Gray(scalar::Grayscale8Signed, 1, 1, WholeGroups::kInside);
-inline constexpr Source kGrayscale16 = Gray(scalar::Grayscale16, 1, 2, WholeGroups::kInside);
-inline constexpr Source kGrayscalePackedGEV = Gray(scalar::GrayscalePackedGEV, 2, 3, WholeGroups::kCover);
-inline constexpr Source kGrayscale12Packed = Gray(scalar::Grayscale12Packed, 2, 3, WholeGroups::kInside);
+inline constexpr Source kGrayscale8 = Gray(LmImagingLib::kGrayscale8Bytes, 1, 1, WholeGroups::kInside);
+inline constexpr Source kGrayscale8Signed = Gray(LmImagingLib::kGrayscale8Signed, 1, 1, WholeGroups::kInside);
+inline constexpr Source kGrayscale16 = Gray(LmImagingLib::kGrayscale16, 1, 2, WholeGroups::kInside);
+inline constexpr Source kGrayscalePackedGEV = Gray(LmImagingLib::kGrayscalePackedGEV, 2, 3, WholeGroups::kCover);
+inline constexpr Source kGrayscale12Packed = Gray(LmImagingLib::kGrayscale12Packed, 2, 3, WholeGroups::kInside);
 
-inline constexpr Source kYUV8_422{scalar::YUV8_422, 2, 4};
-inline constexpr Source kYUV8_422_GEV{scalar::YUV8_422_GEV, 2, 4};
-inline constexpr Source kYUV10{scalar::YUV10, 2, 8};
-inline constexpr Source kYUV8_444{scalar::YUV8_444, 1, 3};
-inline constexpr Source kYUV8_444_GEV{scalar::YUV8_444_GEV, 1, 3};
-inline constexpr Source kYCrCb{scalar::YCrCb444, 1, 3};
-inline constexpr Source kYUV8_411{scalar::YUV8_411, 4, 6, WholeGroups::kYuv411};
+inline constexpr Source kYUV8_422{LmImagingLib::kYUV8_422, 2, 4};
+inline constexpr Source kYUV8_422_GEV{LmImagingLib::kYUV8_422_GEV, 2, 4};
+inline constexpr Source kYUV10{LmImagingLib::kYUV10, 2, 8};
+inline constexpr Source kYUV8_444{LmImagingLib::kYUV8_444, 1, 3};
+inline constexpr Source kYUV8_444_GEV{LmImagingLib::kYUV8_444_GEV, 1, 3};
+inline constexpr Source kYCrCb{LmImagingLib::kYCrCb444, 1, 3};
+inline constexpr Source kYUV8_411{LmImagingLib::kYUV8_411, 4, 6, WholeGroups::kYuv411};
 
-inline constexpr Source kRGB24{scalar::RGB24, 1, 3};
-inline constexpr Source kBGR24{scalar::BGR24, 1, 3};
-inline constexpr Source kRGB32{scalar::RGB32, 1, 4};
-inline constexpr Source kBGR32{scalar::BGR32, 1, 4};
-inline constexpr Source kRGB16{scalar::RGB16, 1, 2};
-inline constexpr Source kRGB48{scalar::RGB48, 1, 6};
-inline constexpr Source kBGR48{scalar::BGR48, 1, 6};
-inline constexpr Source kRGB64{scalar::RGB64, 1, 8};
-inline constexpr Source kRGBPlanar8 = Planar(scalar::RGBPlanar8, 1);
-inline constexpr Source kRGBPlanar16 = Planar(scalar::RGBPlanar16, 2);
-inline constexpr Source kBGR10PackedV1{scalar::BGR10PackedV1Bytes, 1, 4};
-inline constexpr Source kBGR10PackedV2{scalar::BGR10PackedV2Word, 1, 4};
-inline constexpr Source kRGB12PackedV1{scalar::RGB12PackedV1Bytes, 2, 9, WholeGroups::kCover};
+inline constexpr Source kRGB24{LmImagingLib::kRGB24, 1, 3};
+inline constexpr Source kBGR24{LmImagingLib::kBGR24, 1, 3};
+inline constexpr Source kRGB32{LmImagingLib::kRGB32, 1, 4};
+inline constexpr Source kBGR32{LmImagingLib::kBGR32, 1, 4};
+inline constexpr Source kRGB16{LmImagingLib::kRGB16, 1, 2};
+inline constexpr Source kRGB48{LmImagingLib::kRGB48, 1, 6};
+inline constexpr Source kBGR48{LmImagingLib::kBGR48, 1, 6};
+inline constexpr Source kRGB64{LmImagingLib::kRGB64, 1, 8};
+inline constexpr Source kRGBPlanar8 = Planar(LmImagingLib::kRGBPlanar8, 1);
+inline constexpr Source kRGBPlanar16 = Planar(LmImagingLib::kRGBPlanar16, 2);
+inline constexpr Source kBGR10PackedV1{LmImagingLib::kBGR10PackedV1Bytes, 1, 4};
+inline constexpr Source kBGR10PackedV2{LmImagingLib::kBGR10PackedV2Word, 1, 4};
+inline constexpr Source kRGB12PackedV1{LmImagingLib::kRGB12PackedV1Bytes, 2, 9, WholeGroups::kCover};
 
 }  // namespace Sources
 

@@ -2,15 +2,32 @@
 #include "simd/loops.h"
 
 namespace LmImagingLib::LM_ISA {
+namespace {
+
+#if LM_LANES
+void LookUpChannel(const std::uint8_t* entries, const std::uint8_t* from, std::size_t count, std::uint8_t* to) {
+  const Table table(entries);
+  std::size_t i = 0;
+  for (; i + kLanes <= count; i += kLanes) Store(table[Load(from + i)], to + i);
+  if (i < count) {
+    std::uint8_t copy[kLanes] = {};  // the channel may lie in the source, and the line may end here
+    std::memcpy(copy, from + i, count - i);
+    Store(table[Load(copy)], to + i);
+  }
+}
+#else
+void LookUpChannel(const std::uint8_t* entries, const std::uint8_t* from, std::size_t count, std::uint8_t* to) {
+  for (std::size_t i = 0; i < count; ++i) to[i] = entries[from[i]];
+}
+#endif
+
+}  // namespace
 
 LookupKernel LookUp;
 Channels LookUp(const LookupTables& tables, const Channels& in, std::size_t count, Strip& strip) {
-  for (std::size_t i = 0; i < count; ++i) {
-    const Rgb pixel{in.red[i], in.green[i], in.blue[i]};
-    strip.red[i] = tables.red[pixel.r];
-    strip.green[i] = tables.green[pixel.g];
-    strip.blue[i] = tables.blue[pixel.b];
-  }
+  LookUpChannel(tables.red, in.red, count, strip.red);
+  LookUpChannel(tables.green, in.green, count, strip.green);
+  LookUpChannel(tables.blue, in.blue, count, strip.blue);
   return {strip.red, strip.green, strip.blue};
 }
 

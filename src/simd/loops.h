@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <cstring>
 
+#include "simd/lanes.h"
 #include "simd/strip.h"
 
-// Included by kernels only. Everything lies in unnamed namespaces, so that no code compiled for one instruction set can
-// become the copy that the linker keeps for all.
+// The loops around the text of a kernel: group by group, which is the definition, and, where the instruction set has
+// vectors, block by block of a register's worth of pixels. Included by kernels only. Everything lies in unnamed
+// namespaces, so that no code compiled for one instruction set can become the copy that the linker keeps for all.
 namespace LmImagingLib::LM_ISA {
 namespace {
 
@@ -26,62 +28,150 @@ inline std::uint8_t Sample16(const std::uint8_t* from, std::uint32_t shift) {
   return static_cast<std::uint8_t>(Load16(from) >> shift);
 }
 
+/// Bytes of `pixels` pixels, a multiple of the layout's group.
+template <class Layout>
+constexpr std::size_t BytesOf(std::size_t pixels) {
+  return pixels / Layout::kPixels * Layout::kBytes;
+}
+
 /// The lines of `in` from pixel `pixel` on.
 template <class Layout>
 SourceLines At(const SourceLines& in, std::size_t pixel) {
   SourceLines at = in;
-  for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] += pixel / Layout::kPixels * Layout::kBytes;
+  for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] += BytesOf<Layout>(pixel);
   return at;
 }
 
-/// Decodes a layout whose `Gray` makes the `kPixels` samples of one group.
+/// Decodes a layout whose `Group` makes the `kPixels` pixels of one group, samples or colours.
 template <class Layout>
-Channels DecodeGray(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip) {
-  for (std::size_t i = 0; i < count; i += Layout::kPixels) Layout::Gray(At<Layout>(in, first + i), strip.red + i);
-  return {strip.red, strip.red, strip.red};
-}
-
-/// Decodes a layout whose `Color` makes the `kPixels` colours of one group.
-template <class Layout>
-Channels DecodeColor(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip) {
+Channels DecodeGroups(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip) {
   for (std::size_t i = 0; i < count; i += Layout::kPixels) {
-    Rgb pixels[Layout::kPixels];
-    Layout::Color(At<Layout>(in, first + i), pixels);
-    for (std::size_t k = 0; k < Layout::kPixels; ++k) {
-      strip.red[i + k] = pixels[k].r;
-      strip.green[i + k] = pixels[k].g;
-      strip.blue[i + k] = pixels[k].b;
+    if constexpr (Layout::kGray) {
+      Layout::Group(At<Layout>(in, first + i), strip.red + i);
+    } else {
+      Rgb pixels[Layout::kPixels];
+      Layout::Group(At<Layout>(in, first + i), pixels);
+      for (std::size_t k = 0; k < Layout::kPixels; ++k) {
+        strip.red[i + k] = pixels[k].r;
+        strip.green[i + k] = pixels[k].g;
+        strip.blue[i + k] = pixels[k].b;
+      }
     }
   }
+  if constexpr (Layout::kGray) return {strip.red, strip.red, strip.red};
   return {strip.red, strip.green, strip.blue};
 }
 
 /// Stores through a writer whose `Pixel` makes the `kBytes` bytes of one pixel.
 template <class Writer>
-void StorePixels(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first) {
-  std::uint8_t* to = out.line + first * Writer::kBytes;
-  for (std::size_t i = 0; i < count; ++i, to += Writer::kBytes) {
-    Writer::Pixel({in.red[i], in.green[i], in.blue[i]}, to);
+void StorePixels(const Channels& in, std::size_t count, std::uint8_t* to) {
+  for (std::size_t i = 0; i < count; ++i, to += Writer::kBytes) Writer::Pixel({in.red[i], in.green[i], in.blue[i]}, to);
+}
+
+#if LM_LANES
+
+struct RgbLanes {
+  U8 r, g, b;
+};
+
+/// Decodes a layout whose `Block` makes kLanes pixels, from BytesOf(kLanes) + kBeyond bytes of each line.
+template <class Layout>
+Channels DecodeBlocks(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip) {
+  const auto decode = [&strip](const SourceLines& at, std::size_t i) {
+    if constexpr (Layout::kGray) {
+      Store(Layout::Block(at), strip.red + i);
+    } else {
+      const RgbLanes pixels = Layout::Block(at);
+      Store(pixels.r, strip.red + i);
+      Store(pixels.g, strip.green + i);
+      Store(pixels.b, strip.blue + i);
+    }
+  };
+  SourceLines at = At<Layout>(in, first);
+  std::size_t i = 0;
+  for (; i + kLanes <= count; i += kLanes, at = At<Layout>(at, kLanes)) decode(at, i);
+  if (i < count) {
+    // The last block reads a copy, so that it reads no byte behind the line.
+    std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kLanes) + Layout::kBeyond] = {};
+    for (std::size_t k = 0; k < Layout::kLines; ++k) {
+      at.line[k] = static_cast<const std::uint8_t*>(
+          std::memcpy(copy[k], at.line[k], BytesOf<Layout>(count - i) + Layout::kBeyond));
+    }
+    decode(at, i);
   }
+  if constexpr (Layout::kGray) return {strip.red, strip.red, strip.red};
+  return {strip.red, strip.green, strip.blue};
+}
+
+template <class Layout>
+constexpr auto Decoder(int) -> decltype(&Layout::Block, static_cast<DecodeKernel*>(nullptr)) {
+  return DecodeBlocks<Layout>;
+}
+
+/// Stores through a writer whose `Block` makes kLanes * kBytes bytes.
+template <class Writer>
+void StoreBlocks(const Channels& in, std::size_t count, std::uint8_t* to) {
+  std::size_t i = 0;
+  if (in.red == in.green && in.red == in.blue) {
+    for (; i + kLanes <= count; i += kLanes, to += kLanes * Writer::kBytes) {
+      const U8 gray = Load(in.red + i);
+      Writer::Block({gray, gray, gray}, to);
+    }
+  } else {
+    for (; i + kLanes <= count; i += kLanes, to += kLanes * Writer::kBytes) {
+      Writer::Block({Load(in.red + i), Load(in.green + i), Load(in.blue + i)}, to);
+    }
+  }
+  if (i < count) {
+    // The last block reads and writes copies: channels may lie in the source, and the line may end here.
+    const std::size_t rest = count - i;
+    std::uint8_t copy[3][kLanes] = {};
+    std::memcpy(copy[0], in.red + i, rest);
+    std::memcpy(copy[1], in.green + i, rest);
+    std::memcpy(copy[2], in.blue + i, rest);
+    std::uint8_t block[kLanes * Writer::kBytes];
+    Writer::Block({Load(copy[0]), Load(copy[1]), Load(copy[2])}, block);
+    std::memcpy(to, block, rest * Writer::kBytes);
+  }
+}
+
+template <class Writer>
+constexpr auto Storer(int)
+    -> decltype(&Writer::Block, static_cast<void (*)(const Channels&, std::size_t, std::uint8_t*)>(nullptr)) {
+  return StoreBlocks<Writer>;
+}
+
+#endif
+
+/// The best decoder that a layout has for this instruction set.
+template <class Layout>
+constexpr DecodeKernel* Decoder(...) {
+  return DecodeGroups<Layout>;
+}
+
+/// The best way to store that a writer has for this instruction set.
+template <class Writer>
+constexpr auto Storer(...) -> void (*)(const Channels&, std::size_t, std::uint8_t*) {
+  return StorePixels<Writer>;
 }
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-/// Exports the decoder of a layout under a name of its own.
-#define LM_EXPORT_DECODER(Name, Decoder)                                                     \
+/// Exports the decoder of a layout as the kernel `Name`.
+#define LM_EXPORT_DECODER(Name, ...)                                                         \
   namespace LmImagingLib::LM_ISA {                                                           \
-  Channels Name(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip);  \
+  DecodeKernel Name;                                                                         \
   Channels Name(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip) { \
-    return Decoder(in, first, count, strip);                                                 \
+    return Decoder<__VA_ARGS__>(0)(in, first, count, strip);                                 \
   }                                                                                          \
   }
 
-/// Exports a writer under a name of its own.
-#define LM_EXPORT_WRITER(Name, Store)                                                          \
+/// Exports a writer as the kernel `Name`.
+#define LM_EXPORT_WRITER(Name, ...)                                                            \
   namespace LmImagingLib::LM_ISA {                                                             \
-  void Name(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first);  \
+  StoreKernel Name;                                                                            \
   void Name(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first) { \
-    Store(in, count, out, first);                                                              \
+    Storer<__VA_ARGS__>(0)(in, count, out.line + first * __VA_ARGS__::kBytes);                 \
   }                                                                                            \
   }

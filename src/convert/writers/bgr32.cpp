@@ -6,15 +6,20 @@ namespace {
 
 struct Writer {
   static constexpr std::size_t kBytes = 4;
+
   static void Pixel(Rgb pixel, std::uint8_t* to) {
     to[0] = pixel.b;
     to[1] = pixel.g;
     to[2] = pixel.r;
     to[3] = 0;
   }
+
+#if LM_LANES
+  static void Block(const RgbLanes& in, std::uint8_t* to) { StoreInterleaved(in.b, in.g, in.r, U8{}, to); }
+#endif
 };
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_WRITER(StoreBGR32, StorePixels<Writer>)
+LM_EXPORT_WRITER(StoreBGR32, Writer)

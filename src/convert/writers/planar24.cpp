@@ -2,17 +2,14 @@
 #include "simd/loops.h"
 
 namespace LmImagingLib::LM_ISA {
-namespace {
 
-// memmove: a planar source converted in place hands its own planes in.
-void StorePlanes(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first) {
-  std::uint8_t* to = out.line + first;
+// memmove: a planar source that is converted in place hands its own planes in.
+StoreKernel StorePlanar24;
+void StorePlanar24(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first) {
+  std::uint8_t* const to = out.line + first;
   std::memmove(to, in.red, count);
   std::memmove(to + out.planeSize, in.green, count);
   std::memmove(to + 2 * out.planeSize, in.blue, count);
 }
 
-}  // namespace
 }  // namespace LmImagingLib::LM_ISA
-
-LM_EXPORT_WRITER(StorePlanar24, StorePlanes)

@@ -1,39 +1,62 @@
 // Bayer mosaic, block method: each 2 x 2 cell of samples makes four equal pixels, two on each of two lines.
-#include "converters/bayer/bayer_samples.h"
+#include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
 
 template <std::size_t kSampleBytes>
 struct Layout {
-  static constexpr std::size_t kPixels = 2, kBytes = 2 * kSampleBytes, kLines = 2;
+  static constexpr std::size_t kPixels = 2, kBytes = 2 * kSampleBytes, kLines = 2, kBeyond = 0;
+  static constexpr bool kGray = false;
 
-  static void Color(const SourceLines& in, Rgb* out) {
-    const unsigned a = SampleAt<kSampleBytes>(in.line[0], 0, in.shift);
-    const unsigned b = SampleAt<kSampleBytes>(in.line[0], 1, in.shift);
-    const unsigned c = SampleAt<kSampleBytes>(in.line[1], 0, in.shift);
-    const unsigned d = SampleAt<kSampleBytes>(in.line[1], 1, in.shift);
-    out[0] = Cell(in.cell, a, b, c, d);
-    out[1] = out[0];
+  static std::uint8_t Mean(unsigned a, unsigned b) { return static_cast<std::uint8_t>((a + b) >> 1); }
+
+  static void Group(const SourceLines& in, Rgb* out) {
+    const std::uint8_t a = SampleAt<kSampleBytes>(in.line[0], 0, in.shift);
+    const std::uint8_t b = SampleAt<kSampleBytes>(in.line[0], 1, in.shift);
+    const std::uint8_t c = SampleAt<kSampleBytes>(in.line[1], 0, in.shift);
+    const std::uint8_t d = SampleAt<kSampleBytes>(in.line[1], 1, in.shift);
+    out[0] = out[1] = Cell<Rgb>(in.cell, a, b, c, d);
   }
 
-  // The cell is a b / c d; the code says which of them is red. Means are truncated.
-  static Rgb Cell(std::uint32_t cell, unsigned a, unsigned b, unsigned c, unsigned d) {
+  // The cell is a b / c d; the code says which of them is red. The mean of the greens is truncated.
+  template <class Color, class Value>
+  static Color Cell(std::uint32_t cell, Value a, Value b, Value c, Value d) {
     switch (cell) {
       case 0:
-        return MakeRgb(b, (a + d) >> 1, c);  // G R / B G
+        return {b, Mean(a, d), c};  // G R / B G
       case 1:
-        return MakeRgb(c, (a + d) >> 1, b);  // G B / R G
+        return {c, Mean(a, d), b};  // G B / R G
       case 2:
-        return MakeRgb(a, (b + c) >> 1, d);  // R G / G B
+        return {a, Mean(b, c), d};  // R G / G B
       default:
-        return MakeRgb(d, (b + c) >> 1, a);  // B G / G R
+        return {d, Mean(b, c), a};  // B G / G R
     }
   }
+
+#if LM_LANES
+  static U8 Mean(U8 a, U8 b) { return MeanDown(a, b); }
+
+  // Both pixels of a pair from the even, or from the odd sample.
+  static U8 Even(U8 samples) {
+    const U16 low = U16(samples) & 0xFF;
+    return U8(low | low << 8);
+  }
+  static U8 Odd(U8 samples) {
+    const U16 high = U16(samples) >> 8;
+    return U8(high | high << 8);
+  }
+
+  static RgbLanes Block(const SourceLines& in) {
+    U8 line[2][1];
+    for (std::size_t k = 0; k < 2; ++k) LoadSamples<kSampleBytes>(in.line[k], in.shift, kLanes, line[k]);
+    return Cell<RgbLanes>(in.cell, Even(line[0][0]), Odd(line[0][0]), Even(line[1][0]), Odd(line[1][0]));
+  }
+#endif
 };
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(BayerBlock8, DecodeColor<Layout<1>>)
-LM_EXPORT_DECODER(BayerBlock16, DecodeColor<Layout<2>>)
+LM_EXPORT_DECODER(BayerBlock8, Layout<1>)
+LM_EXPORT_DECODER(BayerBlock16, Layout<2>)

@@ -10,8 +10,8 @@ struct ConversionContext;
 
 /// The kernels of a mosaic's sample width.
 struct BayerSource {
-  DecodeKernel* block;
-  DecodeKernel* bilinear;
+  Twins<DecodeKernel> block;
+  Twins<DecodeKernel> bilinear;
   std::uint32_t sampleBytes;
 };
 
@@ -47,12 +47,13 @@ class BayerConverter : public PixelConverter {
   std::uint32_t mShift;
 };
 
-namespace scalar {
-DecodeKernel BayerBlock8, BayerBlock16, BayerBilinear8, BayerBilinear16;
-}  // namespace scalar
+LM_DECLARE_KERNEL(DecodeKernel, BayerBlock8)
+LM_DECLARE_KERNEL(DecodeKernel, BayerBlock16)
+LM_DECLARE_KERNEL(DecodeKernel, BayerBilinear8)
+LM_DECLARE_KERNEL(DecodeKernel, BayerBilinear16)
 
-inline constexpr BayerSource kBayer8{scalar::BayerBlock8, scalar::BayerBilinear8, 1};
-inline constexpr BayerSource kBayer16{scalar::BayerBlock16, scalar::BayerBilinear16, 2};
+inline constexpr BayerSource kBayer8{kBayerBlock8, kBayerBilinear8, 1};
+inline constexpr BayerSource kBayer16{kBayerBlock16, kBayerBilinear16, 2};
 
 /// A Bayer converter as a class of its sample type, `unsigned char` or `unsigned short`, and writer.
 template <class Sample, class Output>

@@ -2,14 +2,12 @@
 #include "simd/loops.h"
 
 namespace LmImagingLib::LM_ISA {
-namespace {
 
-Channels LineAt(const SourceLines& in, std::size_t first, std::size_t /*count*/, Strip& /*strip*/) {
-  const std::uint8_t* line = in.line[0] + first;
+// The line is a channel as it stands.
+DecodeKernel Grayscale8Bytes;
+Channels Grayscale8Bytes(const SourceLines& in, std::size_t first, std::size_t /*count*/, Strip& /*strip*/) {
+  const std::uint8_t* const line = in.line[0] + first;
   return {line, line, line};
 }
 
-}  // namespace
 }  // namespace LmImagingLib::LM_ISA
-
-LM_EXPORT_DECODER(Grayscale8Bytes, LineAt)

@@ -5,13 +5,19 @@ namespace LmImagingLib::LM_ISA {
 namespace {
 
 struct Layout {
-  static constexpr std::size_t kPixels = 1, kBytes = 1, kLines = 1;
-  static void Gray(const SourceLines& in, std::uint8_t* out) {
+  static constexpr std::size_t kPixels = 1, kBytes = 1, kLines = 1, kBeyond = 0;
+  static constexpr bool kGray = true;
+
+  static void Group(const SourceLines& in, std::uint8_t* out) {
     out[0] = static_cast<std::uint8_t>(in.line[0][0] ^ 0x80);
   }
+
+#if LM_LANES
+  static U8 Block(const SourceLines& in) { return Load(in.line[0]) ^ Fill(0x80); }
+#endif
 };
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(Grayscale8Signed, DecodeGray<Layout>)
+LM_EXPORT_DECODER(Grayscale8Signed, Layout)

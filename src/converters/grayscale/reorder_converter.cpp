@@ -3,22 +3,22 @@
 #include <cstring>
 
 #include "convert/conversion_context.h"
-#include "simd/strip.h"
+#include "simd/kernel.h"
 
 namespace LmImagingLib {
 
 using LmBaseLib::Result;
 
-namespace scalar {
-ReorderKernel JoinQuadTaps8, JoinQuadTaps16, TakeEverySecondByte;
-}  // namespace scalar
+LM_DECLARE_KERNEL(ReorderKernel, JoinQuadTaps8)
+LM_DECLARE_KERNEL(ReorderKernel, JoinQuadTaps16)
+LM_DECLARE_KERNEL(ReorderKernel, TakeEverySecondByte)
 
 namespace {
 
 constexpr unsigned long kPixelsPerStep = 4;
 
-Result Reorder(ReorderKernel* kernel, const void* source, void* destination, std::uint32_t pixels) {
-  kernel(static_cast<const std::uint8_t*>(source), static_cast<std::uint8_t*>(destination), pixels);
+Result Reorder(const Twins<ReorderKernel>& kernel, const void* source, void* destination, std::uint32_t pixels) {
+  kernel.Active()(static_cast<const std::uint8_t*>(source), static_cast<std::uint8_t*>(destination), pixels);
   return Result::OK;
 }
 
@@ -28,14 +28,14 @@ Dalsa4x8ToGrayscale8::Dalsa4x8ToGrayscale8(const PixelTypeID& from, const PixelT
     : PixelConverter(from, to, 1, 1, kPixelsPerStep, 1) {}
 
 Result Dalsa4x8ToGrayscale8::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {
-  return Reorder(scalar::JoinQuadTaps8, source, destination, static_cast<std::uint32_t>(pixelCount));
+  return Reorder(kJoinQuadTaps8, source, destination, static_cast<std::uint32_t>(pixelCount));
 }
 
 Dalsa4x16ToGrayscale16::Dalsa4x16ToGrayscale16(const PixelTypeID& from, const PixelTypeID& to)
     : PixelConverter(from, to, 2, 2, kPixelsPerStep, 1) {}
 
 Result Dalsa4x16ToGrayscale16::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {
-  return Reorder(scalar::JoinQuadTaps16, source, destination, static_cast<std::uint32_t>(pixelCount));
+  return Reorder(kJoinQuadTaps16, source, destination, static_cast<std::uint32_t>(pixelCount));
 }
 
 DualLinesGrayscale8ToGrayscale8::DualLinesGrayscale8ToGrayscale8(const PixelTypeID& from, const PixelTypeID& to)
@@ -52,7 +52,7 @@ Result DualLinesGrayscale8ToGrayscale8::ConvertLine(const void* source, void* de
     return Result::OK;
   }
   if (lower) line = line - context->sourceLineSize + 1;
-  return Reorder(scalar::TakeEverySecondByte, line, destination, pixels);
+  return Reorder(kTakeEverySecondByte, line, destination, pixels);
 }
 
 }  // namespace LmImagingLib

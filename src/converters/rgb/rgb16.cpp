@@ -5,16 +5,27 @@ namespace LmImagingLib::LM_ISA {
 namespace {
 
 struct Layout {
-  static constexpr std::size_t kPixels = 1, kBytes = 2, kLines = 1;
-  static void Color(const SourceLines& in, Rgb* out) {
+  static constexpr std::size_t kPixels = 1, kBytes = 2, kLines = 1, kBeyond = 0;
+  static constexpr bool kGray = false;
+
+  // The low bits stay 0, so that white is 248, 252, 248: a round trip through RGB16 changes nothing.
+  static void Group(const SourceLines& in, Rgb* out) {
     const std::uint32_t word = Load16(in.line[0]);
-    // The low bits stay 0, so that white is 248, 252, 248: a round trip through RGB16 changes nothing.
     out[0] = {static_cast<std::uint8_t>(word >> 8 & 0xF8), static_cast<std::uint8_t>(word >> 3 & 0xFC),
               static_cast<std::uint8_t>(word << 3 & 0xF8)};
   }
+
+#if LM_LANES
+  static RgbLanes Block(const SourceLines& in) {
+    const U16 first = U16(Load(in.line[0]));
+    const U16 second = U16(Load(in.line[0] + kLanes));
+    return {LowBytes(first >> 8, second >> 8) & 0xF8, LowBytes(first >> 3, second >> 3) & 0xFC,
+            LowBytes(first << 3, second << 3) & 0xF8};
+  }
+#endif
 };
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(RGB16, DecodeColor<Layout>)
+LM_EXPORT_DECODER(RGB16, Layout)

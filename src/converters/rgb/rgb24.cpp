@@ -1,18 +1,15 @@
 // RGB24: the bytes red, green, blue.
-#include "simd/loops.h"
+#include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-struct Layout {
-  static constexpr std::size_t kPixels = 1, kBytes = 3, kLines = 1;
-  static void Color(const SourceLines& in, Rgb* out) {
-    const std::uint8_t* p = in.line[0];
-    out[0] = {p[0], p[1], p[2]};
-  }
+struct Group {
+  static constexpr std::size_t kPixels = 1, kSamples = 3;
+  static constexpr std::size_t kAt[][kPixels] = {{0}, {1}, {2}};  // red, green, blue
 };
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(RGB24, DecodeColor<Layout>)
+LM_EXPORT_DECODER(RGB24, ColorSamples<Group, 1>)

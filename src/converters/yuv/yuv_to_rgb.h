@@ -10,15 +10,41 @@ inline std::uint8_t Clamp8(int value) { return static_cast<std::uint8_t>(value <
 /// Studio-range YUV to RGB by the factors of ITU-R BT.601, scaled by 1024 and rounded by adding half before the shift:
 /// R = 1.168 (Y - 16) + 1.604 (V - 128), G = 1.168 (Y - 16) - 0.8125 (V - 128) - 0.391 (U - 128),
 /// B = 1.168 (Y - 16) + 2.016 (U - 128). Before clamping the results lie between -277 and 535.
-inline Rgb YuvToRgb(int y, int u, int v) {
-  constexpr int kGainY = 1196, kOffsetY = 16 * kGainY, kVtoR = 1642, kVtoG = 832, kUtoG = 400, kUtoB = 2064;
-  constexpr int kRound = 512;
-  const int luma = kGainY * y - kOffsetY + kRound;
-  const int cu = u - 128;
-  const int cv = v - 128;
-  return {Clamp8((luma + kVtoR * cv) >> 10), Clamp8((luma - kVtoG * cv - kUtoG * cu) >> 10),
-          Clamp8((luma + kUtoB * cu) >> 10)};
-}
+struct Yuv {
+  static Rgb Color(int y, int u, int v) {
+    constexpr int kGainY = 1196, kOffsetY = 16 * kGainY, kVtoR = 1642, kVtoG = 832, kUtoG = 400, kUtoB = 2064;
+    constexpr int kRound = 512;
+    const int luma = kGainY * y - kOffsetY + kRound;
+    const int cu = u - 128;
+    const int cv = v - 128;
+    return {Clamp8((luma + kVtoR * cv) >> 10), Clamp8((luma - kVtoG * cv - kUtoG * cu) >> 10),
+            Clamp8((luma + kUtoB * cu) >> 10)};
+  }
+
+#if LM_LANES
+  struct Half {
+    I16 r, g, b;
+  };
+
+  // The same in 16 bits. The factors and 1024 are divided by what they have in common, and whole multiples of y, cu and
+  // cv taken out of the shift: 1196/1024 = 1 + 43/256, 1642/1024 = 2 - (102 - 1/2)/256, 832/1024 = 1 - 48/256,
+  // 400/1024 = 100/256, 2064/1024 = 2 + 4/256; and (512 - 19136)/4 = -4656. Halving cv rounds down, as the whole shift
+  // does. No intermediate leaves 16 bits: luma is -4656..6309, 102 cv at most 13056, 48 cv - 100 cu at most 18944.
+  static Half Convert(I16 y, I16 u, I16 v) {
+    const I16 cu = u - 128;
+    const I16 cv = v - 128;
+    const I16 luma = y * 43 - 4656;
+    return {((luma - cv * 102 + (cv >> 1)) >> 8) + y + cv + cv, ((luma + cv * 48 - cu * 100) >> 8) + y - cv,
+            ((luma + cu * 4) >> 8) + y + cu + cu};
+  }
+
+  static RgbLanes Color(U8 y, U8 u, U8 v) {
+    const Half low = Convert(I16(LowHalf(y)), I16(LowHalf(u)), I16(LowHalf(v)));
+    const Half high = Convert(I16(HighHalf(y)), I16(HighHalf(u)), I16(HighHalf(v)));
+    return {ClampJoin(low.r, high.r), ClampJoin(low.g, high.g), ClampJoin(low.b, high.b)};
+  }
+#endif
+};
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+
+// The instruction sets that kernels are compiled for, worst first. The first one is the definition; the others equal it
+// bit for bit and need a compiler with vector types.
+#if defined(LM_VECTOR_X86)
+#define LM_FOR_EACH_INSTRUCTION_SET(Apply) Apply(scalar) Apply(sse41) Apply(avx2) Apply(avx512vbmi)
+#elif defined(LM_VECTOR_NEON)
+#define LM_FOR_EACH_INSTRUCTION_SET(Apply) Apply(scalar) Apply(neon)
+#else
+#define LM_FOR_EACH_INSTRUCTION_SET(Apply) Apply(scalar)
+#endif
+
+namespace LmImagingLib {
+
+/// The number of instruction sets that kernels are compiled for.
+#define LM_COUNT(Name) +1
+inline constexpr std::size_t kInstructionSets = 0 LM_FOR_EACH_INSTRUCTION_SET(LM_COUNT);
+#undef LM_COUNT
+
+/// The name of an instruction set, which is also the namespace of its kernels.
+const char* InstructionSetName(std::size_t set);
+
+/// Whether the processor has it.
+bool HasInstructionSet(std::size_t set);
+
+/// The set in use: the best that the processor has, chosen once, when the library loads.
+std::size_t ActiveInstructionSet();
+
+/// Makes a set that the processor has the one in use, while nothing converts. For tests and benchmarks.
+void ForceInstructionSet(std::size_t set);
+
+/// A kernel in each instruction set.
+template <class Kernel>
+struct Twins {
+  Kernel* of[kInstructionSets];
+
+  Kernel* Active() const { return of[ActiveInstructionSet()]; }
+};
+
+}  // namespace LmImagingLib

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "simd/loops.h"
+
+// Layouts whose channels are whole samples, in an order that repeats from group to group. A layout is then nothing but
+// positions: `kAt[channel][pixel]` is the place of a channel's sample in the group of `kSamples` samples.
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+/// Samples of one byte, or of 10 to 16 bits in 16-bit little-endian words.
+template <std::size_t kSampleBytes>
+std::uint8_t SampleAt(const std::uint8_t* line, std::size_t position, std::uint32_t shift) {
+  if constexpr (kSampleBytes == 1) {
+    return line[position];
+  } else {
+    return Sample16(line + 2 * position, shift);
+  }
+}
+
+/// Colours that are stored as they are.
+struct PlainRgb {
+  static Rgb Color(std::uint8_t r, std::uint8_t g, std::uint8_t b) { return {r, g, b}; }
+#if LM_LANES
+  static RgbLanes Color(U8 r, U8 g, U8 b) { return {r, g, b}; }
+#endif
+};
+
+#if LM_LANES
+/// Loads `kCount` samples as bytes.
+template <std::size_t kSampleBytes, std::size_t kVectors>
+void LoadSamples(const std::uint8_t* from, std::uint32_t sampleShift, std::size_t count, U8 (&window)[kVectors]) {
+  const auto shift = static_cast<std::uint16_t>(sampleShift);
+  for (std::size_t k = 0; k < kVectors; ++k, from += kLanes * kSampleBytes) {
+    const bool half = (k + 1) * kLanes > count;
+    if constexpr (kSampleBytes == 1) {
+      window[k] = half ? LoadHalf(from) : Load(from);
+    } else {
+      window[k] = LowBytes(U16(Load(from)) >> shift, half ? U16{} : U16(Load(from + kLanes)) >> shift);
+    }
+  }
+}
+
+/// Where lane i finds the sample of a channel.
+template <class Group, std::size_t kChannel>
+struct SampleIndex {
+  static constexpr std::size_t At(std::size_t lane) {
+    return lane / Group::kPixels * Group::kSamples + Group::kAt[kChannel][lane % Group::kPixels];
+  }
+};
+#endif
+
+/// Three channels in samples of `kSampleBytes` bytes, turned into colours by `Model`.
+template <class Group_, std::size_t kSampleBytes, class Model = PlainRgb>
+struct ColorSamples {
+  static constexpr std::size_t kPixels = Group_::kPixels, kBytes = Group_::kSamples * kSampleBytes, kLines = 1;
+  static constexpr std::size_t kBeyond = 0;
+  static constexpr bool kGray = false;
+
+  static void Group(const SourceLines& in, Rgb* out) {
+    for (std::size_t k = 0; k < kPixels; ++k) {
+      out[k] = Model::Color(SampleAt<kSampleBytes>(in.line[0], Group_::kAt[0][k], in.shift),
+                            SampleAt<kSampleBytes>(in.line[0], Group_::kAt[1][k], in.shift),
+                            SampleAt<kSampleBytes>(in.line[0], Group_::kAt[2][k], in.shift));
+    }
+  }
+
+#if LM_LANES
+  static RgbLanes Block(const SourceLines& in) {
+    constexpr std::size_t kCount = kLanes / kPixels * Group_::kSamples;
+    U8 window[(kCount + kLanes - 1) / kLanes];
+    LoadSamples<kSampleBytes>(in.line[0], in.shift, kCount, window);
+    return Model::Color(Pick<SampleIndex<Group_, 0>>(window), Pick<SampleIndex<Group_, 1>>(window),
+                        Pick<SampleIndex<Group_, 2>>(window));
+  }
+#endif
+};
+
+/// One channel in samples of `kSampleBytes` bytes.
+template <class Group_, std::size_t kSampleBytes>
+struct GraySamples {
+  static constexpr std::size_t kPixels = Group_::kPixels, kBytes = Group_::kSamples * kSampleBytes, kLines = 1;
+  static constexpr std::size_t kBeyond = 0;
+  static constexpr bool kGray = true;
+
+  static void Group(const SourceLines& in, std::uint8_t* out) {
+    for (std::size_t k = 0; k < kPixels; ++k) {
+      out[k] = SampleAt<kSampleBytes>(in.line[0], Group_::kAt[0][k], in.shift);
+    }
+  }
+
+#if LM_LANES
+  static U8 Block(const SourceLines& in) {
+    constexpr std::size_t kCount = kLanes / kPixels * Group_::kSamples;
+    U8 window[(kCount + kLanes - 1) / kLanes];
+    LoadSamples<kSampleBytes>(in.line[0], in.shift, kCount, window);
+    return Pick<SampleIndex<Group_, 0>>(window);
+  }
+#endif
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
