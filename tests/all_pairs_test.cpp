@@ -70,25 +70,31 @@ class Filters {
   model::Filter mTables[kCount];
 };
 
-/// Tells which conversion ran when a byte too many was touched.
+/// Tells which conversion ran when a byte too many was touched, or a buffer released that is not the library's.
 class FaultReporter {
  public:
-  FaultReporter() { mPrevious = std::signal(SIGSEGV, Report); }
-  ~FaultReporter() { std::signal(SIGSEGV, mPrevious); }
+  FaultReporter() {
+    for (std::size_t i = 0; i < std::size(kSignals); ++i) mPrevious[i] = std::signal(kSignals[i], Report);
+  }
+  ~FaultReporter() {
+    for (std::size_t i = 0; i < std::size(kSignals); ++i) std::signal(kSignals[i], mPrevious[i]);
+  }
 
   static void SetRunning(const std::string& what) { std::strncpy(sRunning, what.c_str(), sizeof sRunning - 1); }
 
  private:
+  static constexpr int kSignals[] = {SIGSEGV, SIGABRT};
+
   static void Report(int signal) {
-    const char text[] = "\naccess outside the buffers: ";
-    if (write(STDERR_FILENO, text, sizeof text - 1) < 0 || write(STDERR_FILENO, sRunning, std::strlen(sRunning)) < 0) {
-      _exit(1);
+    for (const char* const text : std::initializer_list<const char*>{"\nfault in the conversion ", sRunning, "\n"}) {
+      if (write(STDERR_FILENO, text, std::strlen(text)) < 0) break;
     }
     std::signal(signal, SIG_DFL);
+    std::raise(signal);
   }
 
   static char sRunning[512];
-  void (*mPrevious)(int);
+  void (*mPrevious[std::size(kSignals)])(int);
 };
 char FaultReporter::sRunning[512];
 
@@ -100,7 +106,7 @@ model::Call MakeCall(std::uint32_t width, const Filters& filters, Random& random
   call.sourceHeight = call.lines + model::OneOf(random, {0, 0, 1, 2});
   call.destinationWidth = width + model::OneOf(random, {0, 0, 0, 1, 6});
   // A plane of one line is too short for what lands past the end of it: the next plane begins there, and which of the
-  // two bytes stays is nobody's business.
+  // two bytes stays is left open.
   call.destinationHeight = std::max(2u, call.lines + model::OneOf(random, {0, 0, 1}));
   call.padding = model::OneOf(random, {0, 0, 1, 2, 7, 64});
   call.flags = model::OneOf(random, {0, 0x10, 0x20, 0x40, 0x80, 0xC0}) | model::OneOf(random, {0, 0x100}) |
