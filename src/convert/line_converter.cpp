@@ -44,12 +44,13 @@ Result LineConverter::ConvertLine(const void* source, void* destination, unsigne
 }
 
 StripSteps LineConverter::Steps(const ConversionContext& context) const {
-  return {mSource.decode.Active(), mSource.gray ? nullptr : context.filter, mWriter.store.Active()};
+  return {mSource.decode.Active(), (mSource.traits & kPlain) != 0,
+          (mSource.traits & kGray) != 0 ? nullptr : context.filter, mWriter};
 }
 
 SourceLines LineConverter::LinesAt(const void* source, const ConversionContext& context) const {
   const auto* const line = static_cast<const std::uint8_t*>(source);
-  if (!mSource.planar) return {{line, nullptr, nullptr}, mShift, 0};
+  if ((mSource.traits & kPlanar) == 0) return {{line, nullptr, nullptr}, mShift, 0};
   const std::size_t plane = std::size_t{context.sourceLineSize} * context.sourceHeight;
   return {{line, line + plane, line + 2 * plane}, mShift, 0};
 }

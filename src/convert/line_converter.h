@@ -15,14 +15,20 @@ enum class WholeGroups {
   kYuv411,  ///< the groups that begin in the line, but a single pixel behind the last whole group begins none
 };
 
+/// What else a line converter needs to know of a source layout.
+enum SourceTraits : unsigned {
+  kGray = 1,    ///< all channels are equal, and never filtered
+  kPlanar = 2,  ///< three planes; a group lies in each of them
+  kPlain = 4,   ///< channels are plain bytes, and not decoded but handed on
+};
+
 /// A source layout: how its samples are decoded, and how they lie.
 struct Source {
   Twins<DecodeKernel> decode;
   std::uint32_t groupPixels;  ///< pixels that are stored together
   std::uint32_t groupBytes;   ///< the bytes that they take
   WholeGroups groups = WholeGroups::kInside;
-  bool gray = false;    ///< all channels equal, and never filtered
-  bool planar = false;  ///< three planes; a group lies in each of them
+  unsigned traits = 0;  ///< bits of `SourceTraits`
 };
 
 /// Converts line by line from a source layout to a writer's.

@@ -5,12 +5,14 @@
 namespace LmImagingLib {
 
 class RGBFilter;
+struct Writer;
 
 /// The steps of a line: decode, look up, store.
 struct StripSteps {
   DecodeKernel* decode;
+  bool plain;               ///< whether the source holds its channels as plain bytes
   const RGBFilter* filter;  ///< null where the source is never filtered
-  StoreKernel* store;
+  const Writer& writer;
 };
 
 /// Converts `count` pixels, whole groups of the source, from the beginning of `in` to pixel `first` of each target.

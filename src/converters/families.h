@@ -36,19 +36,11 @@ LM_DECLARE_KERNEL(DecodeKernel, RGB12PackedV1Bytes)
 
 namespace Sources {
 
-constexpr Source Gray(const Twins<DecodeKernel>& decode, std::uint32_t pixels, std::uint32_t bytes,
-                      WholeGroups groups) {
-  return {decode, pixels, bytes, groups, true, false};
-}
-constexpr Source Planar(const Twins<DecodeKernel>& decode, std::uint32_t sampleBytes) {
-  return {decode, 1, sampleBytes, WholeGroups::kInside, false, true};
-}
-
-inline constexpr Source kGrayscale8 = Gray(LmImagingLib::kGrayscale8Bytes, 1, 1, WholeGroups::kInside);
-inline constexpr Source kGrayscale8Signed = Gray(LmImagingLib::kGrayscale8Signed, 1, 1, WholeGroups::kInside);
-inline constexpr Source kGrayscale16 = Gray(LmImagingLib::kGrayscale16, 1, 2, WholeGroups::kInside);
-inline constexpr Source kGrayscalePackedGEV = Gray(LmImagingLib::kGrayscalePackedGEV, 2, 3, WholeGroups::kCover);
-inline constexpr Source kGrayscale12Packed = Gray(LmImagingLib::kGrayscale12Packed, 2, 3, WholeGroups::kInside);
+inline constexpr Source kGrayscale8{LmImagingLib::kGrayscale8Bytes, 1, 1, WholeGroups::kInside, kGray | kPlain};
+inline constexpr Source kGrayscale8Signed{LmImagingLib::kGrayscale8Signed, 1, 1, WholeGroups::kInside, kGray};
+inline constexpr Source kGrayscale16{LmImagingLib::kGrayscale16, 1, 2, WholeGroups::kInside, kGray};
+inline constexpr Source kGrayscalePackedGEV{LmImagingLib::kGrayscalePackedGEV, 2, 3, WholeGroups::kCover, kGray};
+inline constexpr Source kGrayscale12Packed{LmImagingLib::kGrayscale12Packed, 2, 3, WholeGroups::kInside, kGray};
 
 inline constexpr Source kYUV8_422{LmImagingLib::kYUV8_422, 2, 4};
 inline constexpr Source kYUV8_422_GEV{LmImagingLib::kYUV8_422_GEV, 2, 4};
@@ -66,8 +58,8 @@ inline constexpr Source kRGB16{LmImagingLib::kRGB16, 1, 2};
 inline constexpr Source kRGB48{LmImagingLib::kRGB48, 1, 6};
 inline constexpr Source kBGR48{LmImagingLib::kBGR48, 1, 6};
 inline constexpr Source kRGB64{LmImagingLib::kRGB64, 1, 8};
-inline constexpr Source kRGBPlanar8 = Planar(LmImagingLib::kRGBPlanar8, 1);
-inline constexpr Source kRGBPlanar16 = Planar(LmImagingLib::kRGBPlanar16, 2);
+inline constexpr Source kRGBPlanar8{LmImagingLib::kRGBPlanar8, 1, 1, WholeGroups::kInside, kPlanar | kPlain};
+inline constexpr Source kRGBPlanar16{LmImagingLib::kRGBPlanar16, 1, 2, WholeGroups::kInside, kPlanar};
 inline constexpr Source kBGR10PackedV1{LmImagingLib::kBGR10PackedV1Bytes, 1, 4};
 inline constexpr Source kBGR10PackedV2{LmImagingLib::kBGR10PackedV2Word, 1, 4};
 inline constexpr Source kRGB12PackedV1{LmImagingLib::kRGB12PackedV1Bytes, 2, 9, WholeGroups::kCover};

@@ -10,9 +10,10 @@ void LookUpChannel(const std::uint8_t* entries, const std::uint8_t* from, std::s
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes) Store(table[Load(from + i)], to + i);
   if (i < count) {
-    std::uint8_t copy[kLanes] = {};  // the channel may lie in the source, and the line may end here
+    std::uint8_t copy[kLanes] = {};  // the line may end here
     std::memcpy(copy, from + i, count - i);
-    Store(table[Load(copy)], to + i);
+    Store(table[Load(copy)], copy);
+    std::memcpy(to + i, copy, count - i);
   }
 }
 #else
@@ -24,11 +25,11 @@ void LookUpChannel(const std::uint8_t* entries, const std::uint8_t* from, std::s
 }  // namespace
 
 LookupKernel LookUp;
-Channels LookUp(const LookupTables& tables, const Channels& in, std::size_t count, Strip& strip) {
-  LookUpChannel(tables.red, in.red, count, strip.red);
-  LookUpChannel(tables.green, in.green, count, strip.green);
-  LookUpChannel(tables.blue, in.blue, count, strip.blue);
-  return {strip.red, strip.green, strip.blue};
+Channels LookUp(const LookupTables& tables, const Channels& in, std::size_t count, const Room& room) {
+  LookUpChannel(tables.red, in.red, count, room.red);
+  LookUpChannel(tables.green, in.green, count, room.green);
+  LookUpChannel(tables.blue, in.blue, count, room.blue);
+  return {room.red, room.green, room.blue};
 }
 
 }  // namespace LmImagingLib::LM_ISA

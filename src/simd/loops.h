@@ -44,22 +44,22 @@ SourceLines At(const SourceLines& in, std::size_t pixel) {
 
 /// Decodes a layout whose `Group` makes the `kPixels` pixels of one group, samples or colours.
 template <class Layout>
-Channels DecodeGroups(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip) {
+Channels DecodeGroups(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
   for (std::size_t i = 0; i < count; i += Layout::kPixels) {
     if constexpr (Layout::kGray) {
-      Layout::Group(At<Layout>(in, first + i), strip.red + i);
+      Layout::Group(At<Layout>(in, first + i), room.red + i);
     } else {
       Rgb pixels[Layout::kPixels];
       Layout::Group(At<Layout>(in, first + i), pixels);
       for (std::size_t k = 0; k < Layout::kPixels; ++k) {
-        strip.red[i + k] = pixels[k].r;
-        strip.green[i + k] = pixels[k].g;
-        strip.blue[i + k] = pixels[k].b;
+        room.red[i + k] = pixels[k].r;
+        room.green[i + k] = pixels[k].g;
+        room.blue[i + k] = pixels[k].b;
       }
     }
   }
-  if constexpr (Layout::kGray) return {strip.red, strip.red, strip.red};
-  return {strip.red, strip.green, strip.blue};
+  if constexpr (Layout::kGray) return {room.red, room.red, room.red};
+  return {room.red, room.green, room.blue};
 }
 
 /// Stores through a writer whose `Pixel` makes the `kBytes` bytes of one pixel.
@@ -76,31 +76,41 @@ struct RgbLanes {
 
 /// Decodes a layout whose `Block` makes kLanes pixels, from BytesOf(kLanes) + kBeyond bytes of each line.
 template <class Layout>
-Channels DecodeBlocks(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip) {
-  const auto decode = [&strip](const SourceLines& at, std::size_t i) {
+Channels DecodeBlocks(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
+  const auto decode = [](const SourceLines& at, std::uint8_t* red, std::uint8_t* green, std::uint8_t* blue) {
     if constexpr (Layout::kGray) {
-      Store(Layout::Block(at), strip.red + i);
+      Store(Layout::Block(at), red);
+      (void)green, (void)blue;
     } else {
       const RgbLanes pixels = Layout::Block(at);
-      Store(pixels.r, strip.red + i);
-      Store(pixels.g, strip.green + i);
-      Store(pixels.b, strip.blue + i);
+      Store(pixels.r, red);
+      Store(pixels.g, green);
+      Store(pixels.b, blue);
     }
   };
   SourceLines at = At<Layout>(in, first);
   std::size_t i = 0;
-  for (; i + kLanes <= count; i += kLanes, at = At<Layout>(at, kLanes)) decode(at, i);
+  for (; i + kLanes <= count; i += kLanes, at = At<Layout>(at, kLanes)) {
+    decode(at, room.red + i, room.green + i, room.blue + i);
+  }
   if (i < count) {
-    // The last block reads a copy, so that it reads no byte behind the line.
+    // The last block reads and writes copies, so that it touches no byte behind the line.
+    const std::size_t rest = count - i;
     std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kLanes) + Layout::kBeyond] = {};
     for (std::size_t k = 0; k < Layout::kLines; ++k) {
-      at.line[k] = static_cast<const std::uint8_t*>(
-          std::memcpy(copy[k], at.line[k], BytesOf<Layout>(count - i) + Layout::kBeyond));
+      at.line[k] =
+          static_cast<const std::uint8_t*>(std::memcpy(copy[k], at.line[k], BytesOf<Layout>(rest) + Layout::kBeyond));
     }
-    decode(at, i);
+    std::uint8_t pixels[3][kLanes];
+    decode(at, pixels[0], pixels[1], pixels[2]);
+    std::memcpy(room.red + i, pixels[0], rest);
+    if constexpr (!Layout::kGray) {
+      std::memcpy(room.green + i, pixels[1], rest);
+      std::memcpy(room.blue + i, pixels[2], rest);
+    }
   }
-  if constexpr (Layout::kGray) return {strip.red, strip.red, strip.red};
-  return {strip.red, strip.green, strip.blue};
+  if constexpr (Layout::kGray) return {room.red, room.red, room.red};
+  return {room.red, room.green, room.blue};
 }
 
 template <class Layout>
@@ -159,12 +169,12 @@ constexpr auto Storer(...) -> void (*)(const Channels&, std::size_t, std::uint8_
 }  // namespace LmImagingLib::LM_ISA
 
 /// Exports the decoder of a layout as the kernel `Name`.
-#define LM_EXPORT_DECODER(Name, ...)                                                         \
-  namespace LmImagingLib::LM_ISA {                                                           \
-  DecodeKernel Name;                                                                         \
-  Channels Name(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip) { \
-    return Decoder<__VA_ARGS__>(0)(in, first, count, strip);                                 \
-  }                                                                                          \
+#define LM_EXPORT_DECODER(Name, ...)                                                             \
+  namespace LmImagingLib::LM_ISA {                                                               \
+  DecodeKernel Name;                                                                             \
+  Channels Name(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) { \
+    return Decoder<__VA_ARGS__>(0)(in, first, count, room);                                      \
+  }                                                                                              \
   }
 
 /// Exports a writer as the kernel `Name`.

@@ -15,8 +15,16 @@ struct Strip {
   alignas(64) std::uint8_t blue[kStripPixels];
 };
 
-/// Where the channels of some pixels lie: in a strip, or in the source itself where it holds them as plain bytes.
-/// Of a gray source all three are the same.
+/// Where a decoder puts the channels of its pixels: into a strip, or into planes of the destination. A gray source
+/// fills `red` alone.
+struct Room {
+  std::uint8_t* red;
+  std::uint8_t* green;
+  std::uint8_t* blue;
+};
+
+/// Where the channels of some pixels lie: in the room given, or in the source itself where it holds them as plain
+/// bytes. Of a gray source all three are the same.
 struct Channels {
   const std::uint8_t* red;
   const std::uint8_t* green;
@@ -45,12 +53,13 @@ struct LookupTables {
 
 /// Brings `count` pixels from pixel `first` on (whole groups both) to 8 bits a channel, into the strip unless the
 /// source already holds them so. Reads the bytes of these pixels and no others.
-using DecodeKernel = Channels(const SourceLines& in, std::size_t first, std::size_t count, Strip& strip);
+using DecodeKernel = Channels(const SourceLines& in, std::size_t first, std::size_t count, const Room& room);
 
-/// Replaces each channel value by its entry in the channel's 8-bit table; `in` may lie in the strip.
-using LookupKernel = Channels(const LookupTables& tables, const Channels& in, std::size_t count, Strip& strip);
+/// Replaces each channel value by its entry in the channel's 8-bit table; `in` may lie in the room.
+using LookupKernel = Channels(const LookupTables& tables, const Channels& in, std::size_t count, const Room& room);
 
-/// Stores `count` pixels at pixel `first` of the target, and touches no other byte.
+/// Stores `count` pixels at pixel `first` of the target, and touches no other byte. Channels that already lie there
+/// stay.
 using StoreKernel = void(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first);
 
 /// Parts the samples of a two-tap readout, which come in pairs of left and right, into the order of the line.

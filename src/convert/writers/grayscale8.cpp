@@ -2,19 +2,11 @@
 #include "simd/loops.h"
 
 namespace LmImagingLib::LM_ISA {
-namespace {
 
-struct Writer {
-  static constexpr std::size_t kBytes = 1;
+StoreKernel StoreGrayscale8;
+void StoreGrayscale8(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first) {
+  std::uint8_t* const to = out.line + first;
+  if (in.red != to) std::memmove(to, in.red, count);
+}
 
-  static void Pixel(Rgb pixel, std::uint8_t* to) { to[0] = pixel.r; }
-
-#if LM_LANES
-  static void Block(const RgbLanes& in, std::uint8_t* to) { Store(in.r, to); }
-#endif
-};
-
-}  // namespace
 }  // namespace LmImagingLib::LM_ISA
-
-LM_EXPORT_WRITER(StoreGrayscale8, Writer)

@@ -8,6 +8,7 @@ namespace LmImagingLib {
 struct Writer {
   Twins<StoreKernel> store;
   std::uint32_t pixelBytes;  ///< of planar layouts: bytes in one plane
+  std::uint32_t planes = 0;  ///< planes of plain bytes, into which sources decode directly; 0 where pixels interleave
 };
 
 LM_DECLARE_KERNEL(StoreKernel, StoreRGB16)
@@ -39,10 +40,10 @@ struct OutputBGR32 {
   static constexpr Writer kWriter{kStoreBGR32, 4};
 };
 struct OutputPlanar24 {
-  static constexpr Writer kWriter{kStorePlanar24, 1};
+  static constexpr Writer kWriter{kStorePlanar24, 1, 3};
 };
 struct OutputGrayscale8 {
-  static constexpr Writer kWriter{kStoreGrayscale8, 1};
+  static constexpr Writer kWriter{kStoreGrayscale8, 1, 1};
 };
 struct OutputGrayscale10 {
   static constexpr Writer kWriter{kStoreGrayscale10, 2};

@@ -5,7 +5,7 @@ namespace LmImagingLib::LM_ISA {
 
 // The line is a channel as it stands.
 DecodeKernel Grayscale8Bytes;
-Channels Grayscale8Bytes(const SourceLines& in, std::size_t first, std::size_t /*count*/, Strip& /*strip*/) {
+Channels Grayscale8Bytes(const SourceLines& in, std::size_t first, std::size_t /*count*/, const Room& /*room*/) {
   const std::uint8_t* const line = in.line[0] + first;
   return {line, line, line};
 }
