@@ -15,7 +15,7 @@
 namespace LmImagingLib {
 
 /// The number of instruction sets that kernels are compiled for.
-#define LM_COUNT(Name) +1
+#define LM_COUNT(Name) +1  // NOLINT(bugprone-macro-parentheses): a term of the sum below
 inline constexpr std::size_t kInstructionSets = 0 LM_FOR_EACH_INSTRUCTION_SET(LM_COUNT);
 #undef LM_COUNT
 

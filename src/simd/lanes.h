@@ -24,10 +24,10 @@ namespace {
 /// Pixels of a block: byte lanes of a register.
 inline constexpr std::size_t kLanes = LM_LANES;
 
-typedef std::uint8_t U8 __attribute__((vector_size(kLanes)));
-typedef std::int16_t I16 __attribute__((vector_size(kLanes)));
-typedef std::uint16_t U16 __attribute__((vector_size(kLanes)));
-typedef std::uint32_t U32 __attribute__((vector_size(kLanes)));
+using U8 = std::uint8_t __attribute__((vector_size(kLanes)));
+using I16 = std::int16_t __attribute__((vector_size(kLanes)));
+using U16 = std::uint16_t __attribute__((vector_size(kLanes)));
+using U32 = std::uint32_t __attribute__((vector_size(kLanes)));
 
 inline U8 Load(const std::uint8_t* from) {
   U8 v;
