@@ -1,0 +1,13 @@
+#pragma once
+
+#include "image.h"
+
+namespace LmTool {
+
+/// A Windows bitmap file of 24 bits a pixel.
+///
+/// Rows go bottom up and are padded to a multiple of 4 bytes, which every reader takes at every width; the library's
+/// `BMPSaver` leaves the padding to its caller and cannot tell a failed write.
+Bytes EncodeBmp(const Picture& picture);
+
+}  // namespace LmTool

@@ -1,0 +1,16 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace LmTool {
+
+// Each adds one subcommand, which runs while the command line is parsed.
+void AddTypesCommand(CLI::App& app);
+void AddConvertersCommand(CLI::App& app);
+void AddConvertCommand(CLI::App& app);
+void AddSynthCommand(CLI::App& app);
+void AddGalleryCommand(CLI::App& app);
+
+}  // namespace LmTool

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "LmImagingLib/PixelTypeID.h"
+#include "LmImagingLib/RGBFilter.h"
+#include "image.h"
+
+namespace LmTool {
+
+/// A frame as it came from a camera.
+struct RawFrame {
+  LmImagingLib::PixelTypeID type;
+  ImageSize size;
+  unsigned long flags;  ///< bits of `ConversionFlags`: mosaic layout, demosaicing method, field order
+  Bytes bytes;          ///< of `SourceLayout`, and `kSlackBytes` more
+};
+
+/// Converts to a type that the frame's type has a converter to; lines without padding.
+/// @param filter  white balance, or null
+Bytes ConvertFrame(const RawFrame& frame, const LmImagingLib::PixelTypeID& to, const LmImagingLib::RGBFilter* filter);
+
+/// The picture that a person sees of a conversion to `to`: colour types in colour, gray types and mosaics as the top
+/// 8 bits of their samples.
+Picture ConvertToPicture(const RawFrame& frame, const LmImagingLib::PixelTypeID& to,
+                         const LmImagingLib::RGBFilter* filter);
+
+/// Whether a conversion to `to` writes one sample a pixel: gray, or a mosaic.
+bool HasOneSample(const LmImagingLib::PixelTypeID& to);
+
+}  // namespace LmTool

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "conversion.h"
+
+namespace LmTool {
+
+/// The test scene as a camera of the given type would deliver it.
+/// @param flags  bits of `ConversionFlags`: the mosaic's layout, and which field comes first
+RawFrame EncodeScene(const LmImagingLib::PixelTypeID& type, const ImageSize& size, unsigned long flags);
+
+}  // namespace LmTool

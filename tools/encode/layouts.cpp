@@ -1,0 +1,124 @@
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+#include "encode/layout.h"
+
+namespace LmTool {
+
+using namespace LmImagingLib;
+
+namespace {
+
+constexpr PixelTypeID kLineOrderFlags = kNormalizedFlag | kInterlacedFlag | kDualOutputMask;
+
+constexpr const char* kByte = "one byte a pixel";
+constexpr const char* kWord = "one 16-bit word a pixel, low byte first";
+constexpr const char* kPacked = "two pixels in three bytes, low bits first";
+constexpr const char* kPackedGEV = "two pixels in three bytes: top 8 bits, the low bits of both, top 8 bits";
+constexpr const char* kRGBBytes = "bytes R G B";
+constexpr const char* kBGRBytes = "bytes B G R";
+constexpr const char* kRGBxBytes = "bytes R G B and one unused";
+constexpr const char* kRGBWords = "16-bit words R G B";
+constexpr const char* kBGRWords = "16-bit words B G R";
+constexpr const char* kRGBxWords = "16-bit words R G B and one unused";
+constexpr const char* kPlanarBytes = "planes R, G, B of one byte a pixel";
+constexpr const char* kPlanarWords = "planes R, G, B of one 16-bit word a pixel";
+constexpr const char* kQuad = ", from four zones: left half forwards, right half backwards";
+
+constexpr Layout kLayouts[] = {
+    {0x10001, 8, EncodeGray8, kByte},
+    {0x10401, 8, EncodeGray8Signed, "one signed byte a pixel, -128 is black"},
+    {0x10002, 10, EncodeGray16, kWord},
+    {0x10003, 12, EncodeGray16, kWord},
+    {0x10004, 14, EncodeGray16, kWord},
+    {0x10005, 16, EncodeGray16, kWord},
+    {0x410002, 10, EncodeGrayPacked, kPacked},
+    {0x410003, 12, EncodeGrayPacked, kPacked},
+    {0x10006, 8, EncodeGray8, kByte},
+    {0x10007, 10, EncodeGray16, kWord},
+    {0x10008, 10, EncodeGrayPackedGEV, kPackedGEV},
+    {0x10009, 12, EncodeGrayPackedGEV, kPackedGEV},
+
+    {0x20010, 8, EncodeGray8, kByte},
+    {0x20011, 10, EncodeGray16, kWord},
+    {0x20012, 12, EncodeGray16, kWord},
+    {0x20016, 14, EncodeGray16, kWord},
+    {0x20020, 16, EncodeGray16, kWord},
+    {0x420011, 10, EncodeGrayPacked, kPacked},
+    {0x420012, 12, EncodeGrayPacked, kPacked},
+    {0x20040, 12, EncodeGrayPackedGEV, kPackedGEV},
+    {0x20041, 10, EncodeGrayPackedGEV, kPackedGEV},
+
+    {0x20001, 8, EncodeRGB16, "one 16-bit word: R in bits 15-11, G in 10-5, B in 4-0"},
+    {0x20002, 8, EncodeRGB24, kRGBBytes},
+    {0x420002, 8, EncodeRGB24, kRGBBytes},
+    {0x2000A, 8, EncodeRGB24, kRGBBytes},
+    {0x42000A, 8, EncodeRGB24, kRGBBytes},
+    {0x20006, 8, EncodeBGR24, kBGRBytes},
+    {0x420006, 8, EncodeBGR24, kBGRBytes},
+    {0x20003, 8, EncodeRGB32, kRGBxBytes},
+    {0x2000B, 8, EncodeRGB32, kRGBxBytes},
+    {0x42000B, 8, EncodeRGB32, kRGBxBytes},
+    {0x20007, 8, EncodeBGR32, "bytes B G R and one unused"},
+    {0x820002, 8, EncodeRGBPlanar8, kPlanarBytes},
+    {0x82000A, 8, EncodeRGBPlanar8, kPlanarBytes},
+    {0x82000B, 8, EncodeRGBPlanar8, "planes R, G, B and one unused, of one byte a pixel"},
+    {0x820008, 10, EncodeRGBPlanar16, kPlanarWords},
+    {0x82000C, 12, EncodeRGBPlanar16, kPlanarWords},
+    {0x820004, 16, EncodeRGBPlanar16, kPlanarWords},
+    {0x20008, 10, EncodeRGB48, kRGBWords},
+    {0x2000C, 12, EncodeRGB48, kRGBWords},
+    {0x20004, 16, EncodeRGB48, kRGBWords},
+    {0x20042, 10, EncodeBGR48, kBGRWords},
+    {0x20043, 12, EncodeBGR48, kBGRWords},
+    {0x20009, 10, EncodeRGB64, kRGBxWords},
+    {0x2000D, 12, EncodeRGB64, kRGBxWords},
+    {0x20005, 16, EncodeRGB64, kRGBxWords},
+    {0x20044, 10, EncodeBGR10PackedV1, "four bytes: low bits of all, top 8 bits of B, G, R"},
+    {0x20045, 10, EncodeBGR10PackedV2, "one 32-bit word: B in bits 9-0, G in 19-10, R in 29-20"},
+    {0x20046, 12, EncodeRGB12PackedV1,
+     "two pixels in nine bytes: of each two samples top 8 bits, low bits, top 8 bits"},
+
+    {0x40001, 8, EncodeYUV8, "two pixels in bytes Y0 U Y1 V"},
+    {0x40008, 8, EncodeYUV8_422_GEV, "two pixels in bytes U Y0 V Y1"},
+    {0x40002, 10, EncodeYUV10, "two pixels in 16-bit words Y0 U Y1 V"},
+    {0x440003, 8, EncodeYUV8_444, "bytes Y U V"},
+    {0x440007, 8, EncodeYUV8_444_GEV, "bytes U Y V"},
+    {0x440005, 8, EncodeYCrCb, "bytes Y Cr Cb"},
+    {0x440006, 8, EncodeYUV8_411, "four pixels in bytes U Y0 Y1 V Y2 Y3"},
+};
+
+struct FlagInWords {
+  PixelTypeID mask, value;
+  const char* words;
+};
+constexpr FlagInWords kFlags[] = {
+    {kNormalizedFlag, kNormalizedFlag, ", bits at the top of the word"},
+    {kInterlacedFlag, kInterlacedFlag, ", one field after the other"},
+    {kDualOutputMask, kDualLeftRight, ", samples in turn from the left half and the right half"},
+    {kDualOutputMask, kDualLeftRightInverted, ", samples in turn from the left half and, backwards, the right half"},
+    {kDualOutputMask, kDualLeftInvertedRight, ", samples in turn from, backwards, the left half and the right half"},
+    {kDualOutputMask, kDualLeftInvertedRightInverted,
+     ", samples in turn from the left and the right half, both backwards"},
+    {kDualOutputMask, kDualLines, ", samples in turn from the upper and the lower of two lines"},
+    {kColorSpaceMask | kFormatNumberMask, 0x10006, kQuad},
+    {kColorSpaceMask | kFormatNumberMask, 0x10007, kQuad},
+};
+
+}  // namespace
+
+const Layout& LayoutOf(const PixelTypeID& type) {
+  return *std::find_if(std::begin(kLayouts), std::end(kLayouts),
+                       [&](const Layout& layout) { return layout.type == (type & ~kLineOrderFlags); });
+}
+
+std::string LayoutInWords(const PixelTypeID& type) {
+  std::string words = LayoutOf(type).words;
+  for (const FlagInWords& flag : kFlags) {
+    if ((type & flag.mask) == flag.value) words += flag.words;
+  }
+  return words;
+}
+
+}  // namespace LmTool

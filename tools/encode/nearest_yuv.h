@@ -1,0 +1,21 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "scene.h"
+
+namespace LmTool {
+
+/// Up to four neighbouring pixels that share their chroma.
+struct YuvGroup {
+  std::array<std::uint8_t, 4> luma;
+  std::uint8_t u, v;
+};
+
+/// The studio-range YUV samples of `count` pixels (1 to 4) whose 8-bit colours, as the library decodes them, come
+/// closest to the pixels.
+YuvGroup NearestYuv(const Color16* pixels, std::size_t count);
+
+}  // namespace LmTool

@@ -1,0 +1,33 @@
+// RGB of 8 bits a channel or less: the bytes R G B or B G R, an unused fourth one, or a 5-6-5 word.
+#include "encode/layout.h"
+
+namespace LmTool {
+
+namespace {
+
+std::uint8_t Top8(std::uint16_t sample) { return static_cast<std::uint8_t>(sample >> 8); }
+
+void EncodePixels(const Line& line, std::size_t pixelBytes, std::size_t red, std::size_t blue, std::uint8_t* out) {
+  for (const Color16& color : line.pixels) {
+    out[red] = Top8(color.red);
+    out[1] = Top8(color.green);
+    out[blue] = Top8(color.blue);
+    out += pixelBytes;
+  }
+}
+
+}  // namespace
+
+void EncodeRGB24(const Line& line, const SampleFormat&, std::uint8_t* out) { EncodePixels(line, 3, 0, 2, out); }
+void EncodeBGR24(const Line& line, const SampleFormat&, std::uint8_t* out) { EncodePixels(line, 3, 2, 0, out); }
+void EncodeRGB32(const Line& line, const SampleFormat&, std::uint8_t* out) { EncodePixels(line, 4, 0, 2, out); }
+void EncodeBGR32(const Line& line, const SampleFormat&, std::uint8_t* out) { EncodePixels(line, 4, 2, 0, out); }
+
+void EncodeRGB16(const Line& line, const SampleFormat&, std::uint8_t* out) {
+  for (const Color16& color : line.pixels) {
+    PutWord(out, (color.red & 0xF800U) | (color.green >> 10U) << 5U | color.blue >> 11U);
+    out += 2;
+  }
+}
+
+}  // namespace LmTool

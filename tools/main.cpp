@@ -1,0 +1,30 @@
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+
+#include "commands/commands.h"
+
+int main(int argc, char** argv) {
+  CLI::App app{
+      "Turns raw frames of machine-vision cameras into pictures.\n\n"
+      "  lmimaging types                      lists the pixel types it knows\n"
+      "  lmimaging synth frame.raw --type BayerRGB10 --size 640x480\n"
+      "  lmimaging convert frame.raw picture.bmp --from BayerRGB10 --size 640x480 --demosaic bilinear\n"};
+  app.set_version_flag("--version", "lmimaging " LM_VERSION);
+  app.require_subcommand(1);
+  app.footer("`lmimaging COMMAND --help` tells what a command takes.");
+  LmTool::AddTypesCommand(app);
+  LmTool::AddConvertersCommand(app);
+  LmTool::AddConvertCommand(app);
+  LmTool::AddSynthCommand(app);
+  LmTool::AddGalleryCommand(app);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error);
+  } catch (const std::exception& error) {
+    std::cerr << "lmimaging: " << error.what() << '\n';
+    return 1;
+  }
+  return 0;
+}
