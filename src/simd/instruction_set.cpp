@@ -33,7 +33,8 @@ bool HasInstructionSet(std::size_t set) {
       return __builtin_cpu_supports("avx2") != 0;
     case 3:
       return __builtin_cpu_supports("avx512bw") != 0 && __builtin_cpu_supports("avx512vl") != 0 &&
-             __builtin_cpu_supports("avx512dq") != 0 && __builtin_cpu_supports("avx512vbmi") != 0;
+             __builtin_cpu_supports("avx512dq") != 0 && __builtin_cpu_supports("avx512vbmi") != 0 &&
+             __builtin_cpu_supports("bmi2") != 0;
     default:
       return true;
   }

@@ -51,6 +51,12 @@ inline U8 Fill(std::uint8_t value) { return U8{} + value; }
 namespace LmImagingLib::LM_ISA {
 namespace {
 
+/// Copies `count` bytes, and touches no other.
+inline void CopyPart(const std::uint8_t* from, std::size_t count, std::uint8_t* to) {
+  for (; count > kLanes; count -= kLanes, from += kLanes, to += kLanes) Store(Load(from), to);
+  StorePart(LoadPart(from, count), to, count);
+}
+
 template <class Index, std::size_t kStep, std::size_t... kLane>
 inline U8 PickStep(U8 before, U8 next, std::index_sequence<kLane...>) {
   // Lanes that lie in the vectors before stay where an earlier step put them.

@@ -17,6 +17,23 @@ inline U8 LoadHalf(const std::uint8_t* from) {
 inline U8 LoadHalf(const std::uint8_t* from) { return U8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from))); }
 #endif
 
+#if LM_LANES == 64
+/// Loads and stores the first `count` bytes, at most kLanes, and touches no other; the rest loads as 0.
+inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
+  return U8(_mm512_maskz_loadu_epi8(_bzhi_u64(~std::uint64_t{0}, static_cast<unsigned>(count)), from));
+}
+inline void StorePart(U8 v, std::uint8_t* to, std::size_t count) {
+  _mm512_mask_storeu_epi8(to, _bzhi_u64(~std::uint64_t{0}, static_cast<unsigned>(count)), __m512i(v));
+}
+#else
+inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
+  U8 v{};
+  std::memcpy(&v, from, count);
+  return v;
+}
+inline void StorePart(U8 v, std::uint8_t* to, std::size_t count) { std::memcpy(to, &v, count); }
+#endif
+
 /// The bytes of a vector as 16-bit lanes, in two halves whose order only `Join` and `ClampJoin` know.
 inline U16 LowHalf(U8 v) {
 #if LM_LANES == 64
@@ -45,6 +62,21 @@ inline U8 ClampJoin(I16 low, I16 high) {
   return U8(_mm256_packus_epi16(__m256i(low), __m256i(high)));
 #else
   return U8(_mm_packus_epi16(__m128i(low), __m128i(high)));
+#endif
+}
+
+/// The bytes of two vectors of words in turn, signed values clamped to 0..255.
+inline U8 ClampZip(I16 even, I16 odd) {
+#if LM_LANES == 64
+  const __m512i order = _mm512_broadcast_i32x4(_mm_setr_epi8(0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15));
+  return U8(_mm512_shuffle_epi8(__m512i(ClampJoin(even, odd)), order));
+#elif LM_LANES == 32
+  const __m256i order =
+      _mm256_broadcastsi128_si256(_mm_setr_epi8(0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15));
+  return U8(_mm256_shuffle_epi8(__m256i(ClampJoin(even, odd)), order));
+#else
+  const __m128i order = _mm_setr_epi8(0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15);
+  return U8(_mm_shuffle_epi8(__m128i(ClampJoin(even, odd)), order));
 #endif
 }
 

@@ -9,12 +9,7 @@ void LookUpChannel(const std::uint8_t* entries, const std::uint8_t* from, std::s
   const Table table(entries);
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes) Store(table[Load(from + i)], to + i);
-  if (i < count) {
-    std::uint8_t copy[kLanes] = {};  // the line may end here
-    std::memcpy(copy, from + i, count - i);
-    Store(table[Load(copy)], copy);
-    std::memcpy(to + i, copy, count - i);
-  }
+  if (i < count) StorePart(table[LoadPart(from + i, count - i)], to + i, count - i);
 }
 #else
 void LookUpChannel(const std::uint8_t* entries, const std::uint8_t* from, std::size_t count, std::uint8_t* to) {

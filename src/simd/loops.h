@@ -96,17 +96,17 @@ Channels DecodeBlocks(const SourceLines& in, std::size_t first, std::size_t coun
   if (i < count) {
     // The last block reads and writes copies, so that it touches no byte behind the line.
     const std::size_t rest = count - i;
-    std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kLanes) + Layout::kBeyond] = {};
+    std::uint8_t copy[Layout::kLines][(BytesOf<Layout>(kLanes) + Layout::kBeyond + kLanes - 1) / kLanes * kLanes];
     for (std::size_t k = 0; k < Layout::kLines; ++k) {
-      at.line[k] =
-          static_cast<const std::uint8_t*>(std::memcpy(copy[k], at.line[k], BytesOf<Layout>(rest) + Layout::kBeyond));
+      CopyPart(at.line[k], BytesOf<Layout>(rest) + Layout::kBeyond, copy[k]);
+      at.line[k] = copy[k];
     }
-    std::uint8_t pixels[3][kLanes];
+    alignas(kLanes) std::uint8_t pixels[3][kLanes];
     decode(at, pixels[0], pixels[1], pixels[2]);
-    std::memcpy(room.red + i, pixels[0], rest);
+    StorePart(Load(pixels[0]), room.red + i, rest);
     if constexpr (!Layout::kGray) {
-      std::memcpy(room.green + i, pixels[1], rest);
-      std::memcpy(room.blue + i, pixels[2], rest);
+      StorePart(Load(pixels[1]), room.green + i, rest);
+      StorePart(Load(pixels[2]), room.blue + i, rest);
     }
   }
   if constexpr (Layout::kGray) return {room.red, room.red, room.red};
@@ -133,15 +133,11 @@ void StoreBlocks(const Channels& in, std::size_t count, std::uint8_t* to) {
     }
   }
   if (i < count) {
-    // The last block reads and writes copies: channels may lie in the source, and the line may end here.
+    // Channels may lie in the source, and either line may end here.
     const std::size_t rest = count - i;
-    std::uint8_t copy[3][kLanes] = {};
-    std::memcpy(copy[0], in.red + i, rest);
-    std::memcpy(copy[1], in.green + i, rest);
-    std::memcpy(copy[2], in.blue + i, rest);
     std::uint8_t block[kLanes * Writer::kBytes];
-    Writer::Block({Load(copy[0]), Load(copy[1]), Load(copy[2])}, block);
-    std::memcpy(to, block, rest * Writer::kBytes);
+    Writer::Block({LoadPart(in.red + i, rest), LoadPart(in.green + i, rest), LoadPart(in.blue + i, rest)}, block);
+    CopyPart(block, rest * Writer::kBytes, to);
   }
 }
 

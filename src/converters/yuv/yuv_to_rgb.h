@@ -22,26 +22,43 @@ struct Yuv {
   }
 
 #if LM_LANES
-  struct Half {
-    I16 r, g, b;
-  };
-
   // The same in 16 bits. The factors and 1024 are divided by what they have in common, and whole multiples of y, cu and
   // cv taken out of the shift: 1196/1024 = 1 + 43/256, 1642/1024 = 2 - (102 - 1/2)/256, 832/1024 = 1 - 48/256,
   // 400/1024 = 100/256, 2064/1024 = 2 + 4/256; and (512 - 19136)/4 = -4656. Halving cv rounds down, as the whole shift
   // does. No intermediate leaves 16 bits: luma is -4656..6309, 102 cv at most 13056, 48 cv - 100 cu at most 18944.
-  static Half Convert(I16 y, I16 u, I16 v) {
-    const I16 cu = u - 128;
-    const I16 cv = v - 128;
+  struct Chroma {
+    Chroma(I16 u, I16 v) : Chroma(u - 128, v - 128, 0) {}
+
+    I16 r, g, b;                 // inside the shift
+    I16 wholeR, wholeG, wholeB;  // outside
+
+   private:
+    Chroma(I16 cu, I16 cv, int /*centred*/)
+        : r((cv >> 1) - cv * 102), g(cv * 48 - cu * 100), b(cu << 2), wholeR(cv + cv), wholeG(-cv), wholeB(cu + cu) {}
+  };
+
+  struct Words {
+    I16 r, g, b;
+  };
+
+  static Words Convert(I16 y, const Chroma& chroma) {
     const I16 luma = y * 43 - 4656;
-    return {((luma - cv * 102 + (cv >> 1)) >> 8) + y + cv + cv, ((luma + cv * 48 - cu * 100) >> 8) + y - cv,
-            ((luma + cu * 4) >> 8) + y + cu + cu};
+    return {((luma + chroma.r) >> 8) + (y + chroma.wholeR), ((luma + chroma.g) >> 8) + (y + chroma.wholeG),
+            ((luma + chroma.b) >> 8) + (y + chroma.wholeB)};
   }
 
   static RgbLanes Color(U8 y, U8 u, U8 v) {
-    const Half low = Convert(I16(LowHalf(y)), I16(LowHalf(u)), I16(LowHalf(v)));
-    const Half high = Convert(I16(HighHalf(y)), I16(HighHalf(u)), I16(HighHalf(v)));
+    const Words low = Convert(I16(LowHalf(y)), {I16(LowHalf(u)), I16(LowHalf(v))});
+    const Words high = Convert(I16(HighHalf(y)), {I16(HighHalf(u)), I16(HighHalf(v))});
     return {ClampJoin(low.r, high.r), ClampJoin(low.g, high.g), ClampJoin(low.b, high.b)};
+  }
+
+  /// Pairs of pixels that share their chroma.
+  static RgbLanes Color(I16 evenY, I16 oddY, I16 u, I16 v) {
+    const Chroma chroma(u, v);
+    const Words even = Convert(evenY, chroma);
+    const Words odd = Convert(oddY, chroma);
+    return {ClampZip(even.r, odd.r), ClampZip(even.g, odd.g), ClampZip(even.b, odd.b)};
   }
 #endif
 };
