@@ -1,5 +1,7 @@
 #include "convert/line_converter.h"
 
+#include <algorithm>
+
 #include "convert/conversion_context.h"
 
 namespace LmImagingLib {
@@ -15,6 +17,13 @@ std::size_t ConvertedPixels(const Source& source, std::uint32_t pixelCount) {
   return pixels - pixels % source.groupPixels;
 }
 
+const Shortcut* FindShortcut(const Source& source, const Writer& writer) {
+  const Shortcut* const end = source.shortcuts + source.shortcutCount;
+  const Shortcut* const found =
+      std::find_if(source.shortcuts, end, [&writer](const Shortcut& shortcut) { return shortcut.writer == &writer; });
+  return found == end ? nullptr : found;
+}
+
 constexpr std::uint32_t PixelBytes(const Source& source) {
   return (source.groupBytes + source.groupPixels - 1) / source.groupPixels;
 }
@@ -26,6 +35,7 @@ LineConverter::LineConverter(const Source& source, const Writer& writer, const P
     : PixelConverter(from, to, PixelBytes(source), writer.pixelBytes, 1, 1),
       mSource(source),
       mWriter(writer),
+      mShortcut(FindShortcut(source, writer)),
       mShift(static_cast<std::uint32_t>(shift) & 31U) {}
 
 unsigned long LineConverter::GetSourceLineSize(unsigned long pixelCount) const {
@@ -38,8 +48,14 @@ unsigned long LineConverter::GetSourceLineSize(unsigned long pixelCount) const {
 Result LineConverter::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {
   const ContextScope context;
   const TargetLine target = TargetAt(destination, *context);
-  ConvertStrips(Steps(*context), LinesAt(source, *context),
-                ConvertedPixels(mSource, static_cast<std::uint32_t>(pixelCount)), &target, 1, 0);
+  const SourceLines lines = LinesAt(source, *context);
+  const std::size_t pixels = ConvertedPixels(mSource, static_cast<std::uint32_t>(pixelCount));
+  const StripSteps steps = Steps(*context);
+  if (mShortcut != nullptr && !steps.LooksUp()) {
+    mShortcut->convert.Active()(lines, 0, pixels * mShortcut->samplesPerPixel, {target.line, nullptr, nullptr});
+  } else {
+    ConvertStrips(steps, lines, pixels, &target, 1, 0);
+  }
   return Result::OK;
 }
 

@@ -3,6 +3,7 @@
 #include "LmImagingLib/PixelConverter.h"
 #include "convert/strips.h"
 #include "convert/writers/writers.h"
+#include "simd/kernel.h"
 
 namespace LmImagingLib {
 
@@ -22,6 +23,13 @@ enum SourceTraits : unsigned {
   kPlain = 4,   ///< channels are plain bytes, and not decoded but handed on
 };
 
+/// A way from a source to one writer that needs no strip, for conversions that look nothing up.
+struct Shortcut {
+  const Writer* writer;
+  Twins<DecodeKernel> convert;    ///< decodes into the destination's line
+  std::uint32_t samplesPerPixel;  ///< what the kernel counts as a pixel is a sample
+};
+
 /// A source layout: how its samples are decoded, and how they lie.
 struct Source {
   Twins<DecodeKernel> decode;
@@ -29,6 +37,8 @@ struct Source {
   std::uint32_t groupBytes;   ///< the bytes that they take
   WholeGroups groups = WholeGroups::kInside;
   unsigned traits = 0;  ///< bits of `SourceTraits`
+  const Shortcut* shortcuts = nullptr;
+  std::size_t shortcutCount = 0;
 };
 
 /// Converts line by line from a source layout to a writer's.
@@ -49,6 +59,7 @@ class LineConverter : public PixelConverter {
  private:
   const Source& mSource;
   const Writer& mWriter;
+  const Shortcut* mShortcut;
   std::uint32_t mShift;
 };
 

@@ -1,6 +1,7 @@
 #include "convert/strips.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "convert/filter_tables.h"
 #include "convert/writers/writers.h"
@@ -15,30 +16,38 @@ namespace {
 
 Room RoomIn(Strip& strip) { return {strip.red, strip.green, strip.blue}; }
 
-// The tables to look up, or null where that would change nothing.
-const RGBFilterTables* TablesOf(const StripSteps& steps) {
-  if (steps.filter == nullptr) return nullptr;
+Channels Decode(const StripSteps& steps, bool looksUp, const SourceLines& in, std::size_t first, std::size_t count,
+                const Room& room) {
+  const Channels channels = steps.decode(in, first, count, room);
+  if (!looksUp) return channels;
   const RGBFilterTables& tables = TablesOf(*steps.filter);
-  return tables.IsIdentity8() ? nullptr : &tables;
+  return kLookUp.Active()({tables.red8, tables.green8, tables.blue8}, channels, count, room);
 }
 
-Channels Decode(const StripSteps& steps, const RGBFilterTables* tables, const SourceLines& in, std::size_t first,
-                std::size_t count, const Room& room) {
-  const Channels channels = steps.decode(in, first, count, room);
-  if (tables == nullptr) return channels;
-  return kLookUp.Active()({tables->red8, tables->green8, tables->blue8}, channels, count, room);
+// Gives the second target the pixels that the first one has. Where they interleave, copying them is quicker than
+// storing them again.
+void Repeat(const Writer& writer, const Channels& channels, std::size_t count, const TargetLine* targets,
+            std::size_t first) {
+  if (writer.planes != 0) {
+    writer.store.Active()(channels, count, targets[1], first);
+  } else {
+    std::memcpy(targets[1].line + first * writer.pixelBytes, targets[0].line + first * writer.pixelBytes,
+                count * writer.pixelBytes);
+  }
 }
 
 }  // namespace
 
+bool StripSteps::LooksUp() const { return filter != nullptr && !TablesOf(*filter).IsIdentity8(); }
+
 void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first) {
   Strip strip;
-  const RGBFilterTables* const tables = TablesOf(steps);
+  const bool looksUp = steps.LooksUp();
   StoreKernel* const store = steps.writer.store.Active();
   const bool intoPlanes = steps.writer.planes != 0 && targetCount == 1;
   // What needs no strip is done in one go.
-  const std::size_t step = tables == nullptr && (steps.plain || intoPlanes) ? count : kStripPixels;
+  const std::size_t step = !looksUp && (steps.plain || intoPlanes) ? count : kStripPixels;
   for (std::size_t at = 0; at < count; at += step) {
     const std::size_t pixels = std::min(step, count - at);
     Room room = RoomIn(strip);
@@ -46,15 +55,16 @@ void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t c
       std::uint8_t* const plane = targets->line + first + at;
       room = {plane, plane + targets->planeSize, plane + 2 * targets->planeSize};
     }
-    const Channels channels = Decode(steps, tables, in, at, pixels, room);
-    for (std::size_t k = 0; k < targetCount; ++k) store(channels, pixels, targets[k], first + at);
+    const Channels channels = Decode(steps, looksUp, in, at, pixels, room);
+    store(channels, pixels, targets[0], first + at);
+    if (targetCount == 2) Repeat(steps.writer, channels, pixels, targets, first + at);
   }
 }
 
 void ConvertPartOfGroup(const StripSteps& steps, const SourceLines& in, std::size_t decoded, std::size_t stored,
                         const TargetLine* targets, std::size_t targetCount, std::size_t first) {
   Strip strip;
-  const Channels channels = Decode(steps, TablesOf(steps), in, 0, decoded, RoomIn(strip));
+  const Channels channels = Decode(steps, steps.LooksUp(), in, 0, decoded, RoomIn(strip));
   for (std::size_t k = 0; k < targetCount; ++k) steps.writer.store.Active()(channels, stored, targets[k], first);
 }
 
@@ -66,7 +76,7 @@ void ConvertTapStrips(const StripSteps& steps, const SourceLines& in, std::size_
   alignas(64) std::uint8_t right[kStripPixels / 2];
   for (std::size_t at = 0; at < pairs; at += kStripPixels / 2) {
     const std::size_t count = std::min(kStripPixels / 2, pairs - at);
-    const Channels channels = Decode(steps, nullptr, in, 2 * at, 2 * count, RoomIn(samples));
+    const Channels channels = Decode(steps, false, in, 2 * at, 2 * count, RoomIn(samples));
     kSplitTaps.Active()(channels.red, count, leftBackwards, rightBackwards, left, right);
     const std::size_t leftAt = leftBackwards ? pairs - at - count : at;
     const std::size_t rightAt = pairs + (rightBackwards ? pairs - at - count : at);

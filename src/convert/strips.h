@@ -13,6 +13,9 @@ struct StripSteps {
   bool plain;               ///< whether the source holds its channels as plain bytes
   const RGBFilter* filter;  ///< null where the source is never filtered
   const Writer& writer;
+
+  /// Whether there is a filter that changes anything.
+  bool LooksUp() const;
 };
 
 /// Converts `count` pixels, whole groups of the source, from the beginning of `in` to pixel `first` of each target.

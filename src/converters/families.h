@@ -34,6 +34,14 @@ LM_DECLARE_KERNEL(DecodeKernel, BGR10PackedV1Bytes)
 LM_DECLARE_KERNEL(DecodeKernel, BGR10PackedV2Word)
 LM_DECLARE_KERNEL(DecodeKernel, RGB12PackedV1Bytes)
 
+LM_DECLARE_KERNEL(DecodeKernel, Swap24To24)
+LM_DECLARE_KERNEL(DecodeKernel, Keep24To32)
+LM_DECLARE_KERNEL(DecodeKernel, Swap24To32)
+LM_DECLARE_KERNEL(DecodeKernel, Keep32To24)
+LM_DECLARE_KERNEL(DecodeKernel, Swap32To24)
+LM_DECLARE_KERNEL(DecodeKernel, Keep32To32)
+LM_DECLARE_KERNEL(DecodeKernel, Swap32To32)
+
 namespace Sources {
 
 inline constexpr Source kGrayscale8{LmImagingLib::kGrayscale8Bytes, 1, 1, WholeGroups::kInside, kGray | kPlain};
@@ -50,13 +58,38 @@ inline constexpr Source kYUV8_444_GEV{LmImagingLib::kYUV8_444_GEV, 1, 3};
 inline constexpr Source kYCrCb{LmImagingLib::kYCrCb444, 1, 3};
 inline constexpr Source kYUV8_411{LmImagingLib::kYUV8_411, 4, 6, WholeGroups::kYuv411};
 
-inline constexpr Source kRGB24{LmImagingLib::kRGB24, 1, 3};
-inline constexpr Source kBGR24{LmImagingLib::kBGR24, 1, 3};
-inline constexpr Source kRGB32{LmImagingLib::kRGB32, 1, 4};
-inline constexpr Source kBGR32{LmImagingLib::kBGR32, 1, 4};
+// Bytes that only change places are shuffled in a register, without a strip: two thirds of the time and less.
+inline constexpr Shortcut kShortcutsFromRGB24[] = {{&OutputBGR24::kWriter, kSwap24To24, 1},
+                                                   {&OutputRGB32::kWriter, kKeep24To32, 1},
+                                                   {&OutputBGR32::kWriter, kSwap24To32, 1}};
+inline constexpr Shortcut kShortcutsFromBGR24[] = {{&OutputRGB24::kWriter, kSwap24To24, 1},
+                                                   {&OutputRGB32::kWriter, kSwap24To32, 1},
+                                                   {&OutputBGR32::kWriter, kKeep24To32, 1}};
+inline constexpr Shortcut kShortcutsFromRGB32[] = {{&OutputRGB24::kWriter, kKeep32To24, 1},
+                                                   {&OutputBGR24::kWriter, kSwap32To24, 1},
+                                                   {&OutputRGB32::kWriter, kKeep32To32, 1},
+                                                   {&OutputBGR32::kWriter, kSwap32To32, 1}};
+inline constexpr Shortcut kShortcutsFromBGR32[] = {{&OutputRGB24::kWriter, kSwap32To24, 1},
+                                                   {&OutputBGR24::kWriter, kKeep32To24, 1},
+                                                   {&OutputRGB32::kWriter, kSwap32To32, 1}};
+// Words in the order of the bytes to write: three samples of gray a pixel.
+inline constexpr Shortcut kShortcutsFromRGB48[] = {{&OutputRGB24::kWriter, LmImagingLib::kGrayscale16, 3}};
+inline constexpr Shortcut kShortcutsFromBGR48[] = {{&OutputBGR24::kWriter, LmImagingLib::kGrayscale16, 3}};
+
+template <std::size_t kCount>
+constexpr Source WithShortcuts(Source source, const Shortcut (&shortcuts)[kCount]) {
+  source.shortcuts = shortcuts;
+  source.shortcutCount = kCount;
+  return source;
+}
+
+inline constexpr Source kRGB24 = WithShortcuts({LmImagingLib::kRGB24, 1, 3}, kShortcutsFromRGB24);
+inline constexpr Source kBGR24 = WithShortcuts({LmImagingLib::kBGR24, 1, 3}, kShortcutsFromBGR24);
+inline constexpr Source kRGB32 = WithShortcuts({LmImagingLib::kRGB32, 1, 4}, kShortcutsFromRGB32);
+inline constexpr Source kBGR32 = WithShortcuts({LmImagingLib::kBGR32, 1, 4}, kShortcutsFromBGR32);
 inline constexpr Source kRGB16{LmImagingLib::kRGB16, 1, 2};
-inline constexpr Source kRGB48{LmImagingLib::kRGB48, 1, 6};
-inline constexpr Source kBGR48{LmImagingLib::kBGR48, 1, 6};
+inline constexpr Source kRGB48 = WithShortcuts({LmImagingLib::kRGB48, 1, 6}, kShortcutsFromRGB48);
+inline constexpr Source kBGR48 = WithShortcuts({LmImagingLib::kBGR48, 1, 6}, kShortcutsFromBGR48);
 inline constexpr Source kRGB64{LmImagingLib::kRGB64, 1, 8};
 inline constexpr Source kRGBPlanar8{LmImagingLib::kRGBPlanar8, 1, 1, WholeGroups::kInside, kPlanar | kPlain};
 inline constexpr Source kRGBPlanar16{LmImagingLib::kRGBPlanar16, 1, 2, WholeGroups::kInside, kPlanar};

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "simd/loops.h"
+
+// Pixels whose bytes only change places: no strip, one shuffle for as many pixels as a register holds.
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+/// Byte i of the result is byte `kOrder[i]` of the source pixel; kZero stands for 0.
+inline constexpr std::size_t kZero = 99;
+
+/// Shuffles pixels of `Map::kFrom` bytes into pixels of `Map::kTo` bytes, as `Map::kOrder` tells.
+template <class Map>
+void ShufflePixel(const std::uint8_t* from, std::uint8_t* to) {
+  std::uint8_t pixel[Map::kTo];
+  for (std::size_t i = 0; i < Map::kTo; ++i) pixel[i] = Map::kOrder[i] == kZero ? 0 : from[Map::kOrder[i]];
+  std::memcpy(to, pixel, sizeof pixel);
+}
+
+#if LM_LANES
+
+// On 32-byte registers shuffles do not cross the middle, so 16 bytes are the better width there.
+inline constexpr std::size_t kShuffleBytes = kLanes == 64 ? 64 : 16;
+typedef std::uint8_t Bytes __attribute__((vector_size(kShuffleBytes)));
+
+template <class Map, std::size_t... kLane>
+inline Bytes ShuffleBytes(Bytes v, std::index_sequence<kLane...>) {
+  // Lanes behind the last whole pixel keep their byte.
+  constexpr std::size_t kPixels = kShuffleBytes / (Map::kFrom > Map::kTo ? Map::kFrom : Map::kTo);
+  return __builtin_shufflevector(
+      v, Bytes{},
+      (kLane >= kPixels * Map::kTo              ? kLane
+       : Map::kOrder[kLane % Map::kTo] == kZero ? kShuffleBytes
+                                                : kLane / Map::kTo * Map::kFrom + Map::kOrder[kLane % Map::kTo])...);
+}
+
+template <class Map>
+void ShufflePixels(const std::uint8_t* from, std::uint8_t* to, std::size_t count) {
+  constexpr std::size_t kPixels = kShuffleBytes / (Map::kFrom > Map::kTo ? Map::kFrom : Map::kTo);
+  constexpr std::make_index_sequence<kShuffleBytes> kAll{};
+#if LM_LANES == 64
+  for (; count != 0;) {
+    const std::size_t pixels = count < kPixels ? count : kPixels;
+    const Bytes shuffled = ShuffleBytes<Map>(LoadPart(from, pixels * Map::kFrom), kAll);
+    StorePart(shuffled, to, pixels * Map::kTo);
+    count -= pixels;
+    from += pixels * Map::kFrom;
+    to += pixels * Map::kTo;
+  }
+#else
+  // A register reaches past its whole pixels. What it loads there is not used, and what it stores there is the next
+  // pixels' or is stored again, so a step needs a whole register of line on either side.
+  while (count * Map::kFrom >= kShuffleBytes && count * Map::kTo >= kShuffleBytes) {
+    Bytes v;
+    std::memcpy(&v, from, kShuffleBytes);
+    v = ShuffleBytes<Map>(v, kAll);
+    std::memcpy(to, &v, kShuffleBytes);
+    count -= kPixels;
+    from += kPixels * Map::kFrom;
+    to += kPixels * Map::kTo;
+  }
+  for (; count != 0; --count, from += Map::kFrom, to += Map::kTo) ShufflePixel<Map>(from, to);
+#endif
+}
+
+#else
+
+template <class Map>
+void ShufflePixels(const std::uint8_t* from, std::uint8_t* to, std::size_t count) {
+  for (; count != 0; --count, from += Map::kFrom, to += Map::kTo) ShufflePixel<Map>(from, to);
+}
+
+#endif
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
