@@ -1,4 +1,6 @@
 // PixelTypeFactory's registry of converters between pairs of types.
+#include <iterator>
+
 #include "LmBaseLib/LockScope.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "factory/factory_internal.h"
@@ -60,8 +62,9 @@ Result PixelTypeFactory::ClonePixelConverters(const PixelTypeID& from, const Pix
     const bool source = pair.first == from;
     const bool destination = pair.second == from;
     known = known || source || destination;
-    if (source != destination)
+    if (source != destination) {
       clones.emplace(source ? std::make_pair(to, pair.second) : std::make_pair(pair.first, to), converter);
+    }
   }
   if (!known) return Result::INVALID_PARAMETER;
   state->converters.merge(clones);  // pairs that exist stay

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "LmBaseLib/LockScope.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 
 namespace LmImagingLib {
@@ -18,6 +19,7 @@ LmBaseLib::Gate& FactoryGate() {
 PixelTypeFactoryInternal* PixelTypeFactory::Internal() {
   struct Release {
     ~Release() {
+      const LmBaseLib::LockScope lock(FactoryGate());  // a thread may still be asking while the process ends
       delete sInternal;
       sInternal = nullptr;
     }

@@ -37,6 +37,7 @@ const PixelType* PixelTypeFactory::FindPixelType(const PixelTypeID& id) {
 bool PixelTypeFactory::HasPixelType(const PixelTypeID& id) { return FindPixelType(id) != nullptr; }
 
 PixelType* PixelTypeFactory::CreatePixelType(const PixelTypeID& id) {
+  const LockScope lock(FactoryGate());
   const PixelType* const type = FindPixelType(id);
   return type == nullptr ? nullptr : type->Clone();
 }
