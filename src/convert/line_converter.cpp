@@ -60,7 +60,7 @@ Result LineConverter::ConvertLine(const void* source, void* destination, unsigne
 }
 
 StripSteps LineConverter::Steps(const ConversionContext& context) const {
-  return {mSource.decode.Active(), (mSource.traits & kPlain) != 0,
+  return {mSource.decode.Active(), mSource.groupPixels, (mSource.traits & kPlain) != 0,
           (mSource.traits & kGray) != 0 ? nullptr : context.filter, mWriter};
 }
 

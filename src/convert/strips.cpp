@@ -16,12 +16,21 @@ namespace {
 
 Room RoomIn(Strip& strip) { return {strip.red, strip.green, strip.blue}; }
 
-Channels Decode(const StripSteps& steps, bool looksUp, const SourceLines& in, std::size_t first, std::size_t count,
-                const Room& room) {
-  const Channels channels = steps.decode(in, first, count, room);
-  if (!looksUp) return channels;
+LookupTables TablesOf(const StripSteps& steps) {
   const RGBFilterTables& tables = TablesOf(*steps.filter);
-  return kLookUp.Active()({tables.red8, tables.green8, tables.blue8}, channels, count, room);
+  return {tables.red8, tables.green8, tables.blue8};
+}
+
+constexpr std::size_t kCacheLine = 64;
+
+// The pixels to convert until the target reaches a cache line: stores that cross one cost twice as much. None where no
+// whole number of groups gets there.
+std::size_t PixelsToCacheLine(const StripSteps& steps, const std::uint8_t* target) {
+  const std::size_t missing = (kCacheLine - reinterpret_cast<std::uintptr_t>(target) % kCacheLine) % kCacheLine;
+  const std::size_t bytes = steps.writer.pixelBytes;
+  // 3 x 43 is 1 modulo 64, so every address is whole pixels of three bytes away from a cache line.
+  const std::size_t pixels = bytes == 3 ? missing * 43 % kCacheLine : missing / bytes;
+  return pixels * bytes % kCacheLine == missing && pixels % steps.groupPixels == 0 ? pixels : 0;
 }
 
 // Gives the second target the pixels that the first one has. Where they interleave, copying them is quicker than
@@ -48,14 +57,17 @@ void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t c
   const bool intoPlanes = steps.writer.planes != 0 && targetCount == 1;
   // What needs no strip is done in one go.
   const std::size_t step = !looksUp && (steps.plain || intoPlanes) ? count : kStripPixels;
-  for (std::size_t at = 0; at < count; at += step) {
-    const std::size_t pixels = std::min(step, count - at);
+  std::size_t pixels = PixelsToCacheLine(steps, targets->line + first * steps.writer.pixelBytes);
+  if (pixels == 0) pixels = step;
+  for (std::size_t at = 0; at < count; at += pixels, pixels = step) {
+    pixels = std::min(pixels, count - at);
     Room room = RoomIn(strip);
     if (intoPlanes) {
       std::uint8_t* const plane = targets->line + first + at;
       room = {plane, plane + targets->planeSize, plane + 2 * targets->planeSize};
     }
-    const Channels channels = Decode(steps, looksUp, in, at, pixels, room);
+    Channels channels = steps.decode(in, at, pixels, room);
+    if (looksUp) channels = kLookUp.Active()(TablesOf(steps), channels, pixels, room);
     store(channels, pixels, targets[0], first + at);
     if (targetCount == 2) Repeat(steps.writer, channels, pixels, targets, first + at);
   }
@@ -64,8 +76,9 @@ void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t c
 void ConvertPartOfGroup(const StripSteps& steps, const SourceLines& in, std::size_t decoded, std::size_t stored,
                         const TargetLine* targets, std::size_t targetCount, std::size_t first) {
   Strip strip;
-  const Channels channels = Decode(steps, steps.LooksUp(), in, 0, decoded, RoomIn(strip));
-  for (std::size_t k = 0; k < targetCount; ++k) steps.writer.store.Active()(channels, stored, targets[k], first);
+  Channels channels = steps.decode(in, 0, decoded, RoomIn(strip));
+  if (steps.LooksUp()) channels = kLookUp.Definition()(TablesOf(steps), channels, stored, RoomIn(strip));
+  for (std::size_t k = 0; k < targetCount; ++k) steps.writer.store.Definition()(channels, stored, targets[k], first);
 }
 
 void ConvertTapStrips(const StripSteps& steps, const SourceLines& in, std::size_t pairs, const TargetLine& target,
@@ -76,7 +89,7 @@ void ConvertTapStrips(const StripSteps& steps, const SourceLines& in, std::size_
   alignas(64) std::uint8_t right[kStripPixels / 2];
   for (std::size_t at = 0; at < pairs; at += kStripPixels / 2) {
     const std::size_t count = std::min(kStripPixels / 2, pairs - at);
-    const Channels channels = Decode(steps, false, in, 2 * at, 2 * count, RoomIn(samples));
+    const Channels channels = steps.decode(in, 2 * at, 2 * count, RoomIn(samples));
     kSplitTaps.Active()(channels.red, count, leftBackwards, rightBackwards, left, right);
     const std::size_t leftAt = leftBackwards ? pairs - at - count : at;
     const std::size_t rightAt = pairs + (rightBackwards ? pairs - at - count : at);

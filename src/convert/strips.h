@@ -10,8 +10,9 @@ struct Writer;
 /// The steps of a line: decode, look up, store.
 struct StripSteps {
   DecodeKernel* decode;
-  bool plain;               ///< whether the source holds its channels as plain bytes
-  const RGBFilter* filter;  ///< null where the source is never filtered
+  std::uint32_t groupPixels;  ///< pixels that the source decodes together
+  bool plain;                 ///< whether the source holds its channels as plain bytes
+  const RGBFilter* filter;    ///< null where the source is never filtered
   const Writer& writer;
 
   /// Whether there is a filter that changes anything.
@@ -23,7 +24,7 @@ struct StripSteps {
 void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first);
 
-/// As `ConvertStrips`, of the first `stored` pixels of a group of `decoded`.
+/// Converts the first `stored` pixels of a group of `decoded`; `steps.decode` is meant to be a scalar kernel.
 void ConvertPartOfGroup(const StripSteps& steps, const SourceLines& in, std::size_t decoded, std::size_t stored,
                         const TargetLine* targets, std::size_t targetCount, std::size_t first);
 

@@ -37,6 +37,8 @@ struct Twins {
   Kernel* of[kInstructionSets];
 
   Kernel* Active() const { return of[ActiveInstructionSet()]; }
+  /// The scalar one, which is also the quickest for a pixel or two.
+  Kernel* Definition() const { return of[0]; }
 };
 
 }  // namespace LmImagingLib

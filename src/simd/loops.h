@@ -34,11 +34,15 @@ constexpr std::size_t BytesOf(std::size_t pixels) {
   return pixels / Layout::kPixels * Layout::kBytes;
 }
 
+/// What exchanges the cell codes of a Bayer mosaic from one column to the next.
+inline constexpr std::uint32_t kNextCell = 2;
+
 /// The lines of `in` from pixel `pixel` on.
 template <class Layout>
 SourceLines At(const SourceLines& in, std::size_t pixel) {
   SourceLines at = in;
   for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] += BytesOf<Layout>(pixel);
+  if (pixel % 2 != 0) at.cell ^= kNextCell;
   return at;
 }
 

@@ -38,16 +38,6 @@ template <class Map>
 void ShufflePixels(const std::uint8_t* from, std::uint8_t* to, std::size_t count) {
   constexpr std::size_t kPixels = kShuffleBytes / (Map::kFrom > Map::kTo ? Map::kFrom : Map::kTo);
   constexpr std::make_index_sequence<kShuffleBytes> kAll{};
-#if LM_LANES == 64
-  for (; count != 0;) {
-    const std::size_t pixels = count < kPixels ? count : kPixels;
-    const Bytes shuffled = ShuffleBytes<Map>(LoadPart(from, pixels * Map::kFrom), kAll);
-    StorePart(shuffled, to, pixels * Map::kTo);
-    count -= pixels;
-    from += pixels * Map::kFrom;
-    to += pixels * Map::kTo;
-  }
-#else
   // A register reaches past its whole pixels. What it loads there is not used, and what it stores there is the next
   // pixels' or is stored again, so a step needs a whole register of line on either side.
   while (count * Map::kFrom >= kShuffleBytes && count * Map::kTo >= kShuffleBytes) {
@@ -59,6 +49,15 @@ void ShufflePixels(const std::uint8_t* from, std::uint8_t* to, std::size_t count
     from += kPixels * Map::kFrom;
     to += kPixels * Map::kTo;
   }
+#if LM_LANES == 64
+  while (count != 0) {
+    const std::size_t pixels = count < kPixels ? count : kPixels;
+    StorePart(ShuffleBytes<Map>(LoadPart(from, pixels * Map::kFrom), kAll), to, pixels * Map::kTo);
+    count -= pixels;
+    from += pixels * Map::kFrom;
+    to += pixels * Map::kTo;
+  }
+#else
   for (; count != 0; --count, from += Map::kFrom, to += Map::kTo) ShufflePixel<Map>(from, to);
 #endif
 }

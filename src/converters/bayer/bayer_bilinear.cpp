@@ -7,18 +7,13 @@ namespace {
 
 template <std::size_t kSampleBytes>
 struct Layout {
-  // A group has four columns: it overlaps its neighbours by a sample on either side.
-  static constexpr std::size_t kPixels = 2, kBytes = 2 * kSampleBytes, kLines = 3, kBeyond = 2 * kSampleBytes;
+  // A pixel has three columns: it overlaps its neighbours by a sample on either side.
+  static constexpr std::size_t kPixels = 1, kBytes = kSampleBytes, kLines = 3, kBeyond = 2 * kSampleBytes;
   static constexpr bool kGray = false;
 
   static void Group(const SourceLines& in, Rgb* out) {
-    out[0] = Pixel(in, in.cell, 0);
-    out[1] = Pixel(in, in.cell ^ 2U, 1);
-  }
-
-  static Rgb Pixel(const SourceLines& in, std::uint32_t cell, std::size_t left) {
-    const auto sample = [&in, left](std::size_t line, std::size_t column) -> unsigned {
-      return SampleAt<kSampleBytes>(in.line[line], left + column, in.shift);
+    const auto sample = [&in](std::size_t line, std::size_t column) -> unsigned {
+      return SampleAt<kSampleBytes>(in.line[line], column, in.shift);
     };
     const unsigned own = sample(1, 1);
     const unsigned horizontal = sample(1, 0) + sample(1, 2);
@@ -27,15 +22,18 @@ struct Layout {
     const unsigned cross = (horizontal + vertical) >> 2;
     // At a green site all four diagonal neighbours are green too; the mean of the five evens out the two greens.
     const unsigned green = (own + diagonal) / 5;
-    switch (cell) {
+    switch (in.cell) {
       case 0:
-        return MakeRgb(horizontal >> 1, green, vertical >> 1);  // green between reds
+        *out = MakeRgb(horizontal >> 1, green, vertical >> 1);
+        break;  // green between reds
       case 1:
-        return MakeRgb(vertical >> 1, green, horizontal >> 1);  // green between blues
+        *out = MakeRgb(vertical >> 1, green, horizontal >> 1);
+        break;  // green between blues
       case 2:
-        return MakeRgb(own, cross, diagonal >> 2);  // red
+        *out = MakeRgb(own, cross, diagonal >> 2);
+        break;  // red
       default:
-        return MakeRgb(diagonal >> 2, cross, own);  // blue
+        *out = MakeRgb(diagonal >> 2, cross, own);  // blue
     }
   }
 
@@ -44,44 +42,60 @@ struct Layout {
   }
 
 #if LM_LANES
-  static U8 Samples(const SourceLines& in, std::size_t line, std::size_t column) {
+  // The samples at, left of and right of the pixels in the even or in the odd lanes.
+  struct Sites {
+    U16 own, left, right;
+  };
+
+  struct Line {
+    Sites even, odd;
+  };
+
+  static U8 Samples(const std::uint8_t* line, std::size_t column, std::uint32_t shift) {
     U8 window[1];
-    LoadSamples<kSampleBytes>(in.line[line] + column * kSampleBytes, in.shift, kLanes, window);
+    LoadSamples<kSampleBytes>(line + column * kSampleBytes, shift, kLanes, window);
     return window[0];
   }
 
-  // Sites of green and of another colour take turns; the samples of one parity fill the 16-bit lanes.
-  static U16 OfParity(U8 samples, bool odd) { return odd ? U16(samples) >> 8 : U16(samples) & 0xFF; }
+  // The first pixel lies at column 1, so pixels in even lanes lie at odd columns. Two loads give all three neighbours.
+  static Line LoadLine(const std::uint8_t* line, std::uint32_t shift) {
+    const U16 first = U16(Samples(line, 0, shift));
+    const U16 third = U16(Samples(line, 2, shift));
+    const U16 even0 = first & 0xFF, odd1 = first >> 8, even2 = third & 0xFF, odd3 = third >> 8;
+    return {{odd1, even0, even2}, {even2, odd1, odd3}};
+  }
 
-  // The channel of the line's other colour, and that of the colour of the lines around it.
-  struct Site {
-    U8 line, green, other;
+  // The channel of the colour that shares the line with green, and that of the lines around it.
+  struct Words {
+    U16 line, green, other;
   };
 
-  static Site Interpolate(const SourceLines& in, bool greenIsOdd) {
-    const U8 above[3] = {Samples(in, 0, 0), Samples(in, 0, 1), Samples(in, 0, 2)};
-    const U8 own[3] = {Samples(in, 1, 0), Samples(in, 1, 1), Samples(in, 1, 2)};
-    const U8 below[3] = {Samples(in, 2, 0), Samples(in, 2, 1), Samples(in, 2, 2)};
-    const U8 corners[4] = {above[0], above[2], below[0], below[2]};
+  static Words AtGreen(const Sites& above, const Sites& own, const Sites& below) {
+    const U16 sum = own.own + (above.left + below.left) + (above.right + below.right);
+    return {(own.left + own.right) >> 1, MultiplyHigh(sum, 13108),  // a fifth, as the sum is at most 1275
+            (above.own + below.own) >> 1};
+  }
 
-    U16 sum = OfParity(own[1], greenIsOdd);
-    for (const U8& corner : corners) sum += OfParity(corner, greenIsOdd);
-    const U16 fifth = MultiplyHigh(sum, 13108);  // sum / 5, as the sum is at most 1275
-    const U8 mean5 = U8(greenIsOdd ? fifth << 8 : fifth);
+  static Words AtColor(const Sites& above, const Sites& own, const Sites& below) {
+    return {own.own, ((own.left + own.right) + (above.own + below.own)) >> 2,
+            ((above.left + below.left) + (above.right + below.right)) >> 2};
+  }
 
-    const std::uint16_t parity = greenIsOdd ? 0xFF00 : 0x00FF;
-    const U8 green = U8(U16{} + parity);
-    const auto select = [green](U8 atGreen, U8 elsewhere) { return (atGreen & green) | (elsewhere & ~green); };
-    return {select(MeanDown(own[0], own[2]), own[1]),
-            (mean5 & green) | (MeanDown(own[0], own[2], above[1], below[1]) & ~green),
-            select(MeanDown(above[1], below[1]), MeanDown(corners[0], corners[1], corners[2], corners[3]))};
+  static RgbLanes Zip(const Words& even, const Words& odd, bool redInLine) {
+    const U8 line = U8(even.line | odd.line << 8);
+    const U8 other = U8(even.other | odd.other << 8);
+    return {redInLine ? line : other, U8(even.green | odd.green << 8), redInLine ? other : line};
   }
 
   static RgbLanes Block(const SourceLines& in) {
-    const bool greenIsOdd = in.cell >= 2;
-    const Site site = greenIsOdd ? Interpolate(in, true) : Interpolate(in, false);
-    // Cells 0 and 2 lie on a line of greens and reds, 1 and 3 on one of greens and blues.
-    return in.cell % 2 == 0 ? RgbLanes{site.line, site.green, site.other} : RgbLanes{site.other, site.green, site.line};
+    const Line above = LoadLine(in.line[0], in.shift);
+    const Line own = LoadLine(in.line[1], in.shift);
+    const Line below = LoadLine(in.line[2], in.shift);
+    const bool redInLine = in.cell % 2 == 0;  // cells 0 and 2 lie on a line of greens and reds
+    if (in.cell < 2) {
+      return Zip(AtGreen(above.even, own.even, below.even), AtColor(above.odd, own.odd, below.odd), redInLine);
+    }
+    return Zip(AtColor(above.even, own.even, below.even), AtGreen(above.odd, own.odd, below.odd), redInLine);
   }
 #endif
 };

@@ -73,7 +73,7 @@ Result BayerConverter::DemosaicBlock(const void* source, void* destination, unsi
   const std::size_t pixels = static_cast<std::uint32_t>(pixelCount);
   if (pixels < 2) return Result::OK;
   const StepTargets targets(*context, destination);
-  ConvertStrips({mSource.block.Active(), false, context->filter, mWriter}, CellsAt(*context, source, 0),
+  ConvertStrips({mSource.block.Active(), 2, false, context->filter, mWriter}, CellsAt(*context, source, 0),
                 pixels - pixels % 2, targets.lines, targets.count, 0);
   if (pixels % 2 != 0) ConvertCell(*context, source, pixels - 2, targets.lines, targets.count, pixels - 1);
   return Result::OK;
@@ -91,7 +91,7 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
   const StepTargets targets(*context, destination);
   ConvertCell(*context, source, 0, targets.lines, targets.count, 0);
 
-  const StripSteps steps{mSource.bilinear.Active(), false, context->filter, mWriter};
+  const StripSteps steps{mSource.bilinear.Active(), 1, false, context->filter, mWriter};
   const std::size_t interior = (pixels - 2) / 2 * 2;
   const std::size_t stride = context->sourceLineSize;
   const auto* own = static_cast<const std::uint8_t*>(source);
@@ -114,8 +114,8 @@ SourceLines BayerConverter::CellsAt(const ConversionContext& context, const void
 // Stores the colour of the cell at a column as pixel `first` of each target.
 void BayerConverter::ConvertCell(const ConversionContext& context, const void* source, std::size_t column,
                                  const TargetLine* targets, std::size_t targetCount, std::size_t first) const {
-  ConvertPartOfGroup({mSource.block.Active(), false, context.filter, mWriter}, CellsAt(context, source, column), 2, 1,
-                     targets, targetCount, first);
+  ConvertPartOfGroup({mSource.block.Definition(), 2, false, context.filter, mWriter}, CellsAt(context, source, column),
+                     2, 1, targets, targetCount, first);
 }
 
 }  // namespace LmImagingLib
