@@ -51,6 +51,15 @@ inline U8 Fill(std::uint8_t value) { return U8{} + value; }
 namespace LmImagingLib::LM_ISA {
 namespace {
 
+/// The value in a register. Left alone, compilers load a value that is used twice from memory twice, and loads that
+/// cross cache lines are what a neighbourhood is made of.
+inline U8 Pinned(U8 v) {
+#if defined(__x86_64__)
+  __asm__("" : "+x"(v));
+#endif
+  return v;
+}
+
 /// Copies `count` bytes, and touches no other.
 inline void CopyPart(const std::uint8_t* from, std::size_t count, std::uint8_t* to) {
   for (; count > kLanes; count -= kLanes, from += kLanes, to += kLanes) Store(Load(from), to);

@@ -78,35 +78,64 @@ struct RgbLanes {
   U8 r, g, b;
 };
 
+/// Reads the bytes of a whole block.
+struct WholeBlock {
+  const SourceLines& in;
+
+  U8 operator()(std::size_t line, std::size_t offset) const { return Load(in.line[line] + offset); }
+  /// The first half of a register; the rest is anything.
+  U8 Half(std::size_t line, std::size_t offset) const { return LoadHalf(in.line[line] + offset); }
+};
+
+#if LM_LANES == 64
+/// Reads the bytes of a block that ends with the line, and none behind it. (Reading a copy would have to wait for it.)
+struct PartOfBlock {
+  const SourceLines& in;
+  std::size_t bytes;
+
+  U8 operator()(std::size_t line, std::size_t offset) const {
+    if (offset >= bytes) return U8{};
+    return LoadPart(in.line[line] + offset, bytes - offset < kLanes ? bytes - offset : kLanes);
+  }
+  U8 Half(std::size_t line, std::size_t offset) const { return (*this)(line, offset); }
+};
+#endif
+
+template <class Layout, class Reader>
+inline void DecodeBlock(const Reader& read, std::uint8_t* red, std::uint8_t* green, std::uint8_t* blue) {
+  if constexpr (Layout::kGray) {
+    Store(Layout::Block(read), red);
+    (void)green, (void)blue;
+  } else {
+    const RgbLanes pixels = Layout::Block(read);
+    Store(pixels.r, red);
+    Store(pixels.g, green);
+    Store(pixels.b, blue);
+  }
+}
+
 /// Decodes a layout whose `Block` makes kLanes pixels, from BytesOf(kLanes) + kBeyond bytes of each line.
 template <class Layout>
 Channels DecodeBlocks(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
-  const auto decode = [](const SourceLines& at, std::uint8_t* red, std::uint8_t* green, std::uint8_t* blue) {
-    if constexpr (Layout::kGray) {
-      Store(Layout::Block(at), red);
-      (void)green, (void)blue;
-    } else {
-      const RgbLanes pixels = Layout::Block(at);
-      Store(pixels.r, red);
-      Store(pixels.g, green);
-      Store(pixels.b, blue);
-    }
-  };
   SourceLines at = At<Layout>(in, first);
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, at = At<Layout>(at, kLanes)) {
-    decode(at, room.red + i, room.green + i, room.blue + i);
+    DecodeBlock<Layout>(WholeBlock{at}, room.red + i, room.green + i, room.blue + i);
   }
   if (i < count) {
-    // The last block reads and writes copies, so that it touches no byte behind the line.
     const std::size_t rest = count - i;
-    std::uint8_t copy[Layout::kLines][(BytesOf<Layout>(kLanes) + Layout::kBeyond + kLanes - 1) / kLanes * kLanes];
-    for (std::size_t k = 0; k < Layout::kLines; ++k) {
-      CopyPart(at.line[k], BytesOf<Layout>(rest) + Layout::kBeyond, copy[k]);
-      at.line[k] = copy[k];
-    }
+    const std::size_t bytes = BytesOf<Layout>(rest) + Layout::kBeyond;
     alignas(kLanes) std::uint8_t pixels[3][kLanes];
-    decode(at, pixels[0], pixels[1], pixels[2]);
+#if LM_LANES == 64
+    DecodeBlock<Layout>(PartOfBlock{at, bytes}, pixels[0], pixels[1], pixels[2]);
+#else
+    // The last block reads a copy, so that it touches no byte behind the line.
+    std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kLanes) + Layout::kBeyond];
+    for (std::size_t k = 0; k < Layout::kLines; ++k) {
+      at.line[k] = static_cast<const std::uint8_t*>(std::memcpy(copy[k], at.line[k], bytes));
+    }
+    DecodeBlock<Layout>(WholeBlock{at}, pixels[0], pixels[1], pixels[2]);
+#endif
     StorePart(Load(pixels[0]), room.red + i, rest);
     if constexpr (!Layout::kGray) {
       StorePart(Load(pixels[1]), room.green + i, rest);
@@ -118,7 +147,7 @@ Channels DecodeBlocks(const SourceLines& in, std::size_t first, std::size_t coun
 }
 
 template <class Layout>
-constexpr auto Decoder(int) -> decltype(&Layout::Block, static_cast<DecodeKernel*>(nullptr)) {
+constexpr auto Decoder(int) -> decltype(&Layout::template Block<WholeBlock>, static_cast<DecodeKernel*>(nullptr)) {
   return DecodeBlocks<Layout>;
 }
 

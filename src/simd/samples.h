@@ -26,16 +26,17 @@ struct PlainRgb {
 };
 
 #if LM_LANES
-/// Loads `kCount` samples as bytes.
-template <std::size_t kSampleBytes, std::size_t kVectors>
-void LoadSamples(const std::uint8_t* from, std::uint32_t sampleShift, std::size_t count, U8 (&window)[kVectors]) {
-  const auto shift = static_cast<std::uint16_t>(sampleShift);
-  for (std::size_t k = 0; k < kVectors; ++k, from += kLanes * kSampleBytes) {
+/// Loads `count` samples of a line, from byte `offset` on, as bytes.
+template <std::size_t kSampleBytes, class Reader, std::size_t kVectors>
+inline void LoadSamples(const Reader& read, std::size_t line, std::size_t offset, std::size_t count,
+                        U8 (&window)[kVectors]) {
+  const auto shift = static_cast<std::uint16_t>(read.in.shift);
+  for (std::size_t k = 0; k < kVectors; ++k, offset += kLanes * kSampleBytes) {
     const bool half = (k + 1) * kLanes > count;
     if constexpr (kSampleBytes == 1) {
-      window[k] = half ? LoadHalf(from) : Load(from);
+      window[k] = half ? read.Half(line, offset) : read(line, offset);
     } else {
-      window[k] = LowBytes(U16(Load(from)) >> shift, half ? U16{} : U16(Load(from + kLanes)) >> shift);
+      window[k] = LowBytes(U16(read(line, offset)) >> shift, half ? U16{} : U16(read(line, offset + kLanes)) >> shift);
     }
   }
 }
@@ -65,10 +66,11 @@ struct ColorSamples {
   }
 
 #if LM_LANES
-  static RgbLanes Block(const SourceLines& in) {
+  template <class Reader>
+  static RgbLanes Block(const Reader& read) {
     constexpr std::size_t kCount = kLanes / kPixels * Group_::kSamples;
     U8 window[(kCount + kLanes - 1) / kLanes];
-    LoadSamples<kSampleBytes>(in.line[0], in.shift, kCount, window);
+    LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
     return Model::Color(Pick<SampleIndex<Group_, 0>>(window), Pick<SampleIndex<Group_, 1>>(window),
                         Pick<SampleIndex<Group_, 2>>(window));
   }
@@ -89,10 +91,11 @@ struct GraySamples {
   }
 
 #if LM_LANES
-  static U8 Block(const SourceLines& in) {
+  template <class Reader>
+  static U8 Block(const Reader& read) {
     constexpr std::size_t kCount = kLanes / kPixels * Group_::kSamples;
     U8 window[(kCount + kLanes - 1) / kLanes];
-    LoadSamples<kSampleBytes>(in.line[0], in.shift, kCount, window);
+    LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
     return Pick<SampleIndex<Group_, 0>>(window);
   }
 #endif

@@ -51,16 +51,18 @@ struct Layout {
     Sites even, odd;
   };
 
-  static U8 Samples(const std::uint8_t* line, std::size_t column, std::uint32_t shift) {
+  template <class Reader>
+  static U16 Samples(const Reader& read, std::size_t line, std::size_t column) {
     U8 window[1];
-    LoadSamples<kSampleBytes>(line + column * kSampleBytes, shift, kLanes, window);
-    return window[0];
+    LoadSamples<kSampleBytes>(read, line, column * kSampleBytes, kLanes, window);
+    return U16(Pinned(window[0]));
   }
 
   // The first pixel lies at column 1, so pixels in even lanes lie at odd columns. Two loads give all three neighbours.
-  static Line LoadLine(const std::uint8_t* line, std::uint32_t shift) {
-    const U16 first = U16(Samples(line, 0, shift));
-    const U16 third = U16(Samples(line, 2, shift));
+  template <class Reader>
+  static Line LoadLine(const Reader& read, std::size_t line) {
+    const U16 first = Samples(read, line, 0);
+    const U16 third = Samples(read, line, 2);
     const U16 even0 = first & 0xFF, odd1 = first >> 8, even2 = third & 0xFF, odd3 = third >> 8;
     return {{odd1, even0, even2}, {even2, odd1, odd3}};
   }
@@ -87,12 +89,13 @@ struct Layout {
     return {redInLine ? line : other, U8(even.green | odd.green << 8), redInLine ? other : line};
   }
 
-  static RgbLanes Block(const SourceLines& in) {
-    const Line above = LoadLine(in.line[0], in.shift);
-    const Line own = LoadLine(in.line[1], in.shift);
-    const Line below = LoadLine(in.line[2], in.shift);
-    const bool redInLine = in.cell % 2 == 0;  // cells 0 and 2 lie on a line of greens and reds
-    if (in.cell < 2) {
+  template <class Reader>
+  static RgbLanes Block(const Reader& read) {
+    const Line above = LoadLine(read, 0);
+    const Line own = LoadLine(read, 1);
+    const Line below = LoadLine(read, 2);
+    const bool redInLine = read.in.cell % 2 == 0;  // cells 0 and 2 lie on a line of greens and reds
+    if (read.in.cell < 2) {
       return Zip(AtGreen(above.even, own.even, below.even), AtColor(above.odd, own.odd, below.odd), redInLine);
     }
     return Zip(AtColor(above.even, own.even, below.even), AtGreen(above.odd, own.odd, below.odd), redInLine);

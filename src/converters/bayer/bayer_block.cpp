@@ -47,10 +47,11 @@ struct Layout {
     return U8(high | high << 8);
   }
 
-  static RgbLanes Block(const SourceLines& in) {
+  template <class Reader>
+  static RgbLanes Block(const Reader& read) {
     U8 line[2][1];
-    for (std::size_t k = 0; k < 2; ++k) LoadSamples<kSampleBytes>(in.line[k], in.shift, kLanes, line[k]);
-    return Cell<RgbLanes>(in.cell, Even(line[0][0]), Odd(line[0][0]), Even(line[1][0]), Odd(line[1][0]));
+    for (std::size_t k = 0; k < 2; ++k) LoadSamples<kSampleBytes>(read, k, 0, kLanes, line[k]);
+    return Cell<RgbLanes>(read.in.cell, Even(line[0][0]), Odd(line[0][0]), Even(line[1][0]), Odd(line[1][0]));
   }
 #endif
 };

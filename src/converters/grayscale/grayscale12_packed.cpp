@@ -23,13 +23,14 @@ struct Layout {
 
   // Every lane gets the two bytes that its sample lies in: p0 in bits 0-11 of the first two bytes of the group, p1 in
   // bits 4-15 of the last two. The low byte of the shifted pair, put together from the bytes.
-  static U8 Block(const SourceLines& in) {
-    U8 window[2] = {Load(in.line[0]), LoadHalf(in.line[0] + kLanes)};
+  template <class Reader>
+  static U8 Block(const Reader& read) {
+    U8 window[2] = {read(0, 0), read.Half(0, kLanes)};
     const U16 low = U16(Pick<ByteIndex<0>>(window));
     const U16 high = U16(Pick<ByteIndex<1>>(window));
     const U16 even = (low & 0xFF) | high << 8;
     const U16 odd = low >> 8 | (high & 0xFF00);
-    const auto shift = static_cast<std::uint16_t>(in.shift);
+    const auto shift = static_cast<std::uint16_t>(read.in.shift);
     return U8(((even & 0x0FFF) >> shift & 0xFF) | odd >> 4 >> shift << 8);
   }
 #endif

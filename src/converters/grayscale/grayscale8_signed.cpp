@@ -13,7 +13,10 @@ struct Layout {
   }
 
 #if LM_LANES
-  static U8 Block(const SourceLines& in) { return Load(in.line[0]) ^ Fill(0x80); }
+  template <class Reader>
+  static U8 Block(const Reader& read) {
+    return read(0, 0) ^ Fill(0x80);
+  }
 #endif
 };
 

@@ -22,10 +22,11 @@ struct Layout {
     static constexpr std::size_t kAt[][kPixels] = {{0}, {1}, {2}};
   };
 
-  static RgbLanes Block(const SourceLines& in) {
+  template <class Reader>
+  static RgbLanes Block(const Reader& read) {
     U8 window[4];
     for (std::size_t k = 0; k < 4; ++k) {
-      const U32 word = U32(Load(in.line[0] + k * kLanes));
+      const U32 word = U32(read(0, k * kLanes));
       window[k] = U8((word >> 22 & 0xFF) | (word >> 4 & 0xFF00) | (word << 14 & 0xFF0000));
     }
     return {Pick<SampleIndex<Bytes, 0>>(window), Pick<SampleIndex<Bytes, 1>>(window),

@@ -16,9 +16,10 @@ struct Layout {
   }
 
 #if LM_LANES
-  static RgbLanes Block(const SourceLines& in) {
-    const U16 first = U16(Load(in.line[0]));
-    const U16 second = U16(Load(in.line[0] + kLanes));
+  template <class Reader>
+  static RgbLanes Block(const Reader& read) {
+    const U16 first = U16(read(0, 0));
+    const U16 second = U16(read(0, kLanes));
     return {LowBytes(first >> 8, second >> 8) & 0xF8, LowBytes(first >> 3, second >> 3) & 0xFC,
             LowBytes(first << 3, second << 3) & 0xF8};
   }

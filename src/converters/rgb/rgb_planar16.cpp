@@ -13,9 +13,10 @@ struct Layout {
   }
 
 #if LM_LANES
-  static RgbLanes Block(const SourceLines& in) {
+  template <class Reader>
+  static RgbLanes Block(const Reader& read) {
     U8 plane[3][1];
-    for (std::size_t k = 0; k < 3; ++k) LoadSamples<2>(in.line[k], in.shift, kLanes, plane[k]);
+    for (std::size_t k = 0; k < 3; ++k) LoadSamples<2>(read, k, 0, kLanes, plane[k]);
     return {plane[0][0], plane[1][0], plane[2][0]};
   }
 #endif

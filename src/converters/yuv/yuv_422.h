@@ -23,9 +23,10 @@ struct Yuv422 : ColorSamples<Group_, kSampleBytes, Yuv> {
     return I16(kSample % 2 == 0 ? pair & 0xFF : pair >> 8);
   }
 
-  static RgbLanes Block(const SourceLines& in) {
+  template <class Reader>
+  static RgbLanes Block(const Reader& read) {
     U8 window[2];
-    LoadSamples<kSampleBytes>(in.line[0], in.shift, 2 * kLanes, window);
+    LoadSamples<kSampleBytes>(read, 0, 0, 2 * kLanes, window);
     const U16 words[2] = {U16(Pick<PairIndex<0>>(window)), U16(Pick<PairIndex<1>>(window))};
     return Yuv::Color(SampleOf<Group_::kAt[0][0]>(words), SampleOf<Group_::kAt[0][1]>(words),
                       SampleOf<Group_::kAt[1][0]>(words), SampleOf<Group_::kAt[2][0]>(words));
