@@ -9,9 +9,10 @@ int main(int argc, char** argv) {
       "Turns raw frames of machine-vision cameras into pictures.\n\n"
       "  lmimaging types                      lists the pixel types it knows\n"
       "  lmimaging synth frame.raw --type BayerRGB10 --size 640x480\n"
-      "  lmimaging convert frame.raw picture.bmp --from BayerRGB10 --size 640x480 --demosaic bilinear\n"};
+      "  lmimaging convert frame.raw picture.bmp --from BayerRGB10 --size 640x480 --demosaic bilinear\n",
+      "lmimaging"};
   app.set_version_flag("--version", "lmimaging " LM_VERSION);
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);  // none is told below, by the help
   app.footer("`lmimaging COMMAND --help` tells what a command takes.");
   LmTool::AddTypesCommand(app);
   LmTool::AddConvertersCommand(app);
@@ -24,6 +25,10 @@ int main(int argc, char** argv) {
     return app.exit(error);
   } catch (const std::exception& error) {
     std::cerr << "lmimaging: " << error.what() << '\n';
+    return 1;
+  }
+  if (app.get_subcommands().empty()) {
+    std::cerr << app.help();
     return 1;
   }
   return 0;

@@ -3,8 +3,11 @@
 #include <cctype>
 #include <filesystem>
 #include <iostream>
+#include <iterator>
 #include <memory>
 #include <optional>
+#include <tuple>
+#include <vector>
 
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeFactory.h"
@@ -52,23 +55,25 @@ std::string Reached(const PixelTypeID& from) {
   return list;
 }
 
-// The geometry that gives a file of `bytes` bytes: the width asked for with another height, or a common size; else
-// width 0.
-ImageSize FittingSize(const PixelTypeID& type, std::size_t width, std::size_t bytes) {
+// The sizes of a frame of `bytes` bytes, as far as they suggest themselves: the width asked for with another height,
+// and common ones. "640x1920 or 1280x960"; empty if there is none.
+std::string FittingSizes(const PixelTypeID& type, std::size_t width, std::size_t bytes) {
+  std::vector<ImageSize> fitting;
   const std::size_t lineBytes = SourceLayout(type, {width, 1}).Bytes();
-  if (lineBytes != 0 && bytes != 0 && bytes % lineBytes == 0) return {width, bytes / lineBytes};
-  const auto* const common = std::find_if(std::begin(kCommonSizes), std::end(kCommonSizes), [&](const ImageSize& size) {
-    return SourceLayout(type, size).Bytes() == bytes;
-  });
-  return common == std::end(kCommonSizes) ? ImageSize{} : *common;
+  if (lineBytes != 0 && bytes != 0 && bytes % lineBytes == 0) fitting.push_back({width, bytes / lineBytes});
+  std::copy_if(std::begin(kCommonSizes), std::end(kCommonSizes), std::back_inserter(fitting),
+               [&](const ImageSize& size) { return size.width != width && SourceLayout(type, size).Bytes() == bytes; });
+  std::string text;
+  for (const ImageSize& size : fitting) text += (text.empty() ? "" : " or ") + size.Text();
+  return text;
 }
 
 RawFrame ReadFrame(const Options& options) {
   const std::size_t expected = SourceLayout(options.from, options.size).Bytes();
   FileContent content = ReadFile("SOURCE", options.source, expected + 1);
   if (content.fileSize != expected) {
-    const ImageSize fitting = FittingSize(options.from, options.size.width, content.fileSize);
-    const std::string hint = fitting.width == 0 ? "" : "; --size " + fitting.Text() + " would fit the file";
+    const std::string fitting = FittingSizes(options.from, options.size.width, content.fileSize);
+    const std::string hint = fitting.empty() ? "" : "; the file would fit --size " + fitting;
     throw ToolError("SOURCE", "'" + options.source + "' has " + std::to_string(content.fileSize) + " bytes, but a " +
                                   options.size.Text() + " frame of " + Label(options.from) + " takes " +
                                   std::to_string(expected) + hint);

@@ -40,7 +40,7 @@ img { display: block; width: 100%; height: auto; image-rendering: auto; }
 figcaption { padding: 8px 10px 10px; }
 h3 { font-size: 14px; margin: 0; overflow-wrap: anywhere; }
 code { font-size: 12px; color: var(--soft); }
-dl { display: grid; grid-template-columns: auto 1fr; gap: 1px 8px; margin: 6px 0 0; font-size: 12.5px; }
+dl { display: grid; grid-template-columns: 44px 1fr; gap: 1px 8px; margin: 6px 0 0; font-size: 12.5px; }
 dt { color: var(--soft); }
 dd { margin: 0; }
 </style>
@@ -54,7 +54,7 @@ struct Family {
   const char* text;
 };
 constexpr Family kFamilies[] = {
-    {"gray", "Grayscale", "PSNR is against the scene in gray, on the right above."},
+    {"gray", "Grayscale", "PSNR is against the scene in gray, on the right at the top."},
     {"bayer", "Bayer mosaics",
      "Demosaiced bilinearly. PSNR is against the scene in colour; what it lacks are the colours that no pixel saw, at "
      "the edges and in the fine lines."},

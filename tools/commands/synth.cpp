@@ -29,7 +29,7 @@ void Run(const Options& options) {
 void AddSynthCommand(CLI::App& app) {
   CLI::App* const command = app.add_subcommand("synth", "Make a raw frame of a test scene");
   const auto options = std::make_shared<Options>();
-  command->add_option("-o,--output,DESTINATION", options->destination, "The raw frame to write")->required();
+  command->add_option("DESTINATION", options->destination, "The raw frame to write")->required();
   AddTypeOption(*command, "--type", options->type, "Type of the frame: an id, a name or a class name")->required();
   AddSizeOption(*command, options->size);
   AddLayoutOptions(*command, options->flags);

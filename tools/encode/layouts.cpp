@@ -24,7 +24,7 @@ constexpr const char* kBGRWords = "16-bit words B G R";
 constexpr const char* kRGBxWords = "16-bit words R G B and one unused";
 constexpr const char* kPlanarBytes = "planes R, G, B of one byte a pixel";
 constexpr const char* kPlanarWords = "planes R, G, B of one 16-bit word a pixel";
-constexpr const char* kQuad = ", from four zones: left half forwards, right half backwards";
+constexpr const char* kQuad = ", four zones in turn, those of the right half backwards";
 
 constexpr Layout kLayouts[] = {
     {0x10001, 8, EncodeGray8, kByte},
@@ -96,12 +96,11 @@ struct FlagInWords {
 constexpr FlagInWords kFlags[] = {
     {kNormalizedFlag, kNormalizedFlag, ", bits at the top of the word"},
     {kInterlacedFlag, kInterlacedFlag, ", one field after the other"},
-    {kDualOutputMask, kDualLeftRight, ", samples in turn from the left half and the right half"},
-    {kDualOutputMask, kDualLeftRightInverted, ", samples in turn from the left half and, backwards, the right half"},
-    {kDualOutputMask, kDualLeftInvertedRight, ", samples in turn from, backwards, the left half and the right half"},
-    {kDualOutputMask, kDualLeftInvertedRightInverted,
-     ", samples in turn from the left and the right half, both backwards"},
-    {kDualOutputMask, kDualLines, ", samples in turn from the upper and the lower of two lines"},
+    {kDualOutputMask, kDualLeftRight, ", left and right half in turn"},
+    {kDualOutputMask, kDualLeftRightInverted, ", left half and right half (backwards) in turn"},
+    {kDualOutputMask, kDualLeftInvertedRight, ", left half (backwards) and right half in turn"},
+    {kDualOutputMask, kDualLeftInvertedRightInverted, ", left and right half (both backwards) in turn"},
+    {kDualOutputMask, kDualLines, ", upper and lower of two lines in turn"},
     {kColorSpaceMask | kFormatNumberMask, 0x10006, kQuad},
     {kColorSpaceMask | kFormatNumberMask, 0x10007, kQuad},
 };

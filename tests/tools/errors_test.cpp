@@ -1,0 +1,94 @@
+#include "tools/tool.h"
+
+namespace {
+
+using Errors = ToolTest;
+
+struct BadCommand {
+  const char* arguments;
+  std::vector<std::string> mentions;
+};
+
+// frame.raw holds 640 x 480 pixels of 16 bits.
+const BadCommand kBadCommands[] = {
+    {"", {"Usage", "convert"}},
+    {"transmogrify", {"transmogrify"}},
+    {"convert", {"SOURCE"}},
+    {"convert frame.raw", {"DESTINATION"}},
+    {"convert frame.raw out.bmp --from BayerRGB10", {"--size"}},
+    {"convert frame.raw out.bmp --size 640x480", {"--from"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --frobnicate", {"--frobnicate"}},
+
+    {"convert frame.raw out.bmp --from Bayer10 --size 640x480", {"--from", "'Bayer10'", "'BayerRGB10'"}},
+    {"convert frame.raw out.bmp --from 0x31337 --size 640x480", {"--from", "'0x31337'"}},
+    {"convert frame.raw out.bmp --from 0x20011x --size 640x480", {"--from", "'0x20011x'"}},
+    {"convert frame.raw out.bmp --from 'Bayer RGB14-bits' --size 640x480", {"--from", "0x20016", "0x20020"}},
+    {"synth out.raw --type Grayscale4 --size 640x480", {"--type", "Grayscale4", "Grayscale"}},
+
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640", {"--size", "'640'"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 0x480", {"--size", "'0x480'"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x-1", {"--size", "'640x-1'"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 65535x65535", {"--size", "'65535x65535'", "268435456"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 99999999999999999999x1", {"--size", "65535"}},
+
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x479", {"SOURCE", "614400", "613120", "640x480"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 111x111", {"SOURCE", "614400", "24642", "640x480"}},
+    {"convert frame.raw out.bmp --from BayerRGB8 --size 640x480", {"SOURCE", "614400", "307200", "640x960"}},
+    {"convert empty.raw out.bmp --from BayerRGB8 --size 1x1", {"SOURCE", "0 bytes", "takes 1"}},
+    {"convert missing.raw out.bmp --from BayerRGB8 --size 1x1", {"SOURCE", "'missing.raw'"}},
+    {"convert . out.bmp --from BayerRGB8 --size 1x1", {"SOURCE", "'.'", "directory"}},
+
+    {"convert frame.raw out.raw --from BayerRGB10 --size 640x480", {"--to"}},
+    {"convert frame.raw out.raw --from BayerRGB10 --to YUV8 --size 640x480",
+     {"--to", "0x40001", "0x420006", "0x20010"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --to Grayscale8 --size 640x480", {"--to", "0x10001", "0x20010"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --bayer RR", {"--bayer", "'RR'", "GR|GB|RG|BG"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --demosaic best", {"--demosaic", "block|bilinear"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --field-order odd", {"--field-order", "top|bottom"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --gain 1,2", {"--gain", "'1,2'", "R,G,B"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --gain 1,2,nan", {"--gain", "nan"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --gain=-1,1,1", {"--gain", "'-1,1,1'"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --offset 0,0,256", {"--offset", "255"}},
+
+    {"convert frame.raw no/such/out.bmp --from BayerRGB10 --size 640x480", {"DESTINATION", "'no/such/out.bmp'"}},
+    {"convert frame.raw . --from BayerRGB10 --to 0x420006 --size 640x480", {"DESTINATION", "directory"}},
+    {"convert frame.raw /dev/full --from BayerRGB10 --to 0x420006 --size 640x480", {"DESTINATION", "/dev/full"}},
+    {"synth no/such/out.raw --type RGB24 --size 4x4", {"DESTINATION", "'no/such/out.raw'"}},
+    {"gallery frame.raw", {"DIR", "'frame.raw'"}},
+    {"converters --from nothing-like-it", {"--from", "nothing-like-it"}},
+};
+
+TEST_F(Errors, AreToldAndLeaveNoFile) {
+  const std::vector<std::string> before = [&] {
+    Write("frame.raw", Bytes(640 * 480 * 2));
+    Write("empty.raw", {});
+    return Files();
+  }();
+  for (const BadCommand& command : kBadCommands) {
+    const ToolResult result = Run(command.arguments);
+    EXPECT_GT(result.exitCode, 0) << command.arguments;
+    for (const std::string& mention : command.mentions) {
+      EXPECT_NE(result.output.find(mention), std::string::npos)
+          << command.arguments << "\nlacks " << mention << ": " << result.output;
+    }
+    EXPECT_EQ(Files(), before) << command.arguments;
+  }
+}
+
+TEST_F(Errors, KeepTheFileThatWasThere) {
+  Write("frame.raw", {1, 2, 3});
+  Write("out.raw", {9});
+  EXPECT_GT(Run("convert frame.raw out.raw --from RGB24 --to BGR24 --size 2x1").exitCode, 0);
+  EXPECT_EQ(Read("out.raw"), Bytes{9});
+  RunSilently("convert frame.raw out.raw --from RGB24 --to BGR24 --size 1x1");
+  EXPECT_EQ(Read("out.raw"), (Bytes{3, 2, 1}));
+}
+
+TEST_F(Errors, NoteOptionsWithoutEffect) {
+  Write("frame.raw", {1});
+  const ToolResult result = Run("convert frame.raw out.bmp --from Grayscale8 --size 1x1 --gain 2,2,2");
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_NE(result.output.find("--gain"), std::string::npos) << result.output;
+}
+
+}  // namespace
