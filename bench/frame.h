@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "LmImagingLib/PixelConverter.h"
+
+namespace LmImagingLib::Bench {
+
+struct ImageSize {
+  std::uint32_t width;
+  std::uint32_t height;
+
+  std::size_t Pixels() const { return std::size_t{width} * height; }
+};
+
+/// Bytes that begin at a page, as the buffers of frame grabbers do; never touched before they are filled.
+class PageBuffer {
+ public:
+  PageBuffer() = default;
+  explicit PageBuffer(std::size_t bytes);
+
+  std::uint8_t* Data() const { return mBytes.get(); }
+  std::size_t Size() const { return mSize; }
+
+ private:
+  struct Free {
+    void operator()(std::uint8_t* bytes) const;
+  };
+
+  std::unique_ptr<std::uint8_t, Free> mBytes;
+  std::size_t mSize = 0;
+};
+
+/// A source of noise and a destination, for conversions of one thread. The buffers grow with the frames.
+class FramePair {
+ public:
+  /// Makes room for frames of a converter.
+  void Prepare(const PixelConverter& converter, const ImageSize& size);
+
+  void Convert(const PixelConverter& converter, const RGBFilter* filter, const ImageSize& size,
+               unsigned long flags) const;
+  /// Moves as many bytes as a conversion of the prepared size: half of those that it reads and writes.
+  void Copy() const;
+
+  /// Bytes that a conversion of the prepared size reads and writes.
+  std::size_t BytesMoved() const { return mSourceBytes + mDestinationBytes; }
+
+ private:
+  PageBuffer mSource;
+  PageBuffer mDestination;
+  std::size_t mSourceBytes = 0;
+  std::size_t mDestinationBytes = 0;
+};
+
+}  // namespace LmImagingLib::Bench

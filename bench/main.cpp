@@ -1,0 +1,165 @@
+// Conversions beside copies of the same bytes. Names read SOURCE/DESTINATION/FILTER/SIZE/INSTRUCTION_SET, or
+// threads/SOURCE/DESTINATION/SIZE and the number of threads.
+#include <benchmark/benchmark.h>
+
+#include <ctime>
+#include <fstream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "LmImagingLib/PixelTypeFactory.h"
+#include "LmImagingLib/RGBFilter.h"
+#include "cases.h"
+#include "frame.h"
+#include "simd/instruction_set.h"
+
+namespace LmImagingLib::Bench {
+namespace {
+
+struct FilterCase {
+  const char* name;
+  const RGBFilter* filter;
+};
+
+struct Case {
+  const PixelConverter* converter;
+  const RGBFilter* filter;
+  ImageSize size;
+  unsigned long flags;
+};
+
+constexpr ImageSize kSizes[] = {{64, 64}, {640, 480}, {1920, 1080}, {5120, 4096}};
+constexpr ImageSize kThreadSizes[] = {{64, 64}, {1920, 1080}};
+constexpr const char* kDefaultFilter = "--benchmark_filter=/1920x1080/";
+
+std::string NameOf(const ImageSize& size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
+
+// Processor time, which other programs on a busy machine disturb less than the time of day.
+double NanosecondsSince(std::clock_t begin) {
+  return static_cast<double>(std::clock() - begin) * (1e9 / CLOCKS_PER_SEC);
+}
+
+// As many copies as there were conversions, in the same buffers, right after them.
+void Compare(benchmark::State& state, const Case& job, FramePair& frames, std::size_t instructionSet) {
+  const std::size_t best = ActiveInstructionSet();
+  ForceInstructionSet(instructionSet);
+  frames.Prepare(*job.converter, job.size);
+  frames.Convert(*job.converter, job.filter, job.size, job.flags);
+  const std::clock_t conversionsBegin = std::clock();
+  while (state.KeepRunning()) {
+    frames.Convert(*job.converter, job.filter, job.size, job.flags);
+    benchmark::ClobberMemory();
+  }
+  const double conversions = NanosecondsSince(conversionsBegin);
+
+  frames.Copy();
+  const std::clock_t copiesBegin = std::clock();
+  for (benchmark::IterationCount i = 0; i < state.iterations(); ++i) {
+    frames.Copy();
+    benchmark::ClobberMemory();
+  }
+  const double copies = NanosecondsSince(copiesBegin);
+  ForceInstructionSet(best);
+
+  const auto iterations = static_cast<double>(state.iterations());
+  const double pixels = iterations * static_cast<double>(job.size.Pixels());
+  state.counters["ns/px"] = conversions / pixels;
+  state.counters["copy ns/px"] = copies / pixels;
+  state.counters["ours/copy"] = conversions / copies;
+  state.counters["GB/s"] = iterations * static_cast<double>(frames.BytesMoved()) / conversions;
+}
+
+// Each thread converts frames of its own, all with one converter and one filter.
+void Share(benchmark::State& state, const Case& job) {
+  FramePair frames;
+  frames.Prepare(*job.converter, job.size);
+  frames.Convert(*job.converter, job.filter, job.size, job.flags);
+  while (state.KeepRunning()) {
+    frames.Convert(*job.converter, job.filter, job.size, job.flags);
+    benchmark::ClobberMemory();
+  }
+  state.counters["Mpx/s"] =
+      benchmark::Counter(static_cast<double>(state.iterations()) * static_cast<double>(job.size.Pixels()) / 1e6,
+                         benchmark::Counter::kIsRate);
+}
+
+void RegisterComparisons(const SourceCase& source, const DestinationCase& destination, const FilterCase& filter,
+                         FramePair& frames) {
+  const PixelConverter* const converter = PixelTypeFactory::FindConverter(source.id, destination.id);
+  if (converter == nullptr || source.id == destination.id) return;
+  for (const ImageSize& size : kSizes) {
+    for (std::size_t set = 0; set < kInstructionSets; ++set) {
+      if (!HasInstructionSet(set)) continue;
+      const std::string name = std::string(source.name) + "/" + destination.name + "/" + filter.name + "/" +
+                               NameOf(size) + "/" + InstructionSetName(set);
+      const Case job{converter, filter.filter, size, source.flags};
+      benchmark::RegisterBenchmark(name.c_str(),
+                                   [job, set, &frames](benchmark::State& state) { Compare(state, job, frames, set); });
+    }
+  }
+}
+
+void RegisterThreads(const RGBFilter& filter) {
+  const SourceCase sources[] = {
+      {"Grayscale12", 0x10003, 0}, {"YUV8_422", 0x40001, 0}, {"Bayer8_Bilinear", 0x20010, kBilinearRG}};
+  for (const SourceCase& source : sources) {
+    for (const ImageSize& size : kThreadSizes) {
+      const Case job{PixelTypeFactory::FindConverter(source.id, 0x420002), &filter, size, source.flags};
+      const std::string name = std::string("threads/") + source.name + "/RGB24/" + NameOf(size);
+      benchmark::RegisterBenchmark(name.c_str(), [job](benchmark::State& state) { Share(state, job); })
+          ->Threads(1)
+          ->Threads(2)
+          ->Threads(8)
+          ->UseRealTime();
+    }
+  }
+}
+
+// What the processor says of itself, where the system tells it.
+std::string ProcessorName() {
+  std::map<std::string, std::string> facts;
+  std::ifstream info("/proc/cpuinfo");
+  for (std::string line; std::getline(info, line) && !line.empty();) {
+    const std::size_t colon = line.find(": ");
+    if (colon != std::string::npos) facts[line.substr(0, line.find_first_of("\t:"))] = line.substr(colon + 2);
+  }
+  if (facts["model name"].empty()) return "unknown processor";
+  // Virtual machines keep the model's number to themselves; these two still tell the generation.
+  return facts["model name"] + " (family " + facts["cpu family"] + ", model " + facts["model"] + ")";
+}
+
+}  // namespace
+}  // namespace LmImagingLib::Bench
+
+int main(int argc, char** argv) {
+  using namespace LmImagingLib;
+  using namespace LmImagingLib::Bench;
+
+  RGBFilter whiteBalance(8);
+  whiteBalance.SetMultipliers(1.6, 1.0, 1.09);
+  FramePair frames;
+  for (const SourceCase& source : kSources) {
+    const bool gray = (source.id & kColorSpaceMask) == kColorSpaceGrayscale;
+    for (const DestinationCase& destination : kDestinations) {
+      RegisterComparisons(source, destination, {"identity", nullptr}, frames);
+      // Gray is never looked up.
+      if (!gray) RegisterComparisons(source, destination, {"balance", &whiteBalance}, frames);
+    }
+  }
+  RegisterThreads(whiteBalance);
+
+  // The full product takes hours; what the arguments say overrides what stands before them.
+  std::vector<char*> arguments{argv[0]};
+  std::string defaults[] = {kDefaultFilter + std::string(InstructionSetName(ActiveInstructionSet())),
+                            "--benchmark_min_time=0.02"};
+  for (std::string& option : defaults) arguments.push_back(option.data());
+  arguments.insert(arguments.end(), argv + 1, argv + argc);
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 1;
+  benchmark::AddCustomContext("processor", ProcessorName());
+  benchmark::AddCustomContext("best_instruction_set", InstructionSetName(ActiveInstructionSet()));
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
