@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
   LmTool::AddConvertCommand(app);
   LmTool::AddSynthCommand(app);
   LmTool::AddGalleryCommand(app);
+  LmTool::AddBenchCommand(app);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -12,5 +12,6 @@ void AddConvertersCommand(CLI::App& app);
 void AddConvertCommand(CLI::App& app);
 void AddSynthCommand(CLI::App& app);
 void AddGalleryCommand(CLI::App& app);
+void AddBenchCommand(CLI::App& app);
 
 }  // namespace LmTool
