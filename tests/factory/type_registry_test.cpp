@@ -115,10 +115,12 @@ TEST(TypeRegistry, HasNothingUnderAnUnknownId) {
 
 TEST(TypeRegistry, AnswersThreadsWhileTypesArrive) {
   constexpr PixelTypeID kTypes = 200;
+  constexpr int kReaders = 3;
   const OwnIds ids;
   std::atomic<int> failures{0};
   std::vector<std::thread> readers;
-  for (int t = 0; t < 3; ++t) {
+  readers.reserve(kReaders);
+  for (int t = 0; t < kReaders; ++t) {
     readers.emplace_back([&] {
       // Whoever sees a type sees all of its registration.
       for (PixelTypeID n = 0; n < kTypes;) {
