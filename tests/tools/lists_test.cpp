@@ -46,7 +46,8 @@ TEST_F(Lists, ClassesOfVariantsOnlyNameTheFirstVariant) {
 }
 
 TEST_F(Lists, HelpAndVersionSucceed) {
-  for (const std::string arguments : {"--help", "--version", "convert --help", "synth --help", "gallery --help"}) {
+  for (const std::string arguments :
+       {"--help", "--version", "convert --help", "synth --help", "gallery --help", "bench --help"}) {
     const ToolResult result = Run(arguments);
     EXPECT_EQ(result.exitCode, 0) << arguments;
     EXPECT_NE(result.output, "") << arguments;
