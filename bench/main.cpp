@@ -70,7 +70,7 @@ void Compare(benchmark::State& state, const Case& job, FramePair& frames, std::s
   state.counters["GB/s"] = iterations * static_cast<double>(frames.BytesMoved()) / conversions;
 }
 
-// Each thread converts frames of its own, all with one converter and one filter.
+// Each thread converts frames of its own, all with one converter.
 void Share(benchmark::State& state, const Case& job) {
   FramePair frames;
   frames.Prepare(*job.converter, job.size);
@@ -100,12 +100,12 @@ void RegisterComparisons(const SourceCase& source, const DestinationCase& destin
   }
 }
 
-void RegisterThreads(const RGBFilter& filter) {
+void RegisterThreads() {
   const SourceCase sources[] = {
       {"Grayscale12", 0x10003, 0}, {"YUV8_422", 0x40001, 0}, {"Bayer8_Bilinear", 0x20010, kBilinearRG}};
   for (const SourceCase& source : sources) {
     for (const ImageSize& size : kThreadSizes) {
-      const Case job{PixelTypeFactory::FindConverter(source.id, 0x420002), &filter, size, source.flags};
+      const Case job{PixelTypeFactory::FindConverter(source.id, 0x420002), nullptr, size, source.flags};
       const std::string name = std::string("threads/") + source.name + "/RGB24/" + NameOf(size);
       benchmark::RegisterBenchmark(name.c_str(), [job](benchmark::State& state) { Share(state, job); })
           ->Threads(1)
@@ -147,7 +147,7 @@ int main(int argc, char** argv) {
       if (!gray) RegisterComparisons(source, destination, {"balance", &whiteBalance}, frames);
     }
   }
-  RegisterThreads(whiteBalance);
+  RegisterThreads();
 
   // The full product takes hours; what the arguments say overrides what stands before them.
   std::vector<char*> arguments{argv[0]};
