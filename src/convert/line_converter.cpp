@@ -36,7 +36,7 @@ LineConverter::LineConverter(const Source& source, const Writer& writer, const P
       mSource(source),
       mWriter(writer),
       mShortcut(FindShortcut(source, writer)),
-      mShift(static_cast<std::uint32_t>(shift) & 31U) {}
+      mSampleShift(static_cast<std::uint32_t>(shift) & 31U) {}
 
 unsigned long LineConverter::GetSourceLineSize(unsigned long pixelCount) const {
   if (mSource.groupBytes % mSource.groupPixels == 0) return PixelConverter::GetSourceLineSize(pixelCount);
@@ -66,9 +66,9 @@ StripSteps LineConverter::Steps(const ConversionContext& context) const {
 
 SourceLines LineConverter::LinesAt(const void* source, const ConversionContext& context) const {
   const auto* const line = static_cast<const std::uint8_t*>(source);
-  if ((mSource.traits & kPlanar) == 0) return {{line, nullptr, nullptr}, mShift, 0};
+  if ((mSource.traits & kPlanar) == 0) return {{line, nullptr, nullptr}, mSampleShift, 0};
   const std::size_t plane = std::size_t{context.sourceLineSize} * context.sourceHeight;
-  return {{line, line + plane, line + 2 * plane}, mShift, 0};
+  return {{line, line + plane, line + 2 * plane}, mSampleShift, 0};
 }
 
 TargetLine TargetAt(void* line, const ConversionContext& context) {

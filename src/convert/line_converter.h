@@ -60,7 +60,7 @@ class LineConverter : public PixelConverter {
   const Source& mSource;
   const Writer& mWriter;
   const Shortcut* mShortcut;
-  std::uint32_t mShift;
+  std::uint32_t mSampleShift;
 };
 
 /// Where the pixels of a writer's line go.

@@ -45,7 +45,7 @@ BayerConverter::BayerConverter(const BayerSource& source, const Writer& writer, 
     : PixelConverter(from, to, source.sampleBytes, writer.pixelBytes, 1, 1),
       mSource(source),
       mWriter(writer),
-      mShift(static_cast<std::uint32_t>(shift) & 31U) {}
+      mSampleShift(static_cast<std::uint32_t>(shift) & 31U) {}
 
 unsigned long BayerConverter::GetLinesPerStep() const { return 2; }
 
@@ -97,7 +97,7 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
   const auto* own = static_cast<const std::uint8_t*>(source);
   std::uint32_t cell = CellAt(*context, 1);
   for (std::size_t k = 0; k < targets.count; ++k, own += stride, cell ^= kNextLine) {
-    ConvertStrips(steps, {{own - stride, own, own + stride}, mShift, cell}, interior, &targets.lines[k], 1, 1);
+    ConvertStrips(steps, {{own - stride, own, own + stride}, mSampleShift, cell}, interior, &targets.lines[k], 1, 1);
   }
 
   for (std::size_t x = interior + 1; x < pixels; ++x) {
@@ -108,7 +108,7 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
 
 SourceLines BayerConverter::CellsAt(const ConversionContext& context, const void* source, std::size_t column) const {
   const auto* const line = static_cast<const std::uint8_t*>(source) + column * mSource.sampleBytes;
-  return {{line, line + context.sourceLineSize, nullptr}, mShift, CellAt(context, column)};
+  return {{line, line + context.sourceLineSize, nullptr}, mSampleShift, CellAt(context, column)};
 }
 
 // Stores the colour of the cell at a column as pixel `first` of each target.

@@ -44,7 +44,7 @@ class BayerConverter : public PixelConverter {
 
   const BayerSource& mSource;
   const Writer& mWriter;
-  std::uint32_t mShift;
+  std::uint32_t mSampleShift;
 };
 
 LM_DECLARE_KERNEL(DecodeKernel, BayerBlock8)
