@@ -1,0 +1,67 @@
+#pragma once
+
+#include <arm_neon.h>
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+inline U8 LoadHalf(const std::uint8_t* from) { return U8(vcombine_u8(vld1_u8(from), vdup_n_u8(0))); }
+
+/// Loads and stores the first `count` bytes, at most kLanes, and touches no other; the rest loads as 0.
+inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
+  U8 v{};
+  std::memcpy(&v, from, count);
+  return v;
+}
+inline void StorePart(U8 v, std::uint8_t* to, std::size_t count) { std::memcpy(to, &v, count); }
+
+/// The bytes of a vector as 16-bit lanes, in two halves whose order only `ClampJoin` knows.
+inline U16 LowHalf(U8 v) { return U16(vmovl_u8(vget_low_u8(uint8x16_t(v)))); }
+inline U16 HighHalf(U8 v) { return U16(vmovl_high_u8(uint8x16_t(v))); }
+
+/// Puts two halves together again, signed values clamped to 0..255.
+inline U8 ClampJoin(I16 low, I16 high) { return U8(vqmovun_high_s16(vqmovun_s16(int16x8_t(low)), int16x8_t(high))); }
+
+/// The bytes of two vectors of words in turn, signed values clamped to 0..255.
+inline U8 ClampZip(I16 even, I16 odd) {
+  const uint8x8x2_t halves = vzip_u8(vqmovun_s16(int16x8_t(even)), vqmovun_s16(int16x8_t(odd)));
+  return U8(vcombine_u8(halves.val[0], halves.val[1]));
+}
+
+/// The low bytes of 2 * kLanes bytes' worth of words, in their order in memory.
+inline U8 LowBytes(U16 first, U16 second) { return U8(vuzp1q_u8(uint8x16_t(first), uint8x16_t(second))); }
+
+/// The mean of each pair of bytes, halves rounded up.
+inline U8 MeanUp(U8 a, U8 b) { return U8(vrhaddq_u8(uint8x16_t(a), uint8x16_t(b))); }
+
+/// The upper 16 bits of each product.
+inline U16 MultiplyHigh(U16 a, std::uint16_t factor) {
+  const uint32x4_t low = vmull_n_u16(vget_low_u16(uint16x8_t(a)), factor);
+  const uint32x4_t high = vmull_high_n_u16(uint16x8_t(a), factor);
+  return U16(vuzp2q_u16(vreinterpretq_u16_u32(low), vreinterpretq_u16_u32(high)));
+}
+
+/// A table of 256 bytes in registers. Keep it in a local variable: behind a reference it is loaded anew after each
+/// store.
+class Table {
+ public:
+  explicit Table(const std::uint8_t* entries)
+      : mPart{vld1q_u8_x4(entries), vld1q_u8_x4(entries + 64), vld1q_u8_x4(entries + 128), vld1q_u8_x4(entries + 192)} {
+  }
+
+  // A lookup leaves the lanes alone whose index lies outside of its 64 entries.
+  U8 operator[](U8 index) const {
+    const auto i = uint8x16_t(index);
+    uint8x16_t found = vqtbl4q_u8(mPart[0], i);
+    found = vqtbx4q_u8(found, mPart[1], vsubq_u8(i, vdupq_n_u8(64)));
+    found = vqtbx4q_u8(found, mPart[2], vsubq_u8(i, vdupq_n_u8(128)));
+    found = vqtbx4q_u8(found, mPart[3], vsubq_u8(i, vdupq_n_u8(192)));
+    return U8(found);
+  }
+
+ private:
+  uint8x16x4_t mPart[4];
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
