@@ -1,10 +1,12 @@
 #include "file_io.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <random>
+#include <utility>
 
 #include "error.h"
 
@@ -51,10 +53,10 @@ struct TemporaryFile {
 }  // namespace
 
 FileContent ReadFile(const std::string& argument, const fs::path& path, std::size_t limit) {
-  if (fs::is_directory(path)) Fail(argument, "read", path, "it is a directory");
+  std::error_code ignored;
+  if (fs::is_directory(path, ignored)) Fail(argument, "read", path, "it is a directory");
   const File file(std::fopen(path.string().c_str(), "rb"));
   if (file == nullptr) Fail(argument, "read", path, LastError());
-  std::error_code ignored;
   const bool regular = fs::is_regular_file(path, ignored);
   const std::size_t fileSize = regular ? static_cast<std::size_t>(fs::file_size(path)) : 0;
 

@@ -1,10 +1,14 @@
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 #include <iostream>
+#include <stdexcept>
 
 #include "commands/commands.h"
 
-int main(int argc, char** argv) {
+namespace {
+
+int Run(int argc, char** argv) {
   CLI::App app{
       "Turns raw frames of machine-vision cameras into pictures.\n\n"
       "  lmimaging types                      lists the pixel types it knows\n"
@@ -24,13 +28,22 @@ int main(int argc, char** argv) {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error);
-  } catch (const std::exception& error) {
-    std::cerr << "lmimaging: " << error.what() << '\n';
-    return 1;
   }
   if (app.get_subcommands().empty()) {
     std::cerr << app.help();
     return 1;
   }
+  if (!std::cout.flush()) throw std::runtime_error("cannot write to the standard output");
   return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "lmimaging: %s\n", error.what());
+    return 1;
+  }
 }

@@ -54,6 +54,7 @@ const BadCommand kBadCommands[] = {
     {"convert frame.raw . --from BayerRGB10 --to 0x420006 --size 640x480", {"DESTINATION", "directory"}},
     {"convert frame.raw /dev/full --from BayerRGB10 --to 0x420006 --size 640x480", {"DESTINATION", "/dev/full"}},
     {"synth no/such/out.raw --type RGB24 --size 4x4", {"DESTINATION", "'no/such/out.raw'"}},
+    {"types > /dev/full", {"standard output"}},
     {"gallery frame.raw", {"DIR", "'frame.raw'"}},
     {"converters --from nothing-like-it", {"--from", "nothing-like-it"}},
 };

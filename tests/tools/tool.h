@@ -25,7 +25,7 @@ class ToolTest : public ::testing::Test {
   ~ToolTest() override { std::filesystem::remove_all(mDirectory); }
 
   ToolResult Run(const std::string& arguments) const {
-    const std::string command = "cd '" + mDirectory.string() + "' && '" LM_TOOL "' " + arguments + " 2>&1";
+    const std::string command = "exec 2>&1; cd '" + mDirectory.string() + "' && '" LM_TOOL "' " + arguments;
     std::FILE* const pipe = popen(command.c_str(), "r");
     ToolResult result{-1, {}};
     char buffer[4096];

@@ -131,6 +131,7 @@ void PutIntroduction(std::ostream& html, std::size_t count, const Picture& color
 std::string GalleryPage(const std::vector<GalleryCell>& cells, const Picture& colorScene, const Picture& grayScene) {
   // A format beside its variants.
   std::vector<const GalleryCell*> sorted;
+  sorted.reserve(cells.size());
   for (const GalleryCell& cell : cells) sorted.push_back(&cell);
   const auto key = [](const GalleryCell* cell) {
     return std::make_tuple(cell->type & (kColorSpaceMask | kFormatNumberMask), cell->type);
