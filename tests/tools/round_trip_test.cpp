@@ -11,8 +11,8 @@ struct Size {
   std::string Text() const { return std::to_string(width) + "x" + std::to_string(height); }
 };
 
-// Types whose frames of the scene must give the same picture: in all of them the upper 8 bits of the samples agree. The
-// first type that matches is the one the others are compared with.
+// Types whose frames of the scene must give the same picture, because the upper 8 bits of their samples agree: each is
+// compared with the reference.
 struct Kind {
   const char* reference;
   double psnr;  // that its picture of the scene must have, in decibels; what chroma sharing and demosaicing cost

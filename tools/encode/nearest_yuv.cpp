@@ -39,11 +39,11 @@ struct BestLuma {
 };
 
 // For the chroma given, the exact luma would be the mean of what the three channels ask for; where channels clamp, the
-// best one lies near it.
+// best one lies near it, and within the range of a sample.
 BestLuma FindLuma(const Color8& color, const Color8& chroma) {
   constexpr int kReach = 3;
   const int wanted = (color.red + color.green + color.blue) * kScale - (chroma.red + chroma.green + chroma.blue);
-  const int center = 16 + wanted / (3 * kLuma);
+  const int center = std::clamp(16 + wanted / (3 * kLuma), 0, 255);
   BestLuma best{0, std::numeric_limits<long>::max()};
   for (int y = std::max(0, center - kReach); y <= std::min(255, center + kReach); ++y) {
     const long error = SquaredError(color.red, y, chroma.red) + SquaredError(color.green, y, chroma.green) +
