@@ -7,7 +7,7 @@ namespace {
 template <std::size_t kFromBytes, std::size_t... kOrderOfBytes>
 struct Map {
   static constexpr std::size_t kFrom = kFromBytes, kTo = sizeof...(kOrderOfBytes);
-  static constexpr std::size_t kOrder[] = {kOrderOfBytes...};
+  static constexpr std::size_t kOrder[kTo] = {kOrderOfBytes...};
 };
 
 // Into the room's first plane, which is the line itself.
