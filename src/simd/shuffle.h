@@ -21,7 +21,7 @@ void ShufflePixel(const std::uint8_t* from, std::uint8_t* to) {
 
 // On 32-byte registers shuffles do not cross the middle, so 16 bytes are the better width there.
 inline constexpr std::size_t kShuffleBytes = kLanes == 64 ? 64 : 16;
-typedef std::uint8_t Bytes __attribute__((vector_size(kShuffleBytes)));
+using Bytes = std::uint8_t __attribute__((vector_size(kShuffleBytes)));
 
 template <class Map, std::size_t... kLane>
 inline Bytes ShuffleBytes(Bytes v, std::index_sequence<kLane...>) {
