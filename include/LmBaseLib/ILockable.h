@@ -16,7 +16,9 @@ class LM_EXPORT ILockable {
 
  protected:
   ILockable() = default;
+  /// A copy is a lock of its own.
   ILockable(const ILockable&) = default;
+  /// Leaves both locks as they are held.
   ILockable& operator=(const ILockable&) = default;
 };
 

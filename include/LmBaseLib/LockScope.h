@@ -7,8 +7,9 @@ namespace LmBaseLib {
 /// Holds a lock from its construction to its destruction.
 class LockScope {
  public:
+  /// Holds `lockable`, which must outlive the scope.
   explicit LockScope(ILockable& lockable) : LockScope(&lockable) {}
-  /// A null pointer holds nothing.
+  /// The same; a null pointer holds nothing.
   explicit LockScope(ILockable* lockable) : mLockable(lockable) {
     if (mLockable != nullptr) mLockable->Lock();
   }

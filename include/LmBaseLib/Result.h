@@ -1,5 +1,6 @@
 #pragma once
 
+/// What the libraries of the family share: the result of an operation, and locks.
 namespace LmBaseLib {
 
 /// The status of an operation: one integer code, 0 for success.
@@ -17,7 +18,7 @@ class Result {
   };
 
   Result() = default;
-  // Implicit, so that an operation ends with `return Result::OK;`.
+  /// Any code. Implicit, so that an operation ends with `return Result::OK;`.
   Result(int code) : mCode(code) {}  // NOLINT(google-explicit-constructor)
 
   /// The code, 0 (`OK`) on success.

@@ -14,6 +14,7 @@ class LM_EXPORT BMPSaver {
  public:
   BMPSaver();
   ~BMPSaver();
+  /// Does nothing: savers hold no state.
   BMPSaver& operator=(const BMPSaver& other);
 
   /// Writes the 14-byte file header, the 40-byte info header and width * height * bitsPerPixel / 8 bytes of `data`.

@@ -15,6 +15,7 @@ struct PixelConverterInfo;
 
 /// The bits of the flags argument of `PixelConverter::Convert`.
 namespace ConversionFlags {
+/// No flag: progressive, a mosaic that begins G R, demosaiced in blocks.
 inline constexpr unsigned long kNone = 0;
 /// Interlaced sources: the second half of the buffer holds the even lines. Clear: the first half does.
 inline constexpr unsigned long kFieldOrder = 0x01;
@@ -45,15 +46,21 @@ class LM_EXPORT PixelConverter {
   PixelConverter& operator=(const PixelConverter&) = delete;
   virtual ~PixelConverter();
 
+  /// The type of the images that it reads.
   virtual const PixelTypeID& GetSourceTypeID() const;
+  /// The type of the images that it writes.
   virtual const PixelTypeID& GetDestinationTypeID() const;
   /// Bytes of a source line of `pixelCount` pixels.
   virtual unsigned long GetSourceLineSize(unsigned long pixelCount) const;
+  /// Bytes a source pixel, nominal for packed layouts, whose lines `GetSourceLineSize` tells.
   virtual unsigned long GetSourcePixelByteSize() const;
   /// Bytes of a destination line of `pixelCount` pixels, without padding. Of planar destinations: of one plane's line.
   virtual unsigned long GetDestinationLineSize(unsigned long pixelCount) const;
+  /// Bytes a pixel of the destination; of planar destinations, in one plane.
   virtual unsigned long GetDestinationPixelByteSize() const;
+  /// Pixels that the line conversion groups.
   virtual unsigned long GetPixelsPerStep() const;
+  /// Lines that one `ConvertLine` reads and writes: 1, or 2 where a line needs the next.
   virtual unsigned long GetLinesPerStep() const;
 
   /// Converts a line left over when the line count is no multiple of `GetLinesPerStep`.
@@ -109,6 +116,7 @@ class LM_EXPORT PixelConverter {
 /// A line has the size that the registered type gives it; of an unregistered id, `pixelByteSize` bytes a pixel.
 class LM_EXPORT IdentityConverter : public PixelConverter {
  public:
+  /// @param pixelByteSize  bytes a pixel, for ids that are not registered
   IdentityConverter(const PixelTypeID& id, unsigned long pixelByteSize);
   ~IdentityConverter() override;
 

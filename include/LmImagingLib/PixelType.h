@@ -15,13 +15,16 @@ class LM_EXPORT PixelType {
   /// @param bitSize  significant bits a pixel (of some wide RGB types: a sample)
   /// @param byteSize  bytes a pixel in memory; of packed layouts the nominal size
   PixelType(const PixelTypeID& id, unsigned short bitSize, unsigned short byteSize, bool isBayer);
+  /// Copies the id, the sizes and the Bayer flag.
   PixelType(const PixelType& other);
+  /// As the copy constructor.
   PixelType& operator=(const PixelType& other);
   virtual ~PixelType();
 
   /// A new plain `PixelType` with this object's id, sizes and Bayer flag; the caller deletes it.
   virtual PixelType* Clone() const;
 
+  /// The id that the object describes.
   virtual const PixelTypeID& GetTypeID() const;
   /// Significant bits a pixel.
   virtual unsigned short GetPixelBitSize() const;

@@ -23,6 +23,7 @@ class LM_EXPORT RGBFilter {
  public:
   /// An identity filter of `bitSize` bits (1 to 16).
   explicit RGBFilter(unsigned long bitSize);
+  /// Shares the tables of `other`.
   RGBFilter(const RGBFilter& other);
   /// Shares the tables of `other` from now on; tables that no filter shares any more are released.
   RGBFilter& operator=(const RGBFilter& other);
@@ -62,14 +63,18 @@ class LM_EXPORT RGBFilter {
   /// Conversions do not rely on it; they compare the 8-bit tables themselves.
   bool IsIdentity() const;
 
-  /// Entry `index` & 0xFF of an 8-bit table.
+  /// Entry `index` & 0xFF of the 8-bit table.
   unsigned char GetRedValue8(unsigned long index) const;
+  /// As `GetRedValue8`.
   unsigned char GetGreenValue8(unsigned long index) const;
+  /// As `GetRedValue8`.
   unsigned char GetBlueValue8(unsigned long index) const;
 
-  /// Entry `index` & (entry count - 1) of a 16-bit table.
+  /// Entry `index` & (entry count - 1) of the 16-bit table.
   unsigned short GetRedValue16(unsigned long index) const;
+  /// As `GetRedValue16`.
   unsigned short GetGreenValue16(unsigned long index) const;
+  /// As `GetRedValue16`.
   unsigned short GetBlueValue16(unsigned long index) const;
 
  protected:

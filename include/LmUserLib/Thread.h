@@ -4,6 +4,7 @@
 
 #include "LmBaseLib/Export.h"
 
+/// The operating system, as far as the libraries need it.
 namespace LmUserLib {
 
 /// Facts about threads.
