@@ -2,6 +2,8 @@
 
 /// Everything that the library offers.
 #include "LmImagingLib/BMPSaver.h"
+#include "LmImagingLib/Image.h"
+#include "LmImagingLib/PFNC.h"
 #include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeFactory.h"
