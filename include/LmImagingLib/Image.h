@@ -59,17 +59,29 @@ struct ConversionResult {
 /// The bytes that an image takes, from its first one to the last of its last line.
 ///
 /// These are the bytes that conversions read and write: 3 a pixel for every 24-bit type, where
-/// `PixelType::GetBufferSizeFor` counts 4 for the unpacked ones. Layouts of one and a half bytes a pixel (and RGB of 12
-/// bits, of four and a half) round a line down to whole bytes.
+/// `PixelType::GetBufferSizeFor` counts 4 for the unpacked ones. Lines of one and a half or four and a half bytes
+/// a pixel that end within a byte share it with the next line unless `lineSize` parts them; the last one has it to
+/// itself. A last line of YUV 4:1:1 of 2 more pixels than a multiple of four includes the V that both need.
 /// @param lineSize  as in the views
-/// @return nothing for a type that is not registered, a line size smaller than the line, and a size that does not fit
+/// @return nothing for a type that is not registered, a `lineSize` too small for a line, and a size that is too large
 LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned long width, unsigned long height,
                                                   std::size_t lineSize = 0);
 
-/// Converts an image after checking everything: nothing is read or written unless the call succeeds, and never a byte
-/// outside the pixels of the two images. What is written is what `PixelConverter::Convert` writes there.
+/// Converts an image, or some of its lines, after checking everything: a call that is refused touches nothing, and one
+/// that is accepted neither reads nor writes a byte outside the pixels of the two images.
 ///
-/// Source and destination have the same width and height. They must not overlap.
+/// Pixels become what `PixelConverter::Convert` makes of them. Pixels that it leaves alone stay: an odd last line of an
+/// interlaced image; in each line what is left over of a pair in YUV 4:2:2, packed and two-tap layouts (packed GigE
+/// Vision layouts convert it), of four pixels in the four-tap layouts, and the last pixel of YUV 4:1:1 that is one more
+/// than a multiple of four.
+///
+/// Refused are, beside sizes that do not fit: images of different size, or without a pixel; images that overlap in
+/// memory, even exactly; mosaics of less than 2 x 2 pixels that are to become colour, and ranges of their lines that
+/// part pairs; several Bayer layouts in the flags; lines of more than 2 GiB; padding in images of `kDualLines`. The
+/// converter of an application takes lines from line 0 on, of a size that whole pixels fill.
+///
+/// Allocates nothing, but for an intermediate image that a chained converter has no room for yet, and where lines of
+/// one exceed 4096 bytes and are padded or end within a group of pixels. Any number of threads may call at once.
 LM_EXPORT ConversionResult ConvertImage(const ConstImageView& source, const ImageView& destination,
                                         const ConvertOptions& options = {});
 

@@ -11,6 +11,7 @@ namespace LmImagingLib {
 
 class PixelType;
 class RGBFilter;
+struct ConverterStages;
 struct PixelConverterInfo;
 
 /// The bits of the flags argument of `PixelConverter::Convert`.
@@ -154,6 +155,7 @@ class LM_EXPORT ComplexConverter : public PixelConverter {
   LmBaseLib::Result ConvertPixel(const void* source, void* destination) const override;
 
  private:
+  friend ConverterStages StagesOf(const PixelConverter& converter);
   class ScratchLease;
 
   mutable unsigned char* mScratch = nullptr;

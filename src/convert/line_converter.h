@@ -52,6 +52,8 @@ class LineConverter : public PixelConverter {
   unsigned long GetSourceLineSize(unsigned long pixelCount) const override;
   LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
 
+  const Source& SourceLayout() const { return mSource; }
+
  protected:
   StripSteps Steps(const ConversionContext& context) const;
   SourceLines LinesAt(const void* source, const ConversionContext& context) const;

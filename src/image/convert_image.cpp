@@ -1,0 +1,161 @@
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include "LmImagingLib/Image.h"
+#include "convert/line_converter.h"
+#include "image/plan.h"
+#include "image/stages.h"
+#include "image/walk.h"
+
+namespace LmImagingLib {
+
+using LmBaseLib::Result;
+
+namespace {
+
+// The most pixels that any layout groups.
+constexpr std::uint32_t kWidestGroup = 4;
+
+LineWalk WalkOf(const ConversionPlan& plan, const ConstImageView& source, const ImageView& destination,
+                const ConvertOptions& options) {
+  return {static_cast<const std::uint8_t*>(source.data),
+          static_cast<std::size_t>(plan.sourceLine),
+          0,
+          static_cast<std::uint8_t*>(destination.data),
+          static_cast<std::size_t>(plan.destinationLine),
+          plan.height,
+          0,
+          plan.width,
+          plan.height,
+          plan.first,
+          plan.end,
+          options.flags,
+          options.filter};
+}
+
+// A line that ends within a byte shares it with the next one where nothing lies between, so lines go from top to bottom
+// and only the image's last one has a byte to itself.
+void CopyLines(const ConversionPlan& plan, LineWalk walk) {
+  const bool interlaced = (plan.converter->GetSourceTypeID() & kInterlacedFlag) != 0;
+  const auto lineBytes = static_cast<std::size_t>(plan.source.LineBytes(plan.width));
+  for (std::uint64_t plane = 0; plane < plan.source.planes; ++plane) {
+    for (std::uint32_t line = walk.first; line < walk.end; ++line) {
+      const bool last = plane + 1 == plan.source.planes && line + 1 == walk.height;
+      const std::uint8_t* const source = SourceLineAt(walk, interlaced, line);
+      if (source == nullptr) continue;
+      std::memcpy(walk.destination + line * walk.destinationLine, source,
+                  last ? lineBytes : std::min(lineBytes, walk.destinationLine));
+    }
+    walk.source += walk.sourceLine * walk.height;
+    walk.destination += walk.destinationLine * walk.height;
+  }
+}
+
+/// Room for some lines of the image between the stages of a chain: inside, unless the lines are very long. Zero at
+/// first, because stages leave pixels that belong to no group.
+class Band {
+ public:
+  Band(std::size_t lineBytes, std::uint32_t height) {
+    mLines = static_cast<std::uint32_t>(std::clamp<std::size_t>(sizeof mInside / lineBytes, kFewestLines, height + 2U));
+    const std::size_t bytes = mLines * lineBytes;
+    if (bytes <= sizeof mInside) {
+      std::memset(mInside, 0, bytes);
+    } else {
+      mOutside = std::make_unique<std::uint8_t[]>(bytes);
+    }
+  }
+
+  std::uint8_t* Data() { return mOutside != nullptr ? mOutside.get() : mInside; }
+  /// Lines to convert at a time: one above and one below them are there too.
+  std::uint32_t Lines() const { return (mLines - 2) / 2 * 2; }
+
+ private:
+  static constexpr std::size_t kFewestLines = 8;
+
+  std::uint32_t mLines;
+  std::unique_ptr<std::uint8_t[]> mOutside;
+  alignas(64) std::uint8_t mInside[32768];
+};
+
+const Source* GroupsOf(const PixelConverter& converter) {
+  const auto* const lines = dynamic_cast<const LineConverter*>(&converter);
+  return lines != nullptr ? &lines->SourceLayout() : nullptr;
+}
+
+void ConvertChain(const ConversionPlan& plan, const LineWalk& walk) {
+  const ConverterStages stages = StagesOf(*plan.converter);
+  const std::size_t lineBytes = stages.first.GetDestinationLineSize(plan.width);
+  const bool oddField = (stages.first.GetSourceTypeID() & kInterlacedFlag) != 0 && walk.height % 2 != 0;
+  Band band(lineBytes, walk.end - walk.first);
+  for (std::uint32_t line = walk.first; line < walk.end;) {
+    const std::uint32_t end = line + std::min(band.Lines(), walk.end - line);
+    LineWalk first = walk;
+    first.first = line - std::min(line, 1U);
+    first.end = std::min(end, walk.height - 1) + 1;
+    first.destination = band.Data();
+    first.destinationLine = lineBytes;
+    first.destinationFirst = first.first;
+    ConvertLines(stages.first, plan.source.groups, first);
+    if (oddField && first.end == walk.height) {
+      std::memset(band.Data() + (first.end - 1 - first.first) * lineBytes, 0, lineBytes);
+    }
+    LineWalk second = walk;
+    second.source = band.Data();
+    second.sourceLine = lineBytes;
+    second.sourceFirst = first.first;
+    second.first = line;
+    second.end = end;
+    ConvertLines(*stages.second, GroupsOf(*stages.second), second);
+    line = end;
+  }
+}
+
+// Whether the converter's own way over the whole image needs no byte outside the pixels, and counts none in 32 bits
+// that are not enough.
+bool IsPlain(const ConversionPlan& plan) {
+  if (plan.walk == WalkKind::kNone) return true;
+  if (plan.walk == WalkKind::kCopy || plan.sourceWidth == 0 || plan.first != 0) return false;
+  if (PassesLineEnd(plan.source.groups, plan.width)) return false;
+  constexpr std::uint64_t kMost = 0xFFFFFFFF;
+  const bool interlaced = (plan.converter->GetSourceTypeID() & kInterlacedFlag) != 0;
+  if (interlaced && plan.sourceLine * plan.height > kMost) return false;
+  if (plan.walk != WalkKind::kChain) return true;
+  // A chain converts whole lines of the source, padding included, and its intermediate image is not cleared.
+  const std::uint64_t pixels = std::uint64_t{plan.width} * plan.height;
+  return plan.IsDense() && plan.width % kWidestGroup == 0 && !(interlaced && plan.height % 2 != 0) &&
+         pixels <= kMost / StagesOf(*plan.converter).first.GetDestinationPixelByteSize();
+}
+
+ConversionResult Convert(const ConversionPlan& plan, const ConstImageView& source, const ImageView& destination,
+                         const ConvertOptions& options) {
+  const auto padding = static_cast<unsigned long>(plan.destinationLine - plan.destination.DenseLine(plan.width));
+  const Result result =
+      plan.converter->Convert(options.filter, source.data, plan.sourceWidth, plan.height, destination.data, plan.width,
+                              plan.height, plan.width, plan.end, options.flags, padding, nullptr, nullptr);
+  if (result.IsOK()) return {};
+  return {result, "the application's converter failed with code " + std::to_string(result.GetCode())};
+}
+
+}  // namespace
+
+ConversionResult ConvertImage(const ConstImageView& source, const ImageView& destination,
+                              const ConvertOptions& options) {
+  ConversionPlan plan;
+  if (ConversionResult refused = PlanConversion(source, destination, options, plan); !refused.IsOK()) return refused;
+  if (IsPlain(plan)) return Convert(plan, source, destination, options);
+  const LineWalk walk = WalkOf(plan, source, destination, options);
+  switch (plan.walk) {
+    case WalkKind::kCopy:
+      CopyLines(plan, walk);
+      break;
+    case WalkKind::kChain:
+      ConvertChain(plan, walk);
+      break;
+    default:
+      ConvertLines(*plan.converter, plan.source.groups, walk);
+  }
+  return {};
+}
+
+}  // namespace LmImagingLib

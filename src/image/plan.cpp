@@ -1,0 +1,213 @@
+#include "image/plan.h"
+
+#include <cstdio>
+#include <typeinfo>
+
+#include "LmImagingLib/PixelTypeFactory.h"
+#include "convert/line_converter.h"
+#include "converters/bayer/bayer_converter.h"
+#include "converters/grayscale/reorder_converter.h"
+#include "image/stages.h"
+
+namespace LmImagingLib {
+
+using LmBaseLib::Result;
+
+namespace {
+
+ConversionResult Refused(std::string message) { return {Result::INVALID_PARAMETER, std::move(message)}; }
+
+std::string Number(std::uint64_t value) { return std::to_string(value); }
+
+std::string Hex(std::uint64_t value) {
+  char text[24];
+  std::snprintf(text, sizeof text, "0x%llX", static_cast<unsigned long long>(value));
+  return text;
+}
+
+std::string Label(const PixelTypeID& type) {
+  return "'" + std::string(PixelTypeFactory::GetPixelTypeName(type)) + "' (" + Hex(static_cast<std::uint64_t>(type)) +
+         ")";
+}
+
+template <class View>
+std::string Size(const View& view) {
+  return Number(view.width) + " x " + Number(view.height);
+}
+
+template <class View>
+ConversionResult CheckView(const View& view, const char* name) {
+  if (!PixelTypeFactory::HasPixelType(view.type)) {
+    return Refused(std::string(name) + ".type is " + Hex(static_cast<std::uint64_t>(view.type)) +
+                   ", which is not the id of a registered pixel type");
+  }
+  if (view.data == nullptr)
+    return Refused(std::string(name) + ".data is null; it must point to the first pixel of the image");
+  if (view.width == 0 || view.height == 0) {
+    return Refused(std::string(name) + " is " + Size(view) + " pixels; an image has at least one");
+  }
+  if (view.width > kMostLines || view.height > kMostLines) {
+    return Refused(std::string(name) + " is " + Size(view) + " pixels; width and height may be at most " +
+                   Number(kMostLines));
+  }
+  return {};
+}
+
+template <class View>
+ConversionResult CheckBytes(const View& view, const ImageLayout& layout, const char* name, std::uint64_t& lineSize) {
+  if (!layout.HoldsLine(view.width)) {
+    return Refused(std::string(name) + ".width is " + Number(view.width) + "; a line of " + Label(view.type) +
+                   " may take at most " + Number(kMostLineBytes) + " bytes");
+  }
+  const std::uint64_t dense = layout.DenseLine(view.width);
+  if (view.lineSize != 0 && view.lineSize < dense) {
+    return Refused(std::string(name) + ".lineSize is " + Number(view.lineSize) + "; " + Number(view.width) +
+                   " pixels of " + Label(view.type) + " take " + Number(dense) + " bytes (0 stands for that)");
+  }
+  lineSize = view.lineSize != 0 ? view.lineSize : dense;
+  if (lineSize > kMostLineBytes) {
+    return Refused(std::string(name) + ".lineSize is " + Number(lineSize) + "; it may be at most " +
+                   Number(kMostLineBytes));
+  }
+  const std::optional<std::size_t> required = layout.Required(view.width, view.height, lineSize);
+  if (!required.has_value() || view.size < *required) {
+    return Refused(std::string(name) + ".size is " + Number(view.size) + "; " + Size(view) + " pixels of " +
+                   Label(view.type) + " in lines of " + Number(lineSize) + " bytes take " +
+                   (required.has_value() ? Number(*required) + " bytes" : "more than can be addressed"));
+  }
+  return {};
+}
+
+bool Overlap(const void* source, std::size_t sourceBytes, const void* destination, std::size_t destinationBytes) {
+  const auto from = reinterpret_cast<std::uintptr_t>(source);
+  const auto to = reinterpret_cast<std::uintptr_t>(destination);
+  return from < to ? to - from < sourceBytes : from - to < destinationBytes;
+}
+
+template <class Converter>
+bool IsA(const PixelConverter& converter) {
+  return dynamic_cast<const Converter*>(&converter) != nullptr;
+}
+
+bool ConvertsLines(const PixelConverter& converter) {
+  return IsA<LineConverter>(converter) || IsA<BayerConverter>(converter) || IsA<Dalsa4x8ToGrayscale8>(converter) ||
+         IsA<Dalsa4x16ToGrayscale16>(converter) || IsA<DualLinesGrayscale8ToGrayscale8>(converter);
+}
+
+WalkKind KindOf(const PixelConverter& converter) {
+  if (typeid(converter) == typeid(IdentityConverter)) return WalkKind::kCopy;
+  const ConverterStages stages = StagesOf(converter);
+  if (!ConvertsLines(stages.first)) return WalkKind::kNone;
+  if (stages.second == nullptr) return WalkKind::kLines;
+  return ConvertsLines(*stages.second) ? WalkKind::kChain : WalkKind::kNone;
+}
+
+bool Demosaics(const PixelConverter& converter) {
+  const ConverterStages stages = StagesOf(converter);
+  return IsA<BayerConverter>(stages.second != nullptr ? *stages.second : stages.first);
+}
+
+ConversionResult CheckFlags(const ConvertOptions& options) {
+  const unsigned long layouts = options.flags & (ConversionFlags::kBayerGR | ConversionFlags::kBayerGB |
+                                                 ConversionFlags::kBayerRG | ConversionFlags::kBayerBG);
+  if ((layouts & (layouts - 1)) == 0) return {};
+  return Refused("options.flags is " + Hex(options.flags) + ", which has several Bayer layouts; it may have one");
+}
+
+ConversionResult CheckRange(const ConvertOptions& options, ConversionPlan& plan) {
+  const unsigned long height = plan.height;
+  if (options.firstLine >= height) {
+    return Refused("options.firstLine is " + Number(options.firstLine) + "; the image has the lines 0 to " +
+                   Number(height - 1));
+  }
+  const unsigned long left = height - options.firstLine;
+  const unsigned long lines = options.lines == ConvertOptions::kAllLines ? left : options.lines;
+  if (lines == 0 || lines > left) {
+    return Refused("options.lines is " + Number(lines) + "; from line " + Number(options.firstLine) +
+                   " on there are 1 to " + Number(left));
+  }
+  plan.first = static_cast<std::uint32_t>(options.firstLine);
+  plan.end = static_cast<std::uint32_t>(options.firstLine + lines);
+  const unsigned long step = plan.converter->GetLinesPerStep();
+  if (step > 1 && (plan.first % step != 0 || (plan.end != height && plan.end % step != 0))) {
+    return Refused("options.firstLine is " + Number(options.firstLine) + " and options.lines " + Number(lines) +
+                   "; this conversion takes " + Number(step) + " lines at a time, so that both must be multiples of " +
+                   Number(step) + " unless the range ends with the image");
+  }
+  return {};
+}
+
+// The pixels that a line with its padding has room for, if they fill it to the byte.
+std::uint32_t PixelsThatFill(const ImageLayout& layout, std::uint64_t width, std::uint64_t lineSize) {
+  if (layout.DenseLine(width) == lineSize) return static_cast<std::uint32_t>(width);
+  if (layout.pairBytes == 0) return 0;
+  const std::uint64_t about = lineSize * 2 / layout.pairBytes;
+  for (const std::uint64_t pixels : {about, about + 1}) {
+    if (pixels <= kMostLines && layout.DenseLine(pixels) == lineSize) return static_cast<std::uint32_t>(pixels);
+  }
+  return 0;
+}
+
+ConversionResult CheckAbilities(const ConstImageView& source, ConversionPlan& plan) {
+  const PixelConverter& converter = *plan.converter;
+  if (Demosaics(converter) && (plan.width < 2 || plan.height < 2)) {
+    return Refused("source is " + Size(source) + " pixels; a mosaic takes at least 2 x 2 to become colour");
+  }
+  if (IsA<DualLinesGrayscale8ToGrayscale8>(StagesOf(converter).first) && !plan.IsDense()) {
+    return Refused("source.lineSize is " + Number(source.lineSize) + "; lines of " + Label(source.type) +
+                   " come in pairs and have no padding, so it must be 0 or " + Number(plan.width));
+  }
+  if (plan.walk != WalkKind::kNone) return {};
+  if (plan.sourceWidth == 0) {
+    return Refused("source.lineSize is " + Number(source.lineSize) + "; the application's converter of " +
+                   Label(source.type) + " takes lines that whole pixels fill");
+  }
+  if (plan.first != 0) {
+    return Refused("options.firstLine is " + Number(plan.first) + "; the application's converter of " +
+                   Label(source.type) + " begins with line 0");
+  }
+  return {};
+}
+
+}  // namespace
+
+ConversionResult PlanConversion(const ConstImageView& source, const ImageView& destination,
+                                const ConvertOptions& options, ConversionPlan& plan) {
+  if (ConversionResult checked = CheckView(source, "source"); !checked.IsOK()) return checked;
+  if (ConversionResult checked = CheckView(destination, "destination"); !checked.IsOK()) return checked;
+  if (source.width != destination.width || source.height != destination.height) {
+    return Refused("destination is " + Size(destination) + " pixels; it must be as large as source, " + Size(source));
+  }
+  plan.converter = PixelTypeFactory::FindConverter(source.type, destination.type);
+  if (plan.converter == nullptr) {
+    return {Result::NOT_IMPLEMENTED, "destination.type is " + Label(destination.type) + "; no converter to it from " +
+                                         Label(source.type) + " is registered"};
+  }
+  plan.walk = KindOf(*plan.converter);
+  if (plan.walk == WalkKind::kCopy) {
+    plan.source = *FindLayout(source.type);
+    plan.destination = *FindLayout(destination.type);
+  } else {
+    plan.source = SourceLayoutOf(*plan.converter, source.type);
+    plan.destination = DestinationLayoutOf(*plan.converter, destination.type);
+  }
+  if (ConversionResult checked = CheckFlags(options); !checked.IsOK()) return checked;
+  plan.width = static_cast<std::uint32_t>(source.width);
+  plan.height = static_cast<std::uint32_t>(source.height);
+  if (ConversionResult checked = CheckRange(options, plan); !checked.IsOK()) return checked;
+  if (ConversionResult checked = CheckBytes(source, plan.source, "source", plan.sourceLine); !checked.IsOK()) {
+    return checked;
+  }
+  if (ConversionResult checked = CheckBytes(destination, plan.destination, "destination", plan.destinationLine);
+      !checked.IsOK()) {
+    return checked;
+  }
+  if (Overlap(source.data, *plan.source.Required(plan.width, plan.height, plan.sourceLine), destination.data,
+              *plan.destination.Required(plan.width, plan.height, plan.destinationLine))) {
+    return Refused("source.data and destination.data are memory that overlaps; the images must lie apart");
+  }
+  plan.sourceWidth = PixelsThatFill(plan.source, plan.width, plan.sourceLine);
+  return CheckAbilities(source, plan);
+}
+
+}  // namespace LmImagingLib
