@@ -18,26 +18,27 @@ class RGBFilter;
 /// A plane of a planar image begins `lineSize` x `height` bytes behind the one before, the second field of an
 /// interlaced image in the middle of its lines.
 struct ConstImageView {
-  PixelTypeID type = 0;
-  const void* data = nullptr;
-  std::size_t size = 0;      ///< bytes that `data` has, at least `RequiredSize`
-  unsigned long width = 0;   ///< pixels
-  unsigned long height = 0;  ///< lines
-  std::size_t lineSize = 0;  ///< bytes from the beginning of a line to that of the next; 0 for lines without padding
+  PixelTypeID type = 0;        ///< a registered type
+  const void* data = nullptr;  ///< the first byte of the first line
+  std::size_t size = 0;        ///< bytes that `data` has, at least `RequiredSize`
+  unsigned long width = 0;     ///< pixels
+  unsigned long height = 0;    ///< lines
+  std::size_t lineSize = 0;    ///< bytes from the beginning of a line to that of the next; 0 for lines without padding
 };
 
 /// An image to write; otherwise as `ConstImageView`. The padding behind its lines is never touched.
 struct ImageView {
-  PixelTypeID type = 0;
-  void* data = nullptr;
-  std::size_t size = 0;
-  unsigned long width = 0;
-  unsigned long height = 0;
-  std::size_t lineSize = 0;
+  PixelTypeID type = 0;      ///< as in `ConstImageView`, and so are the others
+  void* data = nullptr;      ///< the first byte of the first line
+  std::size_t size = 0;      ///< bytes
+  unsigned long width = 0;   ///< pixels
+  unsigned long height = 0;  ///< lines
+  std::size_t lineSize = 0;  ///< bytes from line to line
 };
 
 /// How to convert.
 struct ConvertOptions {
+  /// Stands for all lines from `firstLine` on.
   static constexpr unsigned long kAllLines = ~0UL;
 
   const RGBFilter* filter = nullptr;             ///< looks every colour value up; null changes none
@@ -53,6 +54,7 @@ struct ConversionResult {
   /// A sentence that names what was given and what is needed; empty on success.
   std::string message;
 
+  /// Whether the image was converted.
   bool IsOK() const { return result.IsOK(); }
 };
 

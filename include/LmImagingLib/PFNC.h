@@ -21,6 +21,7 @@ struct PFNCResult {
   const PFNCFormat* format;  ///< lives as long as the library; null where there is none
   const char* reason;        ///< why there is none, as a sentence; null where there is one
 
+  /// Whether there is a format.
   explicit operator bool() const { return format != nullptr; }
 };
 
