@@ -1,0 +1,84 @@
+"""Checks of the arguments that name choices and numbers."""
+
+from __future__ import annotations
+
+import operator
+from typing import Any, Callable, Optional
+
+from . import _native
+from .pixel_types import PixelType
+
+_MOST_PIXELS = 2**32 - 1  # the library counts in 32 bits
+
+
+def choice(argument: str, value: Any, choices: dict[str, int]) -> int:
+    """What one of several words stands for."""
+    allowed = "allowed: " + ", ".join(map(repr, choices))
+    if not isinstance(value, str):
+        raise TypeError(f"{argument}: {value!r} is a {type(value).__name__}; {allowed}")
+    if value not in choices:
+        raise ValueError(f"{argument}: {value!r} is unknown; {allowed}")
+    return choices[value]
+
+
+def layout_flag(
+    source: PixelType, destination: PixelType, bayer: Optional[str], named: Optional[str], wanted: Optional[str]
+) -> int:
+    """The conversion flag of a mosaic's layout, which is never guessed: a wrong one swaps red and blue.
+
+    :param named, wanted: the layouts that the names of the source and the destination tell
+    """
+    if bayer is not None:
+        choice("bayer", bayer, _native.BAYER)
+        if not source.bayer:
+            raise ValueError(f"bayer: {bayer!r} is given, but {source} is no mosaic; allowed: None")
+        if named not in (None, bayer):
+            raise ValueError(f"bayer: {bayer!r} is given, but from_ says {named!r}; allowed: {named!r} or None")
+    layout = named or bayer
+    if wanted is not None and layout not in (None, wanted):
+        raise ValueError(f"to: the mosaic's layout is {wanted!r}, but the source's is {layout!r}, which stays")
+    if layout is None and source.bayer and not destination.bayer:
+        allowed = ", ".join(map(repr, _native.BAYER))
+        hint = f", or a from_ that tells it, such as {source.pfnc[0]!r}" if source.pfnc else ""
+        raise ValueError(f"bayer: is missing, and {source} does not tell the mosaic's layout; allowed: {allowed}{hint}")
+    return _native.BAYER[layout] if layout else 0
+
+
+def line_range(lines: Any, height: int) -> tuple[int, int]:
+    """First line and count."""
+    if lines is None:
+        return 0, height
+    allowed = f"allowed: (first, count) within the {height} lines of the image"
+    try:
+        first, count = (operator.index(value) for value in lines)
+    except (TypeError, ValueError):
+        raise TypeError(f"lines: {lines!r} is no pair of whole numbers; {allowed}") from None
+    if first < 0 or count < 1 or first + count > height:
+        raise ValueError(f"lines: {lines!r} does not fit; {allowed}")
+    return first, count
+
+
+def triple(argument: str, values: Any, default: Any, most: int, number: Callable[[Any], Any]) -> tuple:
+    """Numbers for red, green and blue."""
+    if values is None:
+        return (default,) * 3
+    allowed = f"allowed: {'' if number is float else 'whole '}numbers for red, green and blue, each 0 to {most}"
+    try:
+        numbers = tuple(number(value) for value in values)
+    except (TypeError, ValueError):
+        raise TypeError(f"{argument}: {values!r} is something else; {allowed}") from None
+    if len(numbers) != 3 or not all(0 <= value <= most for value in numbers):
+        raise ValueError(f"{argument}: {values!r} does not fit; {allowed}")
+    return numbers
+
+
+def image_size(size: Any) -> tuple[int, int]:
+    """Width and height."""
+    allowed = f"allowed: (width, height) in pixels, each 1 to {_MOST_PIXELS}"
+    try:
+        width, height = (operator.index(value) for value in size)
+    except (TypeError, ValueError):
+        raise TypeError(f"size: {size!r} is no pair of whole numbers; {allowed}") from None
+    if not (1 <= width <= _MOST_PIXELS and 1 <= height <= _MOST_PIXELS):
+        raise ValueError(f"size: {size!r} does not fit; {allowed}")
+    return width, height

@@ -1,0 +1,89 @@
+"""Conversion of images that lie in buffers and NumPy arrays."""
+
+from __future__ import annotations
+
+import operator
+from typing import Any, Optional, Sequence
+
+from . import _native
+from .arguments import choice, layout_flag, line_range, triple
+from .images import destination_image, source_image
+from .pixel_types import TypeLike, converters, resolve
+
+
+def convert(
+    source: Any,
+    from_: TypeLike,
+    to: TypeLike,
+    size: Optional[tuple[int, int]] = None,
+    *,
+    line_size: Optional[int] = None,
+    gains: Optional[Sequence[float]] = None,
+    offset: Optional[Sequence[int]] = None,
+    bayer: Optional[str] = None,
+    demosaic: str = "block",
+    field_order: str = "top",
+    lines: Optional[tuple[int, int]] = None,
+    out: Any = None,
+) -> Any:
+    """Converts an image from one pixel type to another.
+
+    The interpreter lock is released meanwhile, so threads convert side by side.
+
+    :param source: a NumPy array, or any other object with a buffer (bytes, bytearray, memoryview, mmap, ctypes array).
+        An array of the shape and dtype of the type tells its own size: (height, width) for one sample a pixel, uint8
+        up to 8 bits and uint16 above; (height, width, samples) for several; (planes, height, width) for planar types.
+        Anything else is taken as bytes, in one dimension or in rows, and needs ``size``. Rows may be padded or belong
+        to a wider array; only arrays whose pixels do not lie side by side are copied.
+    :param from_: the source's pixel type, such as "BayerRG10", 0x20011 or a camera's PixelFormat code
+    :param to: the destination's pixel type, such as "RGB8" or "Mono8"; ``converters(from_)`` lists what is allowed
+    :param size: (width, height) in pixels, for a source that does not tell it
+    :param line_size: bytes from one line of a one-dimensional source to the next, if lines are padded
+    :param gains: factors of red, green and blue, each 0 to 1000: the white balance. They act where colours are
+        converted, not between grayscale types or mosaics.
+    :param offset: added to red, green and blue after the gains, each 0 to 255
+    :param bayer: colours of the first two pixels of a mosaic's top row, "GR", "RG", "GB" or "BG". Must be given to
+        make colours of a mosaic, unless ``from_`` is a PFNC name or code, which tells it.
+    :param demosaic: "block" makes four equal pixels of a 2 x 2 cell, "bilinear" looks at each pixel's neighbours
+    :param field_order: which field comes first in the buffer of an interlaced type, "top" or "bottom"
+    :param lines: (first, count) of the lines to convert into ``out``, which keeps its others; by default all. So
+        threads share a frame.
+    :param out: where to write: an array of the result's shape and dtype whose pixels lie side by side in each row, or
+        a writable buffer of at least as many bytes. It must not overlap the source.
+    :return: ``out`` if given; otherwise a new array of the destination's shape and dtype, like those told for
+        ``source``. Types whose pixels share bytes come as uint8 in one dimension.
+        Pixels that a conversion leaves alone, such as half of a pair that shares its colour, are 0 in a new array.
+    :raises ValueError: for a value that is not allowed, or an image that does not fit its buffer; nothing is written
+    :raises TypeError: for an object that is not what an argument takes
+    """
+    source_type, named_layout = resolve("from_", from_)
+    destination_type, wanted_layout = resolve("to", to)
+    if not _native.has_converter(source_type.id, destination_type.id):
+        reached = ", ".join(str(type) for _, type in converters(source_type))
+        raise ValueError(f"to: {source_type} does not convert to {destination_type}; allowed: {reached}")
+    flags = (
+        layout_flag(source_type, destination_type, bayer, named_layout, wanted_layout)
+        | choice("demosaic", demosaic, {"block": 0, "bilinear": _native.BILINEAR})
+        | choice("field_order", field_order, {"top": 0, "bottom": _native.FIELD_ORDER})
+    )
+    balance = None
+    if gains is not None or offset is not None:
+        balance = triple("gains", gains, 1, 1000, float), triple("offset", offset, 0, 255, operator.index)
+    image = source_image(source, source_type, size, line_size)
+    if lines is not None and out is None:
+        raise ValueError(f"lines: {lines!r} is given without out, which keeps the other lines; allowed: None")
+    result = destination_image(out, destination_type, image.width, image.height)
+    _native.convert(
+        source_type.id,
+        image.array,
+        image.line_size,
+        destination_type.id,
+        result.array,
+        result.line_size,
+        image.width,
+        image.height,
+        flags,
+        line_range(lines, image.height),
+        balance,
+    )
+    return result.array if out is None else out

@@ -1,0 +1,125 @@
+"""What names a type, what is listed, and what a wrong argument is told."""
+
+import re
+
+import numpy as np
+import pytest
+
+import lmimaging
+
+GRAY10 = np.zeros((4, 6), np.uint16)
+RGB = np.zeros((4, 6, 3), np.uint8)
+
+
+def test_types_and_converters_are_those_of_the_registry(all_types):
+    assert len(all_types) == 155
+    bayer = all_types[0x220011]
+    assert (bayer.name, bayer.class_name, bayer.bits, bayer.bytes) == (
+        "Bayer RGB10-bits, Interlaced",
+        "BayerRGB10",
+        10,
+        2,
+    )
+    assert bayer.bayer and bayer.interlaced and not (bayer.packed or bayer.planar or bayer.normalized)
+    assert str(all_types[0x20011]) == "0x20011 (Bayer RGB10-bits)"
+    assert all_types[0x20011].pfnc == ("BayerGR10", "BayerRG10", "BayerGB10", "BayerBG10")
+    assert all_types[0x10001].pfnc == ("Mono8",)
+
+    pairs = lmimaging.converters()
+    assert len(pairs) == len(set(pairs)) == 2364 + 155
+    assert lmimaging.converters("BayerRG10") == [pair for pair in pairs if pair[0].id == 0x20011]
+    assert lmimaging.converters(to=all_types[0x10005]) == [pair for pair in pairs if pair[1].id == 0x10005]
+    assert lmimaging.converters("Mono8", "YUV8") == []
+
+
+def test_names_ids_and_codes_name_the_same_type(random):
+    frame = random.integers(0, 1024, (6, 8), np.uint16)
+    expected = lmimaging.convert(frame, "BayerRG10", 0x420002)
+    for from_ in (0x0110000D, np.int64(0x0110000D), "0x0110000D"):
+        assert (lmimaging.convert(frame, from_, "RGB8") == expected).all(), from_
+    assert lmimaging.converters("bgr 24-BITS", 0x420002) == lmimaging.converters(0x20006, "RGB8")
+    for from_ in (0x20011, "0x20011", "bayerRGB10", lmimaging.converters("BayerRG10")[0][0]):
+        assert (lmimaging.convert(frame, from_, "RGB8", bayer="RG") == expected).all(), from_
+
+
+def test_no_code_is_the_id_of_another_type(all_types):
+    for type in all_types.values():
+        for name in type.pfnc:
+            assert lmimaging.converters(name)[0][0] == type, name
+
+
+def test_arrays_are_as_large_as_the_images_that_they_hold(all_types):
+    """Each type to itself: the shape of an array tells the size, and the bytes survive."""
+    width, height = 12, 6
+    for type in all_types.values():
+        room = np.arange(8 * width * height, dtype=np.uint32).astype(np.uint8)
+        copy = lmimaging.convert(room, type, type, size=(width, height))
+        assert copy.nbytes == room[: copy.nbytes].size
+        if copy.ndim > 1:
+            again = lmimaging.convert(copy, type, type)
+            assert again.shape == copy.shape and again.dtype == copy.dtype
+            assert copy.shape[-2 if type.planar else 0] == height
+        if not type.interlaced:
+            assert copy.tobytes() == room[: copy.nbytes].tobytes(), type
+
+
+WRONG = [
+    # what is wrong, the arguments, and what the message says: argument, value, what is allowed
+    (ValueError, (GRAY10, "Mono11", "Mono8"), {}, "from_: .*'Mono11'.*allowed"),
+    (ValueError, (GRAY10, "Mono10", "Moni8"), {}, "to: .*'Moni8'.*allowed"),
+    (ValueError, (GRAY10, 0x999999, "Mono8"), {}, "from_: .*0x999999"),
+    (ValueError, (GRAY10, -1, "Mono8"), {}, "from_: .*-1"),
+    (TypeError, (GRAY10, 1.5, "Mono8"), {}, "from_: 1.5 is a float; allowed"),
+    (TypeError, (GRAY10, None, "Mono8"), {}, "from_: None"),
+    (ValueError, (RGB, "RGB8", "Mono8"), {}, r"RGB24-bits, Packed.*0x10001.*allowed.*0x420006"),
+    (ValueError, (bytes(48), "Mono10", "Mono8"), {}, "size: is missing"),
+    (ValueError, (GRAY10, "Mono10", "Mono8"), {"size": (4, 6)}, r"size: \(4, 6\).*6 x 4"),
+    (ValueError, (bytes(48), "Mono10", "Mono8"), {"size": (0, 4)}, r"size: \(0, 4\).*allowed"),
+    (TypeError, (bytes(48), "Mono10", "Mono8"), {"size": 24}, "size: 24.*allowed"),
+    (TypeError, (bytes(48), "Mono10", "Mono8"), {"size": (6.0, 4)}, r"size: \(6.0, 4\)"),
+    (ValueError, (bytes(47), "Mono10", "Mono8"), {"size": (6, 4)}, "source.*47.*48"),
+    (ValueError, (bytes(48), "Mono10", "Mono8"), {"size": (2**31, 2**31)}, "source|size"),
+    (ValueError, (bytes(48), "Mono10", "Mono8"), {"size": (2**32, 1)}, "size: "),
+    (ValueError, (bytes(48), "Mono10", "Mono8"), {"size": (6, 4), "line_size": 11}, "11.*12"),
+    (ValueError, (bytes(48), "Mono10", "Mono8"), {"size": (6, 4), "line_size": 0}, "line_size: 0"),
+    (TypeError, (bytes(48), "Mono10", "Mono8"), {"size": (6, 4), "line_size": "12"}, "line_size: '12'"),
+    (ValueError, (GRAY10, "Mono10", "Mono8"), {"line_size": 12}, "line_size: 12"),
+    (ValueError, (GRAY10.astype(np.uint8), "Mono10", "Mono8"), {"size": (6, 4)}, "12"),
+    (ValueError, (GRAY10.astype(np.float32), "Mono10", "Mono8"), {}, r"float32.*\(height, width\) of uint16"),
+    (ValueError, (GRAY10.astype(">u2"), "Mono10", "Mono8"), {}, ">u2"),
+    (ValueError, (GRAY10.reshape(2, 2, 6), "Mono10", "Mono8"), {}, r"\(2, 2, 6\)"),
+    (ValueError, (GRAY10[:0], "Mono10", "Mono8"), {}, r"source: .*\(0, 6\).*empty"),
+    (ValueError, (b"", "Mono10", "Mono8"), {"size": (6, 4)}, "source: .*empty"),
+    (TypeError, ([1, 2, 3], "Mono10", "Mono8"), {}, "source: a list has no buffer"),
+    (ValueError, (GRAY10, "BayerRGB10", "RGB8"), {}, "bayer: is missing.*'GR'.*'BayerGR10'"),
+    (ValueError, (GRAY10, "BayerRGB10", "RGB8"), {"bayer": "rg"}, "bayer: 'rg' is unknown; allowed: 'GR'"),
+    (TypeError, (GRAY10, "BayerRGB10", "RGB8"), {"bayer": 1}, "bayer: 1 is a int; allowed: 'GR'"),
+    (ValueError, (GRAY10, "BayerRG10", "RGB8"), {"bayer": "BG"}, "bayer: 'BG'.*'RG'"),
+    (ValueError, (GRAY10, "Mono10", "RGB8"), {"bayer": "BG"}, "bayer: 'BG'.*no mosaic"),
+    (ValueError, (GRAY10, "BayerRG10", "BayerBG8"), {}, "to: .*'BG'.*'RG'"),
+    (ValueError, (GRAY10, "Mono10", "Mono8"), {"lines": (0, 2)}, r"lines: \(0, 2\).*out"),
+    (ValueError, (GRAY10, "Mono10", "Mono8"), {"lines": (3, 2), "out": bytearray(24)}, r"lines: \(3, 2\).*4 lines"),
+    (TypeError, (GRAY10, "Mono10", "Mono8"), {"lines": 2, "out": bytearray(24)}, "lines: 2"),
+    (ValueError, (GRAY10[:1], "BayerRG10", "RGB8"), {}, "Bayer|mosaic|cell"),
+    (ValueError, (GRAY10, "BayerRG10", "RGB8"), {"demosaic": "best"}, "demosaic: 'best'.*'bilinear'"),
+    (ValueError, (GRAY10, "Mono10", "RGB8"), {"field_order": "odd"}, "field_order: 'odd'.*'top'"),
+    (ValueError, (RGB, "RGB8", "BGR8"), {"gains": (1, 2)}, r"gains: \(1, 2\).*0 to 1000"),
+    (ValueError, (RGB, "RGB8", "BGR8"), {"gains": (1, -1, 1)}, r"gains: \(1, -1, 1\)"),
+    (ValueError, (RGB, "RGB8", "BGR8"), {"gains": (1, float("nan"), 1)}, "gains: .*nan"),
+    (TypeError, (RGB, "RGB8", "BGR8"), {"gains": 2}, "gains: 2.*allowed"),
+    (ValueError, (RGB, "RGB8", "BGR8"), {"offset": (1, 256, 1)}, "offset: .*256.*0 to 255"),
+    (TypeError, (RGB, "RGB8", "BGR8"), {"offset": (1, 0.5, 1)}, "offset: .*0.5.*whole"),
+]
+
+
+@pytest.mark.parametrize("kind, positional, named, message", WRONG, ids=[case[3] for case in WRONG])
+def test_a_wrong_argument_is_named(kind, positional, named, message):
+    with pytest.raises(kind) as error:
+        lmimaging.convert(*positional, **named)
+    assert re.search(message, str(error.value)), error.value
+
+
+@pytest.mark.parametrize("name", ["Mono10p", "Mono14p", 0x0220001C, 0x0220001D, "RGB10p32", "YCbCr8"])
+def test_a_format_that_is_not_supported_is_never_approximated(name):
+    with pytest.raises(ValueError, match="from_: "):
+        lmimaging.convert(bytes(1000), name, "RGB8", size=(4, 4))
