@@ -12,7 +12,7 @@ RGB = np.zeros((4, 6, 3), np.uint8)
 
 
 def test_types_and_converters_are_those_of_the_registry(all_types):
-    assert len(all_types) == 155
+    assert list(all_types) == sorted(all_types)
     bayer = all_types[0x220011]
     assert (bayer.name, bayer.class_name, bayer.bits, bayer.bytes) == (
         "Bayer RGB10-bits, Interlaced",
@@ -26,7 +26,8 @@ def test_types_and_converters_are_those_of_the_registry(all_types):
     assert all_types[0x10001].pfnc == ("Mono8",)
 
     pairs = lmimaging.converters()
-    assert len(pairs) == len(set(pairs)) == 2364 + 155
+    assert pairs == sorted(set(pairs))
+    assert {(type, type) for type in all_types.values()} < set(pairs)
     assert lmimaging.converters("BayerRG10") == [pair for pair in pairs if pair[0].id == 0x20011]
     assert lmimaging.converters(to=all_types[0x10005]) == [pair for pair in pairs if pair[1].id == 0x10005]
     assert lmimaging.converters("Mono8", "YUV8") == []

@@ -86,6 +86,24 @@ def test_out_is_written_in_place_and_nothing_else(frame):
     assert room == expected.tobytes() + b"\7" * 5
 
 
+def test_every_pair_takes_bytes_arrays_and_windows_alike(random):
+    width, height = 12, 6
+    room = random.integers(0, 256, 8 * width * height, np.uint8)
+    for from_, to in lmimaging.converters():
+        layout = {"bayer": "BG"} if from_.bayer else {}
+        expected = lmimaging.convert(room, from_, to, size=(width, height), **layout)
+        source = lmimaging.convert(room, from_, from_, size=(width, height))
+        if source.ndim > 1 and not from_.interlaced:
+            assert (lmimaging.convert(source, from_, to, **layout) == expected).all(), (from_, to)
+        if expected.ndim > 1 and not to.planar:
+            canvas = np.full((height, width + 3, *expected.shape[2:]), 7, expected.dtype)
+            window = canvas[:, 1:-2]
+            window[:] = 0
+            lmimaging.convert(room, from_, to, size=(width, height), out=window, **layout)
+            assert (window == expected).all(), (from_, to)
+            assert (canvas[:, 0] == 7).all() and (canvas[:, -2:] == 7).all(), (from_, to)
+
+
 def test_threads_share_a_frame_by_its_lines(random):
     frame = random.integers(0, 1024, (240, 320), np.uint16)
     out = np.full((240, 320, 3), 7, np.uint8)
