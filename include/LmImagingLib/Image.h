@@ -79,11 +79,13 @@ LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned lon
 ///
 /// Refused are, beside sizes that do not fit: images of different size, or without a pixel; images that overlap in
 /// memory, even exactly; mosaics of less than 2 x 2 pixels that are to become colour, and ranges of their lines that
-/// part pairs; several Bayer layouts in the flags; lines of more than 2 GiB; padding in images of `kDualLines`. The
+/// part pairs; several Bayer layouts in the flags; lines of more than 2 GiB; padding in images of `kDualLines`, and in
+/// interlaced ones of odd height. The
 /// converter of an application takes lines from line 0 on, of a size that whole pixels fill.
 ///
-/// Allocates nothing, but for an intermediate image that a chained converter has no room for yet, and where lines of
-/// one exceed 4096 bytes and are padded or end within a group of pixels. Any number of threads may call at once.
+/// Needs no memory for pixels, but for the intermediate image of a chained converter that has no room for it yet, and
+/// where that image has lines of more than 6144 bytes and the source is padded or ends within a group of pixels. Any
+/// number of threads may call at once.
 LM_EXPORT ConversionResult ConvertImage(const ConstImageView& source, const ImageView& destination,
                                         const ConvertOptions& options = {});
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "LmImagingLib/Image.h"
+#include "convert/conversion_context.h"
 #include "convert/line_converter.h"
 #include "image/plan.h"
 #include "image/stages.h"
@@ -56,8 +57,9 @@ void CopyLines(const ConversionPlan& plan, LineWalk walk) {
 /// first, because stages leave pixels that belong to no group.
 class Band {
  public:
-  Band(std::size_t lineBytes, std::uint32_t height) {
-    mLines = static_cast<std::uint32_t>(std::clamp<std::size_t>(sizeof mInside / lineBytes, kFewestLines, height + 2U));
+  Band(std::size_t lineBytes, std::uint32_t lines)
+      : mLines(std::max(kFewestLines, static_cast<std::uint32_t>(
+                                          std::min<std::size_t>(sizeof mInside / lineBytes, std::size_t{lines} + 2)))) {
     const std::size_t bytes = mLines * lineBytes;
     if (bytes <= sizeof mInside) {
       std::memset(mInside, 0, bytes);
@@ -71,11 +73,11 @@ class Band {
   std::uint32_t Lines() const { return (mLines - 2) / 2 * 2; }
 
  private:
-  static constexpr std::size_t kFewestLines = 8;
+  static constexpr std::uint32_t kFewestLines = 8;
 
   std::uint32_t mLines;
   std::unique_ptr<std::uint8_t[]> mOutside;
-  alignas(64) std::uint8_t mInside[32768];
+  alignas(64) std::uint8_t mInside[kFewestLines * 6144];
 };
 
 const Source* GroupsOf(const PixelConverter& converter) {
@@ -119,11 +121,11 @@ bool IsPlain(const ConversionPlan& plan) {
   if (PassesLineEnd(plan.source.groups, plan.width)) return false;
   constexpr std::uint64_t kMost = 0xFFFFFFFF;
   const bool interlaced = (plan.converter->GetSourceTypeID() & kInterlacedFlag) != 0;
-  if (interlaced && plan.sourceLine * plan.height > kMost) return false;
+  if (interlaced && (plan.end % 2 != 0 || plan.sourceLine * plan.height > kMost)) return false;
   if (plan.walk != WalkKind::kChain) return true;
   // A chain converts whole lines of the source, padding included, and its intermediate image is not cleared.
   const std::uint64_t pixels = std::uint64_t{plan.width} * plan.height;
-  return plan.IsDense() && plan.width % kWidestGroup == 0 && !(interlaced && plan.height % 2 != 0) &&
+  return plan.IsDense() && plan.width % kWidestGroup == 0 &&
          pixels <= kMost / StagesOf(*plan.converter).first.GetDestinationPixelByteSize();
 }
 
@@ -144,6 +146,7 @@ ConversionResult ConvertImage(const ConstImageView& source, const ImageView& des
   ConversionPlan plan;
   if (ConversionResult refused = PlanConversion(source, destination, options, plan); !refused.IsOK()) return refused;
   if (IsPlain(plan)) return Convert(plan, source, destination, options);
+  const ContextScope context;  // kept over all the walks of a chain
   const LineWalk walk = WalkOf(plan, source, destination, options);
   switch (plan.walk) {
     case WalkKind::kCopy:

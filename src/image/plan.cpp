@@ -1,5 +1,6 @@
 #include "image/plan.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <typeinfo>
 
@@ -8,6 +9,7 @@
 #include "converters/bayer/bayer_converter.h"
 #include "converters/grayscale/reorder_converter.h"
 #include "image/stages.h"
+#include "image/walk.h"
 
 namespace LmImagingLib {
 
@@ -89,9 +91,17 @@ bool IsA(const PixelConverter& converter) {
   return dynamic_cast<const Converter*>(&converter) != nullptr;
 }
 
+// A copy moves lines of their own size, unless buffers of its type have more bytes than pixels.
+bool CopiesPixels(const PixelConverter& converter) {
+  if (typeid(converter) != typeid(IdentityConverter)) return false;
+  const std::optional<ImageLayout> layout = FindLayout(converter.GetSourceTypeID());
+  return layout.has_value() && layout->pairBytes % 2 == 0 && layout->pairBytes == converter.GetSourceLineSize(2);
+}
+
 bool ConvertsLines(const PixelConverter& converter) {
-  return IsA<LineConverter>(converter) || IsA<BayerConverter>(converter) || IsA<Dalsa4x8ToGrayscale8>(converter) ||
-         IsA<Dalsa4x16ToGrayscale16>(converter) || IsA<DualLinesGrayscale8ToGrayscale8>(converter);
+  return CopiesPixels(converter) || IsA<LineConverter>(converter) || IsA<BayerConverter>(converter) ||
+         IsA<Dalsa4x8ToGrayscale8>(converter) || IsA<Dalsa4x16ToGrayscale16>(converter) ||
+         IsA<DualLinesGrayscale8ToGrayscale8>(converter);
 }
 
 WalkKind KindOf(const PixelConverter& converter) {
@@ -137,15 +147,19 @@ ConversionResult CheckRange(const ConvertOptions& options, ConversionPlan& plan)
   return {};
 }
 
-// The pixels that a line with its padding has room for, if they fill it to the byte.
+// The pixels that a line with its padding has room for, if they fill it to the byte; otherwise 0.
 std::uint32_t PixelsThatFill(const ImageLayout& layout, std::uint64_t width, std::uint64_t lineSize) {
-  if (layout.DenseLine(width) == lineSize) return static_cast<std::uint32_t>(width);
-  if (layout.pairBytes == 0) return 0;
-  const std::uint64_t about = lineSize * 2 / layout.pairBytes;
-  for (const std::uint64_t pixels : {about, about + 1}) {
-    if (pixels <= kMostLines && layout.DenseLine(pixels) == lineSize) return static_cast<std::uint32_t>(pixels);
+  std::uint64_t least = width;
+  std::uint64_t most = std::max(width, lineSize * 8);  // no layout has less than a bit a pixel
+  while (least < most) {
+    const std::uint64_t middle = least + (most - least) / 2;
+    if (layout.HoldsLine(middle) && layout.DenseLine(middle) < lineSize) {
+      least = middle + 1;
+    } else {
+      most = middle;
+    }
   }
-  return 0;
+  return layout.HoldsLine(least) && layout.DenseLine(least) == lineSize ? static_cast<std::uint32_t>(least) : 0;
 }
 
 ConversionResult CheckAbilities(const ConstImageView& source, ConversionPlan& plan) {
@@ -157,7 +171,22 @@ ConversionResult CheckAbilities(const ConstImageView& source, ConversionPlan& pl
     return Refused("source.lineSize is " + Number(source.lineSize) + "; lines of " + Label(source.type) +
                    " come in pairs and have no padding, so it must be 0 or " + Number(plan.width));
   }
+  if (plan.walk == WalkKind::kCopy && (plan.source.planes != plan.destination.planes ||
+                                       plan.source.LineBytes(plan.width) != plan.destination.LineBytes(plan.width))) {
+    return Refused("destination.type has lines of " + Number(plan.destination.LineBytes(plan.width)) +
+                   " bytes; it is registered as a copy of " + Label(source.type) + ", which has " +
+                   Number(plan.source.LineBytes(plan.width)));
+  }
+  const bool interlaced = (converter.GetSourceTypeID() & kInterlacedFlag) != 0;
+  if (interlaced && plan.height % 2 != 0 && !plan.IsDense()) {
+    return Refused("source.lineSize is " + Number(source.lineSize) + "; at an odd height, " + Number(source.height) +
+                   ", the second field of an interlaced image begins within a line, so there can be no padding");
+  }
   if (plan.walk != WalkKind::kNone) return {};
+  if (PassesLineEnd(plan.source.groups, plan.width)) {
+    return Refused("source.width is " + Number(plan.width) + "; the application's converter of " + Label(source.type) +
+                   " reads " + Number(plan.source.groups->groupPixels) + " pixels at a time, so it must be a multiple");
+  }
   if (plan.sourceWidth == 0) {
     return Refused("source.lineSize is " + Number(source.lineSize) + "; the application's converter of " +
                    Label(source.type) + " takes lines that whole pixels fill");

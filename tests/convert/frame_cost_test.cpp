@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "LmImagingLib/RGBFilter.h"
@@ -89,6 +90,31 @@ TEST(FrameCost, DoesNotGrowWithLines) {
         EXPECT_EQ(few.allocations, many.allocations) << std::hex << from << " to " << to;
         // Into the map of contexts and out of it; the default filter asks the registry for the type, in a chain twice.
         EXPECT_LE(many.locks, frameFilter != nullptr ? 2u : 4u) << std::hex << from << " to " << to;
+      }
+    }
+  }
+}
+
+// Padded lines of packed mosaics go through a chain a band at a time.
+TEST(FrameCost, OfCheckedImagesDoesNotGrowWithLines) {
+  const std::vector<unsigned char> source(kRoomyFrame, 85);
+  std::vector<unsigned char> destination(kRoomyFrame);
+  for (const PixelTypeID from : {0x10001, 0x20040, 0x420012, 0x20011, 0x440006, 0x20004}) {
+    for (const std::size_t padding : {0, 1}) {
+      for (const unsigned long width : {kWidth, kWidth - 1}) {
+        const std::size_t line = *RequiredSize(from, kWidth, 2) - *RequiredSize(from, kWidth, 1) + padding;
+        const auto convert = [&](unsigned long lines) {
+          const ConstImageView in{from, source.data(), source.size(), width, lines, line};
+          const ImageView out{0x20002, destination.data(), destination.size(), width, lines};
+          EXPECT_TRUE(ConvertImage(in, out).IsOK());
+        };
+        convert(kManyLines);
+        const Cost few = CostOf([&] { convert(kFewLines); });
+        const Cost many = CostOf([&] { convert(kManyLines); });
+        EXPECT_EQ(few.locks, many.locks) << std::hex << from;
+        EXPECT_EQ(few.allocations, many.allocations) << std::hex << from;
+        // The map of contexts, and its context.
+        EXPECT_LE(many.allocations, 2u) << std::hex << from;
       }
     }
   }
