@@ -125,7 +125,7 @@ bool IsPlain(const ConversionPlan& plan) {
   if (plan.walk != WalkKind::kChain) return true;
   // A chain converts whole lines of the source, padding included, and its intermediate image is not cleared.
   const std::uint64_t pixels = std::uint64_t{plan.width} * plan.height;
-  return plan.IsDense() && plan.width % kWidestGroup == 0 &&
+  return plan.IsDense() && plan.width % kWidestGroup == 0 && !(interlaced && plan.height % 2 != 0) &&
          pixels <= kMost / StagesOf(*plan.converter).first.GetDestinationPixelByteSize();
 }
 
