@@ -1,5 +1,8 @@
 #include <algorithm>
+#include <map>
 #include <nlohmann/json.hpp>
+#include <set>
+#include <string>
 
 #include "tools/tool.h"
 
@@ -27,6 +30,56 @@ TEST_F(Lists, TypesAreToldToPeopleAndPrograms) {
     EXPECT_NE(type["class"], "");
     EXPECT_NE(table.find(type["name"].get<std::string>()), std::string::npos) << type["name"];
   }
+}
+
+// What a plane of bytes holds, of each byte bits 7 to 0.
+std::string Drawn(const json& plane) {
+  std::string text;
+  for (const json& byte : plane) {
+    for (const std::string bit : byte) text += (bit.empty() ? "-" : bit) + ' ';
+    text += "| ";
+  }
+  return text;
+}
+
+TEST_F(Lists, TypesTellWhereEachBitLies) {
+  const json types = json::parse(Run("types --json").output);
+  std::map<std::string, json> byHex;
+  for (const json& type : types) {
+    byHex[type["hex"]] = type;
+    // No bit of a sample is stored twice, none between the lowest and the highest is missing.
+    std::map<std::string, std::set<int>> samples;
+    std::size_t stored = 0;
+    for (const json& plane : type["memory"]) {
+      for (const json& byte : plane) {
+        ASSERT_EQ(byte.size(), 8U);
+        for (const std::string name : byte) {
+          if (name.empty()) continue;
+          const std::size_t dot = name.find('.');
+          samples[name.substr(0, dot)].insert(std::stoi(name.substr(dot + 1)));
+          ++stored;
+        }
+      }
+    }
+    std::size_t expected = 0;
+    for (const auto& [sample, bits] : samples) {
+      EXPECT_EQ(*bits.rbegin() + 1, static_cast<int>(bits.size())) << type["hex"] << sample;
+      expected += bits.size();
+    }
+    EXPECT_EQ(stored, expected) << type["hex"];
+    EXPECT_GE(samples.size(), type["group"].get<std::size_t>()) << type["hex"];
+  }
+
+  EXPECT_EQ(Drawn(byHex["0x10008"]["memory"][0]),
+            "p0.9 p0.8 p0.7 p0.6 p0.5 p0.4 p0.3 p0.2 | - - p1.1 p1.0 - - p0.1 p0.0 | "
+            "p1.9 p1.8 p1.7 p1.6 p1.5 p1.4 p1.3 p1.2 | ");
+  EXPECT_EQ(Drawn(byHex["0x20001"]["memory"][0]),
+            "G.2 G.1 G.0 B.4 B.3 B.2 B.1 B.0 | R.4 R.3 R.2 R.1 R.0 G.5 G.4 G.3 | ");
+  EXPECT_EQ(Drawn(byHex["0x120011"]["memory"][0]), "p.1 p.0 - - - - - - | p.9 p.8 p.7 p.6 p.5 p.4 p.3 p.2 | ");
+  EXPECT_EQ(byHex["0x440006"]["group"], 4);
+  EXPECT_EQ(byHex["0x82000A"]["memory"].size(), 3U);
+  EXPECT_EQ(byHex["0x20003"]["memory"][0].size(), 4U);
+  EXPECT_EQ(byHex["0x2010001"]["readout"], json({0, 7, 1, 6, 2, 5, 3, 4}));
 }
 
 TEST_F(Lists, ConvertersAreFilteredBySourceAndDestination) {

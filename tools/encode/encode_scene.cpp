@@ -37,6 +37,7 @@ void Widen(std::vector<Value>& values) {
 }
 
 Line SceneLine(const PixelTypeID& type, const ImageSize& size, unsigned long flags, std::size_t y) {
+  const std::size_t chromaPixels = LayoutOf(type).chromaPixels;
   const bool bayer = PixelTypeFactory::FindPixelType(type)->IsBayerPattern();
   const char* const mosaicRow = MosaicOf(flags) + y % 2 * 2;
   Line line;
@@ -48,6 +49,9 @@ Line SceneLine(const PixelTypeID& type, const ImageSize& size, unsigned long fla
   line.samples = InReadoutOrder(type, std::move(line.samples));
   Widen(line.pixels);
   Widen(line.samples);
+  for (std::size_t x = 0; chromaPixels != 0 && x < line.pixels.size(); x += chromaPixels) {
+    line.yuv.push_back(NearestYuv(&line.pixels[x], chromaPixels));
+  }
   return line;
 }
 

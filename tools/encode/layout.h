@@ -4,13 +4,15 @@
 #include <vector>
 
 #include "LmImagingLib/PixelTypeID.h"
+#include "encode/nearest_yuv.h"
 #include "scene.h"
 
 namespace LmTool {
 
 /// A line to encode, widened to a multiple of four pixels by repeating the last one, so that encoders see whole groups.
 struct Line {
-  std::vector<Color16> pixels;         ///< in the order of the image, for layouts of several channels
+  std::vector<Color16> pixels;         ///< in the order of the image, for layouts of RGB
+  std::vector<YuvGroup> yuv;           ///< the same for layouts of YUV
   std::vector<std::uint16_t> samples;  ///< in the order of the readout, for layouts of one sample a pixel
 };
 
@@ -42,7 +44,8 @@ struct Layout {
   LmImagingLib::PixelTypeID type;  ///< without the flags that leave a line as it is
   unsigned bits;                   ///< significant bits a sample
   LineEncoder* encode;
-  const char* words;  ///< the layout, told to a person
+  const char* words;             ///< the layout, told to a person
+  std::size_t chromaPixels = 0;  ///< pixels that share their chroma, of layouts of YUV
 };
 
 /// The layout of a registered type.

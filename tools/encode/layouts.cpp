@@ -80,13 +80,13 @@ constexpr Layout kLayouts[] = {
     {0x20046, 12, EncodeRGB12PackedV1,
      "two pixels in nine bytes: of each two samples top 8 bits, low bits, top 8 bits"},
 
-    {0x40001, 8, EncodeYUV8, "two pixels in bytes Y0 U Y1 V"},
-    {0x40008, 8, EncodeYUV8_422_GEV, "two pixels in bytes U Y0 V Y1"},
-    {0x40002, 10, EncodeYUV10, "two pixels in 16-bit words Y0 U Y1 V"},
-    {0x440003, 8, EncodeYUV8_444, "bytes Y U V"},
-    {0x440007, 8, EncodeYUV8_444_GEV, "bytes U Y V"},
-    {0x440005, 8, EncodeYCrCb, "bytes Y Cr Cb"},
-    {0x440006, 8, EncodeYUV8_411, "four pixels in bytes U Y0 Y1 V Y2 Y3"},
+    {0x40001, 8, EncodeYUV8, "two pixels in bytes Y0 U Y1 V", 2},
+    {0x40008, 8, EncodeYUV8_422_GEV, "two pixels in bytes U Y0 V Y1", 2},
+    {0x40002, 10, EncodeYUV10, "two pixels in 16-bit words Y0 U Y1 V", 2},
+    {0x440003, 8, EncodeYUV8_444, "bytes Y U V", 1},
+    {0x440007, 8, EncodeYUV8_444_GEV, "bytes U Y V", 1},
+    {0x440005, 8, EncodeYCrCb, "bytes Y Cr Cb", 1},
+    {0x440006, 8, EncodeYUV8_411, "four pixels in bytes U Y0 Y1 V Y2 Y3", 4},
 };
 
 struct FlagInWords {

@@ -53,6 +53,8 @@ BestLuma FindLuma(const Color8& color, const Color8& chroma) {
   return best;
 }
 
+std::uint16_t Sample(int of8Bits) { return static_cast<std::uint16_t>(of8Bits << 8); }
+
 }  // namespace
 
 YuvGroup NearestYuv(const Color16* pixels, std::size_t count) {
@@ -79,11 +81,11 @@ YuvGroup NearestYuv(const Color16* pixels, std::size_t count) {
   for (int u = std::max(0, centerU - 1); u <= std::min(255, centerU + 1); ++u) {
     for (int v = std::max(0, centerV - 1); v <= std::min(255, centerV + 1); ++v) {
       const Color8 chroma = ChromaOf(u, v);
-      YuvGroup group{{}, static_cast<std::uint8_t>(u), static_cast<std::uint8_t>(v)};
+      YuvGroup group{{}, Sample(u), Sample(v)};
       long error = 0;
       for (std::size_t i = 0; i < count; ++i) {
         const BestLuma found = FindLuma(colors[i], chroma);
-        group.luma[i] = static_cast<std::uint8_t>(found.y);
+        group.luma[i] = Sample(found.y);
         error += found.error;
       }
       if (error < bestError) {

@@ -8,14 +8,14 @@
 
 namespace LmTool {
 
-/// Up to four neighbouring pixels that share their chroma.
+/// Up to four neighbouring pixels that share their chroma, in samples of 16 bits; formats of fewer keep the upper ones.
 struct YuvGroup {
-  std::array<std::uint8_t, 4> luma;
-  std::uint8_t u, v;
+  std::array<std::uint16_t, 4> luma;
+  std::uint16_t u, v;
 };
 
-/// The studio-range YUV samples of `count` pixels (1 to 4) whose 8-bit colours, as the library decodes them, come
-/// closest to the pixels.
+/// The studio-range YUV samples, of 8 bits, of `count` pixels (1 to 4) whose 8-bit colours, as the library decodes
+/// them, come closest to the pixels.
 YuvGroup NearestYuv(const Color16* pixels, std::size_t count);
 
 }  // namespace LmTool
