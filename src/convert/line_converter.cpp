@@ -52,7 +52,7 @@ Result LineConverter::ConvertLine(const void* source, void* destination, unsigne
   const std::size_t pixels = ConvertedPixels(mSource, static_cast<std::uint32_t>(pixelCount));
   const StripSteps steps = Steps(*context);
   if (mShortcut != nullptr && !steps.LooksUp()) {
-    mShortcut->convert.Active()(lines, 0, pixels * mShortcut->samplesPerPixel, {target.line, nullptr, nullptr});
+    mShortcut->convert.Active()(lines, 0, pixels * mShortcut->samplesPerPixel, {target.line, target.line, target.line});
   } else {
     ConvertStrips(steps, lines, pixels, &target, 1, 0);
   }

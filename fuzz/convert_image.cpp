@@ -1,0 +1,180 @@
+// Throws views of any type, geometry and size at ConvertImage. Buffers have exactly the size that the views tell, so
+// that the sanitizers see every byte too many. What is accepted must equal the unchecked conversion; what is refused
+// must say why and touch nothing.
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <vector>
+
+#include "LmImagingLib/Image.h"
+#include "LmImagingLib/RGBFilter.h"
+#include "image/unchecked.h"
+#include "simd/instruction_set.h"
+
+namespace LmImagingLib {
+namespace {
+
+using unchecked::Bytes;
+
+constexpr std::size_t kMostBytes = 1 << 18;
+
+/// The choices that an input stands for; an exhausted one chooses 0.
+class Choices {
+ public:
+  Choices(const std::uint8_t* data, std::size_t size) : mData(data), mSize(size) {}
+
+  std::uint64_t Number(std::size_t bytes) {
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < bytes && mSize != 0; ++i, ++mData, --mSize) value = value << 8 | *mData;
+    return value;
+  }
+  std::size_t Below(std::size_t end) { return Number(end > 256 ? 2 : 1) % end; }
+  bool OneIn(std::size_t count) { return Below(count) == count - 1; }
+
+ private:
+  const std::uint8_t* mData;
+  std::size_t mSize;
+};
+
+struct Pair {
+  PixelTypeID from, to;
+};
+
+const std::vector<Pair>& Pairs() {
+  static const std::vector<Pair> sPairs = [] {
+    std::vector<Pair> pairs;
+    Pair pair{};
+    for (unsigned long i = 0; PixelTypeFactory::EnumConverters(i, pair.from, pair.to); ++i) pairs.push_back(pair);
+    return pairs;
+  }();
+  return sPairs;
+}
+
+const RGBFilter* AnyFilter(Choices& choices) {
+  static const std::vector<RGBFilter> sFilters = [] {
+    std::vector<RGBFilter> filters{RGBFilter(8), RGBFilter(8), RGBFilter(12)};
+    filters[1].SetMultipliers(1.6, 1.0, 0.25, 0, 7, 100);
+    filters[2].SetMultipliers(0.5, 2.0, 1.09);
+    return filters;
+  }();
+  const std::size_t k = choices.Below(sFilters.size() + 1);
+  return k < sFilters.size() ? &sFilters[k] : nullptr;
+}
+
+unsigned long AnyLength(Choices& choices) {
+  if (choices.OneIn(32)) return choices.Number(1 + choices.Below(8));
+  return 1 + choices.Below(choices.OneIn(8) ? 1100 : 40);
+}
+
+template <class View>
+void ChooseBytes(View& view, Choices& choices) {
+  if (choices.OneIn(2)) {
+    const std::optional<std::size_t> line = RequiredSize(view.type, view.width, 1);
+    view.lineSize = choices.OneIn(16) ? choices.Number(1 + choices.Below(8)) : line.value_or(8) + choices.Below(24) - 2;
+  }
+  const std::optional<std::size_t> required = RequiredSize(view.type, view.width, view.height, view.lineSize);
+  view.size = choices.OneIn(16) ? choices.Number(2) : required.value_or(100) + choices.Below(4) - 1;
+  if (view.size > kMostBytes) view.size = choices.Number(2);
+}
+
+ConvertOptions AnyOptions(unsigned long height, Choices& choices) {
+  constexpr unsigned long kFlags[] = {0, 0x10, 0x20, 0x40, 0x80, 0xC0};
+  ConvertOptions options;
+  options.flags = kFlags[choices.Below(std::size(kFlags))] | (choices.OneIn(2) ? 0x100 : 0) | choices.Below(2);
+  if (choices.OneIn(32)) options.flags = choices.Number(8);
+  options.filter = AnyFilter(choices);
+  if (choices.OneIn(3)) {
+    options.firstLine = choices.OneIn(16) ? choices.Number(8) : choices.Below(height % 256 + 1);
+    options.lines = choices.OneIn(16) ? choices.Number(8) : choices.Below(height % 256 + 1);
+  }
+  return options;
+}
+
+/// Memory for both images: two blocks, or one in which they may overlap.
+struct Memory {
+  Memory(std::size_t sourceBytes, std::size_t destinationBytes, Choices& choices) {
+    const std::size_t shared = sourceBytes + destinationBytes;
+    const bool together = choices.OneIn(8);
+    blocks[0].reset(static_cast<std::uint8_t*>(std::malloc(together ? shared : sourceBytes)));
+    source = blocks[0].get();
+    if (together) {
+      const bool behind = choices.OneIn(2);
+      destination = source + (behind ? sourceBytes - std::min(sourceBytes, choices.Below(3)) : 0);
+      if (!behind) source += destinationBytes - std::min(destinationBytes, choices.Below(3));
+    } else {
+      blocks[1].reset(static_cast<std::uint8_t*>(std::malloc(destinationBytes)));
+      destination = blocks[1].get();
+    }
+  }
+
+  struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+  };
+  std::unique_ptr<std::uint8_t, Free> blocks[2];
+  std::uint8_t* source;
+  std::uint8_t* destination;
+};
+
+void FillWithNoise(std::uint8_t* bytes, std::size_t size, std::uint64_t seed) {
+  for (std::size_t i = 0; i < size; ++i) {
+    seed = seed * 6364136223846793005U + 1442695040888963407U;
+    bytes[i] = static_cast<std::uint8_t>(seed >> 56);
+  }
+}
+
+[[noreturn]] void Fail(const char* what, const ConstImageView& source, const ImageView& destination,
+                       const ConvertOptions& options, const ConversionResult& result) {
+  std::cerr << what << std::hex << ": 0x" << source.type << " to 0x" << destination.type << std::dec << ", "
+            << source.width << " x " << source.height << ", lines of " << source.lineSize << " and "
+            << destination.lineSize << ", sizes " << source.size << " and " << destination.size << ", flags 0x"
+            << std::hex << options.flags << std::dec << ", lines from " << options.firstLine << ": " << options.lines
+            << ", '" << result.message << "'\n";
+  std::abort();
+}
+
+void Run(Choices& choices) {
+  std::size_t set = choices.Below(kInstructionSets);
+  while (!HasInstructionSet(set)) set = (set + 1) % kInstructionSets;
+  ForceInstructionSet(set);
+
+  const Pair& pair = Pairs()[choices.Below(Pairs().size())];
+  ConstImageView source;
+  ImageView destination;
+  source.type = choices.OneIn(64) ? static_cast<PixelTypeID>(choices.Number(8)) : pair.from;
+  destination.type = choices.OneIn(64) ? static_cast<PixelTypeID>(choices.Number(8)) : pair.to;
+  source.width = AnyLength(choices);
+  source.height = AnyLength(choices);
+  destination.width = choices.OneIn(32) ? AnyLength(choices) : source.width;
+  destination.height = choices.OneIn(32) ? AnyLength(choices) : source.height;
+  ChooseBytes(source, choices);
+  ChooseBytes(destination, choices);
+  const ConvertOptions options = AnyOptions(source.height, choices);
+
+  const Memory memory(source.size, destination.size, choices);
+  FillWithNoise(memory.source, source.size, choices.Number(2));
+  FillWithNoise(memory.destination, destination.size, choices.Number(2));
+  const Bytes from(memory.source, memory.source + source.size);
+  const Bytes before(memory.destination, memory.destination + destination.size);
+  source.data = choices.OneIn(64) ? nullptr : memory.source;
+  destination.data = choices.OneIn(64) ? nullptr : memory.destination;
+
+  const ConversionResult result = ConvertImage(source, destination, options);
+
+  const bool accepted = result.IsOK();
+  if (accepted != result.message.empty()) Fail("message and result contradict", source, destination, options, result);
+  const Bytes expected = accepted ? unchecked::Convert(source, destination, options, from, before) : before;
+  if (!std::equal(expected.begin(), expected.end(), memory.destination)) {
+    Fail(accepted ? "another picture" : "written though refused", source, destination, options, result);
+  }
+}
+
+}  // namespace
+}  // namespace LmImagingLib
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  LmImagingLib::Choices choices(data, size);
+  LmImagingLib::Run(choices);
+  return 0;
+}
