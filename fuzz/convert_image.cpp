@@ -70,12 +70,15 @@ unsigned long AnyLength(Choices& choices) {
 
 template <class View>
 void ChooseBytes(View& view, Choices& choices) {
+  // More often right than wrong, or nothing would be converted.
+  constexpr std::size_t kOff[] = {0, 0, 0, 0, 0, 1, 16, std::size_t(-1)};
   if (choices.OneIn(2)) {
-    const std::optional<std::size_t> line = RequiredSize(view.type, view.width, 1);
-    view.lineSize = choices.OneIn(16) ? choices.Number(1 + choices.Below(8)) : line.value_or(8) + choices.Below(24) - 2;
+    const std::size_t line = RequiredSize(view.type, view.width, 1).value_or(8);
+    view.lineSize = choices.OneIn(16) ? choices.Number(1 + choices.Below(8))
+                                      : line + choices.Below(24) + kOff[choices.Below(std::size(kOff))];
   }
-  const std::optional<std::size_t> required = RequiredSize(view.type, view.width, view.height, view.lineSize);
-  view.size = choices.OneIn(16) ? choices.Number(2) : required.value_or(100) + choices.Below(4) - 1;
+  const std::size_t required = RequiredSize(view.type, view.width, view.height, view.lineSize).value_or(100);
+  view.size = choices.OneIn(32) ? choices.Number(2) : required + kOff[choices.Below(std::size(kOff))];
   if (view.size > kMostBytes) view.size = choices.Number(2);
 }
 

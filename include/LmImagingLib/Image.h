@@ -83,9 +83,8 @@ LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned lon
 /// interlaced ones of odd height. The
 /// converter of an application takes lines from line 0 on, of a size that whole pixels fill.
 ///
-/// Needs no memory for pixels, but for the intermediate image of a chained converter that has no room for it yet, and
-/// where that image has lines of more than 6144 bytes and the source is padded or ends within a group of pixels. Any
-/// number of threads may call at once.
+/// Needs no memory for pixels, but in chained conversions of lines whose intermediate image takes more than 6144 bytes
+/// a line, a few lines of it. Any number of threads may call at once, and do not wait for each other.
 LM_EXPORT ConversionResult ConvertImage(const ConstImageView& source, const ImageView& destination,
                                         const ConvertOptions& options = {});
 

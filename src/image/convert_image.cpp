@@ -15,8 +15,7 @@ using LmBaseLib::Result;
 
 namespace {
 
-// The most pixels that any layout groups.
-constexpr std::uint32_t kWidestGroup = 4;
+bool IsInterlaced(const PixelConverter& converter) { return (converter.GetSourceTypeID() & kInterlacedFlag) != 0; }
 
 LineWalk WalkOf(const ConversionPlan& plan, const ConstImageView& source, const ImageView& destination,
                 const ConvertOptions& options) {
@@ -38,7 +37,7 @@ LineWalk WalkOf(const ConversionPlan& plan, const ConstImageView& source, const 
 // A line that ends within a byte shares it with the next one where nothing lies between, so lines go from top to bottom
 // and only the image's last one has a byte to itself.
 void CopyLines(const ConversionPlan& plan, LineWalk walk) {
-  const bool interlaced = (plan.converter->GetSourceTypeID() & kInterlacedFlag) != 0;
+  const bool interlaced = IsInterlaced(*plan.converter);
   const auto lineBytes = static_cast<std::size_t>(plan.source.LineBytes(plan.width));
   for (std::uint64_t plane = 0; plane < plan.source.planes; ++plane) {
     for (std::uint32_t line = walk.first; line < walk.end; ++line) {
@@ -85,31 +84,38 @@ const Source* GroupsOf(const PixelConverter& converter) {
   return lines != nullptr ? &lines->SourceLayout() : nullptr;
 }
 
+// Both stages for a band of lines at a time: the intermediate image never leaves the cache, and threads share no
+// buffer.
 void ConvertChain(const ConversionPlan& plan, const LineWalk& walk) {
   const ConverterStages stages = StagesOf(*plan.converter);
   const std::size_t lineBytes = stages.first.GetDestinationLineSize(plan.width);
-  const bool oddField = (stages.first.GetSourceTypeID() & kInterlacedFlag) != 0 && walk.height % 2 != 0;
+  const bool oddField = IsInterlaced(stages.first) && walk.height % 2 != 0;
   Band band(lineBytes, walk.end - walk.first);
-  for (std::uint32_t line = walk.first; line < walk.end;) {
-    const std::uint32_t end = line + std::min(band.Lines(), walk.end - line);
-    LineWalk first = walk;
-    first.first = line - std::min(line, 1U);
-    first.end = std::min(end, walk.height - 1) + 1;
-    first.destination = band.Data();
-    first.destinationLine = lineBytes;
-    first.destinationFirst = first.first;
+  LineWalk first = walk;
+  first.destination = band.Data();
+  first.destinationLine = lineBytes;
+  first.destinationFirst = walk.first - std::min(walk.first, 1U);
+  first.end = first.destinationFirst;
+  LineWalk second = walk;
+  second.source = band.Data();
+  second.sourceLine = lineBytes;
+  second.end = walk.first;
+  while (second.end < walk.end) {
+    second.first = second.end;
+    second.end += std::min(band.Lines(), walk.end - second.first);
+    first.first = first.end;
+    first.end = std::min(second.end, walk.height - 1) + 1;
     ConvertLines(stages.first, plan.source.groups, first);
     if (oddField && first.end == walk.height) {
-      std::memset(band.Data() + (first.end - 1 - first.first) * lineBytes, 0, lineBytes);
+      std::memset(band.Data() + (first.end - 1 - first.destinationFirst) * lineBytes, 0, lineBytes);
     }
-    LineWalk second = walk;
-    second.source = band.Data();
-    second.sourceLine = lineBytes;
-    second.sourceFirst = first.first;
-    second.first = line;
-    second.end = end;
+    second.sourceFirst = first.destinationFirst;
     ConvertLines(*stages.second, GroupsOf(*stages.second), second);
-    line = end;
+    // The next band begins with the line above it, which is there.
+    const std::uint32_t above = second.end - 1;
+    std::memmove(band.Data(), band.Data() + (above - first.destinationFirst) * lineBytes,
+                 (first.end - above) * lineBytes);
+    first.destinationFirst = above;
   }
 }
 
@@ -117,16 +123,9 @@ void ConvertChain(const ConversionPlan& plan, const LineWalk& walk) {
 // that are not enough.
 bool IsPlain(const ConversionPlan& plan) {
   if (plan.walk == WalkKind::kNone) return true;
-  if (plan.walk == WalkKind::kCopy || plan.sourceWidth == 0 || plan.first != 0) return false;
+  if (plan.walk != WalkKind::kLines || plan.sourceWidth == 0 || plan.first != 0) return false;
   if (PassesLineEnd(plan.source.groups, plan.width)) return false;
-  constexpr std::uint64_t kMost = 0xFFFFFFFF;
-  const bool interlaced = (plan.converter->GetSourceTypeID() & kInterlacedFlag) != 0;
-  if (interlaced && (plan.end % 2 != 0 || plan.sourceLine * plan.height > kMost)) return false;
-  if (plan.walk != WalkKind::kChain) return true;
-  // A chain converts whole lines of the source, padding included, and its intermediate image is not cleared.
-  const std::uint64_t pixels = std::uint64_t{plan.width} * plan.height;
-  return plan.IsDense() && plan.width % kWidestGroup == 0 && !(interlaced && plan.height % 2 != 0) &&
-         pixels <= kMost / StagesOf(*plan.converter).first.GetDestinationPixelByteSize();
+  return !IsInterlaced(*plan.converter) || (plan.end % 2 == 0 && plan.sourceLine * plan.height <= kMostLineBytes);
 }
 
 ConversionResult Convert(const ConversionPlan& plan, const ConstImageView& source, const ImageView& destination,
