@@ -12,7 +12,7 @@ class Result {
   enum Code : int {
     OK = 0,                     ///< success
     INVALID_PARAMETER = 18,     ///< already registered, not registered, out of range, or negative
-    NOT_ENOUGH_MEMORY = 24,     ///< the registry could not be created
+    NOT_ENOUGH_MEMORY = 24,     ///< for the registry, or for a checked conversion
     NOT_IMPLEMENTED = 26,       ///< the converter does not provide this operation
     FILE_OPEN_FAILED = 0x4000,  ///< a file could not be opened for writing
   };

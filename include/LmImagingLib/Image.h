@@ -49,7 +49,8 @@ struct ConvertOptions {
 
 /// What became of a conversion.
 struct ConversionResult {
-  /// `OK`; `NOT_IMPLEMENTED` for a pair of types without a converter; `INVALID_PARAMETER` for anything else.
+  /// `OK`; `NOT_IMPLEMENTED` for a pair of types without a converter; `INVALID_PARAMETER` for anything else that is
+  /// asked for in vain; `NOT_ENOUGH_MEMORY`; what an application's own converter returns.
   LmBaseLib::Result result;
   /// A sentence that names what was given and what is needed; empty on success.
   std::string message;
@@ -80,11 +81,11 @@ LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned lon
 /// Refused are, beside sizes that do not fit: images of different size, or without a pixel; images that overlap in
 /// memory, even exactly; mosaics of less than 2 x 2 pixels that are to become colour, and ranges of their lines that
 /// part pairs; several Bayer layouts in the flags; lines of more than 2 GiB; padding in images of `kDualLines`, and in
-/// interlaced ones of odd height. The
-/// converter of an application takes lines from line 0 on, of a size that whole pixels fill.
+/// interlaced ones of odd height. An application's own converter takes lines from line 0 on, of a size that whole
+/// pixels fill, and a chain with one in it no padding.
 ///
-/// Needs no memory for pixels, but in chained conversions of lines whose intermediate image takes more than 6144 bytes
-/// a line, a few lines of it. Any number of threads may call at once, and do not wait for each other.
+/// Needs no memory for pixels, but a few lines in chained conversions whose intermediate image takes more than 6144
+/// bytes a line. Any number of threads may call at once, and do not wait for each other's pixels.
 LM_EXPORT ConversionResult ConvertImage(const ConstImageView& source, const ImageView& destination,
                                         const ConvertOptions& options = {});
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <new>
 
 #include "LmImagingLib/Image.h"
 #include "convert/conversion_context.h"
@@ -138,26 +139,31 @@ ConversionResult Convert(const ConversionPlan& plan, const ConstImageView& sourc
   return {result, "the application's converter failed with code " + std::to_string(result.GetCode())};
 }
 
+void ConvertByWalk(const ConversionPlan& plan, const LineWalk& walk) {
+  const ContextScope context;  // kept over all the walks of a chain
+  switch (plan.walk) {
+    case WalkKind::kCopy:
+      return CopyLines(plan, walk);
+    case WalkKind::kChain:
+      return ConvertChain(plan, walk);
+    default:
+      return ConvertLines(*plan.converter, plan.source.groups, walk);
+  }
+}
+
 }  // namespace
 
 ConversionResult ConvertImage(const ConstImageView& source, const ImageView& destination,
                               const ConvertOptions& options) {
-  ConversionPlan plan;
-  if (ConversionResult refused = PlanConversion(source, destination, options, plan); !refused.IsOK()) return refused;
-  if (IsPlain(plan)) return Convert(plan, source, destination, options);
-  const ContextScope context;  // kept over all the walks of a chain
-  const LineWalk walk = WalkOf(plan, source, destination, options);
-  switch (plan.walk) {
-    case WalkKind::kCopy:
-      CopyLines(plan, walk);
-      break;
-    case WalkKind::kChain:
-      ConvertChain(plan, walk);
-      break;
-    default:
-      ConvertLines(*plan.converter, plan.source.groups, walk);
+  try {
+    ConversionPlan plan;
+    if (ConversionResult refused = PlanConversion(source, destination, options, plan); !refused.IsOK()) return refused;
+    if (IsPlain(plan)) return Convert(plan, source, destination, options);
+    ConvertByWalk(plan, WalkOf(plan, source, destination, options));
+    return {};
+  } catch (const std::bad_alloc&) {
+    return {Result::NOT_ENOUGH_MEMORY, "out of memory"};  // short enough to need none
   }
-  return {};
 }
 
 }  // namespace LmImagingLib

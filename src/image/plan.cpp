@@ -187,9 +187,11 @@ ConversionResult CheckAbilities(const ConstImageView& source, ConversionPlan& pl
     return Refused("source.width is " + Number(plan.width) + "; the application's converter of " + Label(source.type) +
                    " reads " + Number(plan.source.groups->groupPixels) + " pixels at a time, so it must be a multiple");
   }
-  if (plan.sourceWidth == 0) {
+  // A chain converts the padding too, of which the last line has none.
+  if (plan.sourceWidth == 0 || (IsA<ComplexConverter>(converter) && !plan.IsDense())) {
     return Refused("source.lineSize is " + Number(source.lineSize) + "; the application's converter of " +
-                   Label(source.type) + " takes lines that whole pixels fill");
+                   Label(source.type) + " takes lines " +
+                   (plan.sourceWidth == 0 ? "that whole pixels fill" : "without padding"));
   }
   if (plan.first != 0) {
     return Refused("options.firstLine is " + Number(plan.first) + "; the application's converter of " +

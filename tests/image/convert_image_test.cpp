@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/RGBFilter.h"
@@ -299,6 +301,38 @@ TEST(ConvertImage, TakesAnApplicationsOwnFormat) {
   EXPECT_FALSE(ConvertImage(source, destination, options).IsOK());
   source.lineSize = 11;  // no whole number of pixels ends there
   EXPECT_FALSE(ConvertImage(source, destination).IsOK());
+}
+
+// An application's own way from 8-bit gray: the negative.
+class Negative : public PixelConverter {
+ public:
+  explicit Negative(PixelTypeID to) : PixelConverter(0x10001, to, 1, 1, 1, 1) {}
+  LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixels) const override {
+    const auto* const from = static_cast<const std::uint8_t*>(source);
+    std::transform(from, from + pixels, static_cast<std::uint8_t*>(destination),
+                   [](std::uint8_t gray) { return static_cast<std::uint8_t>(255 - gray); });
+    return LmBaseLib::Result::OK;
+  }
+};
+
+TEST(ConvertImage, TakesAnApplicationsChainWhereItReadsNothingBeyond) {
+  constexpr PixelTypeID kNegative8 = 0x5000000010011;
+  static const Negative sNegative(kNegative8);  // stay registered
+  static const ComplexConverter sChain(*PixelTypeFactory::FindConverter(0x10009, 0x10001), sNegative);
+  const PixelType type(kNegative8, 8, 1, false);
+  ASSERT_TRUE(PixelTypeFactory::RegisterPixelType(kNegative8, &type, "Negative").IsOK());
+  ASSERT_TRUE(PixelTypeFactory::RegisterPixelConverter(sChain).IsOK());
+
+  const Bytes frame(20, 0x55);
+  Bytes gray(12, 9);
+  const auto convert = [&](unsigned long width, std::size_t lineSize) {
+    const ConstImageView source{0x10009, frame.data(), frame.size(), width, 2, lineSize};
+    return ConvertImage(source, {kNegative8, gray.data(), gray.size(), width, 2});
+  };
+  EXPECT_TRUE(convert(6, 0).IsOK());
+  EXPECT_EQ(gray, Bytes(12, 0xAA));
+  EXPECT_NE(convert(5, 0).message.find("source.width is 5"), std::string::npos);
+  EXPECT_NE(convert(4, 9).message.find("without padding"), std::string::npos);
 }
 
 }  // namespace
