@@ -100,7 +100,7 @@ TEST(FrameCost, OfCheckedImagesDoesNotGrowWithLines) {
   const std::vector<unsigned char> source(kRoomyFrame, 85);
   std::vector<unsigned char> destination(kRoomyFrame);
   for (const PixelTypeID from : {0x10001, 0x20040, 0x420012, 0x20011, 0x440006, 0x20004}) {
-    for (const std::size_t padding : {0, 1}) {
+    for (const std::size_t padding : {0U, 1U}) {
       for (const unsigned long width : {kWidth, kWidth - 1}) {
         const std::size_t line = *RequiredSize(from, kWidth, 2) - *RequiredSize(from, kWidth, 1) + padding;
         const auto convert = [&](unsigned long lines) {

@@ -118,7 +118,7 @@ TEST_F(ConvertImageTest, EveryPairEqualsTheUncheckedConversion) {
 TEST_F(ConvertImageTest, ChainsOfAnySizeEqualTheUncheckedConversion) {
   for (const PixelTypeID from : {0x20040, 0x420012, 0x320011, 0x1020010, 0x10007}) {
     for (const Geometry& size : {Geometry{300, 401}, Geometry{301, 500}, Geometry{7001, 21}, Geometry{26002, 6}}) {
-      for (const std::size_t padding : {0, 2}) {
+      for (const std::size_t padding : {0U, 2U}) {
         if (padding != 0 && IsInterlaced(from) && size.height % 2 != 0) continue;
         const std::size_t line = Layout::LineStep(from, size.width) + padding;
         for (const unsigned long flags : {0x40UL, 0x180UL}) {
