@@ -9,3 +9,4 @@
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "LmImagingLib/PixelTypeID.h"
 #include "LmImagingLib/RGBFilter.h"
+#include "LmImagingLib/Version.h"
