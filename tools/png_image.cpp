@@ -1,8 +1,10 @@
 #include "png_image.h"
 
-#include <png.h>
-
 #include <stdexcept>
+
+#ifdef LM_HAS_PNG
+
+#include <png.h>
 
 namespace LmTool {
 
@@ -25,3 +27,15 @@ Bytes EncodePng(const Picture& picture) {
 }
 
 }  // namespace LmTool
+
+#else
+
+namespace LmTool {
+
+Bytes EncodePng(const Picture&) {
+  throw std::runtime_error("cannot make a PNG image: this lmimaging was built without libpng");
+}
+
+}  // namespace LmTool
+
+#endif

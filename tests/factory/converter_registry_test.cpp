@@ -160,7 +160,7 @@ TEST(ConverterRegistry, EnumeratesInAscendingOrder) {
 TEST(ConverterRegistry, LeavesIdsAlonePastTheLast) {
   PixelTypeID from = 123;
   PixelTypeID to = 456;
-  for (const unsigned long past : {AllPairs().size(), ~0UL}) {
+  for (const unsigned long past : {static_cast<unsigned long>(AllPairs().size()), ~0UL}) {
     EXPECT_FALSE(PixelTypeFactory::EnumConverters(past, from, to));
     EXPECT_FALSE(PixelTypeFactory::EnumConverterTo(past, 0x10001, to));
     EXPECT_FALSE(PixelTypeFactory::EnumConverterFrom(past, 0x10001, from));

@@ -1,7 +1,11 @@
 #pragma once
 
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <sys/mman.h>
 #include <unistd.h>
+#endif
 
 #include <cstddef>
 #include <cstdint>
@@ -13,20 +17,16 @@ class GuardedBuffer {
   enum class Against { END, BEGIN };
 
   explicit GuardedBuffer(std::size_t capacity) {
-    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::size_t page = PageSize();
     mCapacity = (capacity + page - 1) / page * page;
     mMapped = mCapacity + 2 * page;
-    void* memory = mmap(nullptr, mMapped, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) throw std::system_error(errno, std::generic_category(), "mmap");
-    mMemory = static_cast<std::uint8_t*>(memory);
+    mMemory = Reserve(mMapped);
     mBegin = mMemory + page;
-    if (mprotect(mBegin, mCapacity, PROT_READ | PROT_WRITE) != 0) {
-      throw std::system_error(errno, std::generic_category(), "mprotect");
-    }
+    MakeAccessible(mBegin, mCapacity);
   }
   GuardedBuffer(const GuardedBuffer&) = delete;
   GuardedBuffer& operator=(const GuardedBuffer&) = delete;
-  ~GuardedBuffer() { munmap(mMemory, mMapped); }
+  ~GuardedBuffer() { Release(mMemory, mMapped); }
 
   std::size_t Capacity() const { return mCapacity; }
 
@@ -36,6 +36,38 @@ class GuardedBuffer {
   }
 
  private:
+#ifdef _WIN32
+  static std::size_t PageSize() {
+    SYSTEM_INFO info;
+    GetSystemInfo(&info);
+    return info.dwPageSize;
+  }
+  static std::uint8_t* Reserve(std::size_t size) {
+    void* const memory = VirtualAlloc(nullptr, size, MEM_RESERVE, PAGE_NOACCESS);
+    if (memory == nullptr) Fail("VirtualAlloc");
+    return static_cast<std::uint8_t*>(memory);
+  }
+  static void MakeAccessible(std::uint8_t* begin, std::size_t size) {
+    if (size != 0 && VirtualAlloc(begin, size, MEM_COMMIT, PAGE_READWRITE) == nullptr) Fail("VirtualAlloc");
+  }
+  static void Release(std::uint8_t* memory, std::size_t) { VirtualFree(memory, 0, MEM_RELEASE); }
+  [[noreturn]] static void Fail(const char* call) {
+    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), call);
+  }
+#else
+  static std::size_t PageSize() { return static_cast<std::size_t>(sysconf(_SC_PAGESIZE)); }
+  static std::uint8_t* Reserve(std::size_t size) {
+    void* const memory = mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) Fail("mmap");
+    return static_cast<std::uint8_t*>(memory);
+  }
+  static void MakeAccessible(std::uint8_t* begin, std::size_t size) {
+    if (mprotect(begin, size, PROT_READ | PROT_WRITE) != 0) Fail("mprotect");
+  }
+  static void Release(std::uint8_t* memory, std::size_t size) { munmap(memory, size); }
+  [[noreturn]] static void Fail(const char* call) { throw std::system_error(errno, std::generic_category(), call); }
+#endif
+
   std::size_t mCapacity = 0;
   std::size_t mMapped = 0;
   std::uint8_t* mMemory = nullptr;

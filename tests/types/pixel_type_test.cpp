@@ -122,7 +122,7 @@ TEST(PixelType, SizesBuffers) {
       {RGB12PackedV1(), 2, 1, 10},
       // Sizes wrap at 32 bits, and so does every step towards them.
       {Grayscale8(), 0x10000, 0x10000, 0},
-      {Grayscale8(), 0x100000005, 1, 5},
+      {Grayscale8(), static_cast<unsigned long>(0x100000005), 1, 5},
       {RGB32(), 0x40000001, 1, 4},
       {RGB24(), 0x10001, 0x4000, 0x10000},
       {Grayscale10(0x410002), 0xFFFFFFFF, 1, 0},
