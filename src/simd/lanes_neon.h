@@ -15,11 +15,11 @@ inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
 }
 inline void StorePart(U8 v, std::uint8_t* to, std::size_t count) { std::memcpy(to, &v, count); }
 
-/// The bytes of a vector as 16-bit lanes, in two halves whose order only `ClampJoin` knows.
-inline U16 LowHalf(U8 v) { return U16(vmovl_u8(vget_low_u8(uint8x16_t(v)))); }
-inline U16 HighHalf(U8 v) { return U16(vmovl_high_u8(uint8x16_t(v))); }
+/// The bytes of a vector as the upper halves of 16-bit lanes, in two parts whose order only `ClampJoin` knows.
+inline U16 LowWords(U8 v) { return U16(vzip1q_u8(vdupq_n_u8(0), uint8x16_t(v))); }
+inline U16 HighWords(U8 v) { return U16(vzip2q_u8(vdupq_n_u8(0), uint8x16_t(v))); }
 
-/// Puts two halves together again, signed values clamped to 0..255.
+/// Puts two parts together again, signed values clamped to 0..255.
 inline U8 ClampJoin(I16 low, I16 high) { return U8(vqmovun_high_s16(vqmovun_s16(int16x8_t(low)), int16x8_t(high))); }
 
 /// The bytes of two vectors of words in turn, signed values clamped to 0..255.
@@ -34,12 +34,20 @@ inline U8 LowBytes(U16 first, U16 second) { return U8(vuzp1q_u8(uint8x16_t(first
 /// The mean of each pair of bytes, halves rounded up.
 inline U8 MeanUp(U8 a, U8 b) { return U8(vrhaddq_u8(uint8x16_t(a), uint8x16_t(b))); }
 
-/// The upper 16 bits of each product.
+/// The upper 16 bits of each product, rounded down.
 inline U16 MultiplyHigh(U16 a, std::uint16_t factor) {
   const uint32x4_t low = vmull_n_u16(vget_low_u16(uint16x8_t(a)), factor);
   const uint32x4_t high = vmull_high_n_u16(uint16x8_t(a), factor);
   return U16(vuzp2q_u16(vreinterpretq_u16_u32(low), vreinterpretq_u16_u32(high)));
 }
+
+/// Likewise of signed numbers; the factor is even.
+inline I16 MultiplyHigh(I16 a, std::int16_t factor) {
+  return I16(vqdmulhq_n_s16(int16x8_t(a), static_cast<std::int16_t>(factor / 2)));  // doubles the product
+}
+
+/// Sums, clamped to 16 bits.
+inline I16 AddClamped(I16 a, I16 b) { return I16(vqaddq_s16(int16x8_t(a), int16x8_t(b))); }
 
 /// A table of 256 bytes in registers. Keep it in a local variable: behind a reference it is loaded anew after each
 /// store.

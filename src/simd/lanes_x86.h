@@ -5,6 +5,21 @@
 namespace LmImagingLib::LM_ISA {
 namespace {
 
+// A register, and an intrinsic by what its name is without the width.
+#if LM_LANES == 64
+using Register = __m512i;
+#define LM_INTRINSIC(name) _mm512_##name
+inline Register Broadcast(__m128i v) { return _mm512_broadcast_i32x4(v); }
+#elif LM_LANES == 32
+using Register = __m256i;
+#define LM_INTRINSIC(name) _mm256_##name
+inline Register Broadcast(__m128i v) { return _mm256_broadcastsi128_si256(v); }
+#else
+using Register = __m128i;
+#define LM_INTRINSIC(name) _mm_##name
+inline Register Broadcast(__m128i v) { return v; }
+#endif
+
 #if LM_LANES == 64
 inline U8 LoadHalf(const std::uint8_t* from) {
   return U8(_mm512_castsi256_si512(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(from))));
@@ -34,50 +49,17 @@ inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
 inline void StorePart(U8 v, std::uint8_t* to, std::size_t count) { std::memcpy(to, &v, count); }
 #endif
 
-/// The bytes of a vector as 16-bit lanes, in two halves whose order only `Join` and `ClampJoin` know.
-inline U16 LowHalf(U8 v) {
-#if LM_LANES == 64
-  return U16(_mm512_unpacklo_epi8(__m512i(v), __m512i{}));
-#elif LM_LANES == 32
-  return U16(_mm256_unpacklo_epi8(__m256i(v), __m256i{}));
-#else
-  return U16(_mm_unpacklo_epi8(__m128i(v), __m128i{}));
-#endif
-}
-inline U16 HighHalf(U8 v) {
-#if LM_LANES == 64
-  return U16(_mm512_unpackhi_epi8(__m512i(v), __m512i{}));
-#elif LM_LANES == 32
-  return U16(_mm256_unpackhi_epi8(__m256i(v), __m256i{}));
-#else
-  return U16(_mm_unpackhi_epi8(__m128i(v), __m128i{}));
-#endif
-}
+/// The bytes of a vector as the upper halves of 16-bit lanes, in two parts whose order only `ClampJoin` knows.
+inline U16 LowWords(U8 v) { return U16(LM_INTRINSIC(unpacklo_epi8)(Register{}, Register(v))); }
+inline U16 HighWords(U8 v) { return U16(LM_INTRINSIC(unpackhi_epi8)(Register{}, Register(v))); }
 
-/// Puts two halves together again, signed values clamped to 0..255.
-inline U8 ClampJoin(I16 low, I16 high) {
-#if LM_LANES == 64
-  return U8(_mm512_packus_epi16(__m512i(low), __m512i(high)));
-#elif LM_LANES == 32
-  return U8(_mm256_packus_epi16(__m256i(low), __m256i(high)));
-#else
-  return U8(_mm_packus_epi16(__m128i(low), __m128i(high)));
-#endif
-}
+/// Puts two parts together again, signed values clamped to 0..255.
+inline U8 ClampJoin(I16 low, I16 high) { return U8(LM_INTRINSIC(packus_epi16)(Register(low), Register(high))); }
 
 /// The bytes of two vectors of words in turn, signed values clamped to 0..255.
 inline U8 ClampZip(I16 even, I16 odd) {
-#if LM_LANES == 64
-  const __m512i order = _mm512_broadcast_i32x4(_mm_setr_epi8(0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15));
-  return U8(_mm512_shuffle_epi8(__m512i(ClampJoin(even, odd)), order));
-#elif LM_LANES == 32
-  const __m256i order =
-      _mm256_broadcastsi128_si256(_mm_setr_epi8(0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15));
-  return U8(_mm256_shuffle_epi8(__m256i(ClampJoin(even, odd)), order));
-#else
   const __m128i order = _mm_setr_epi8(0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15);
-  return U8(_mm_shuffle_epi8(__m128i(ClampJoin(even, odd)), order));
-#endif
+  return U8(LM_INTRINSIC(shuffle_epi8)(Register(ClampJoin(even, odd)), Broadcast(order)));
 }
 
 /// The low bytes of 2 * kLanes bytes' worth of words, in their order in memory.
@@ -94,27 +76,19 @@ inline U8 LowBytes(U16 first, U16 second) {
 }
 
 /// The mean of each pair of bytes, halves rounded up.
-inline U8 MeanUp(U8 a, U8 b) {
-#if LM_LANES == 64
-  return U8(_mm512_avg_epu8(__m512i(a), __m512i(b)));
-#elif LM_LANES == 32
-  return U8(_mm256_avg_epu8(__m256i(a), __m256i(b)));
-#else
-  return U8(_mm_avg_epu8(__m128i(a), __m128i(b)));
-#endif
+inline U8 MeanUp(U8 a, U8 b) { return U8(LM_INTRINSIC(avg_epu8)(Register(a), Register(b))); }
+
+/// The upper 16 bits of each product, rounded down.
+inline U16 MultiplyHigh(U16 a, std::uint16_t factor) {
+  return U16(LM_INTRINSIC(mulhi_epu16)(Register(a), Register(U16{} + factor)));
+}
+/// Likewise of signed numbers; the factor is even.
+inline I16 MultiplyHigh(I16 a, std::int16_t factor) {
+  return I16(LM_INTRINSIC(mulhi_epi16)(Register(a), Register(I16{} + factor)));
 }
 
-/// The upper 16 bits of each product.
-inline U16 MultiplyHigh(U16 a, std::uint16_t factor) {
-  const U16 b = U16{} + factor;
-#if LM_LANES == 64
-  return U16(_mm512_mulhi_epu16(__m512i(a), __m512i(b)));
-#elif LM_LANES == 32
-  return U16(_mm256_mulhi_epu16(__m256i(a), __m256i(b)));
-#else
-  return U16(_mm_mulhi_epu16(__m128i(a), __m128i(b)));
-#endif
-}
+/// Sums, clamped to 16 bits.
+inline I16 AddClamped(I16 a, I16 b) { return I16(LM_INTRINSIC(adds_epi16)(Register(a), Register(b))); }
 
 /// A table of 256 bytes in registers. Keep it in a local variable: behind a reference it is loaded anew after each
 /// store.
@@ -143,14 +117,9 @@ class Table {
     U8 found{};
     for (unsigned digit = 0; digit < 16; ++digit) {
       const U8 local = index ^ static_cast<std::uint8_t>(16 * digit);
-#if LM_LANES == 32
-      const __m256i part =
-          _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(mEntries + 16 * digit)));
-      found |= U8(_mm256_shuffle_epi8(part, _mm256_adds_epu8(__m256i(local), _mm256_set1_epi8(0x70))));
-#else
-      const __m128i part = _mm_loadu_si128(reinterpret_cast<const __m128i*>(mEntries + 16 * digit));
-      found |= U8(_mm_shuffle_epi8(part, _mm_adds_epu8(__m128i(local), _mm_set1_epi8(0x70))));
-#endif
+      const Register part = Broadcast(_mm_loadu_si128(reinterpret_cast<const __m128i*>(mEntries + 16 * digit)));
+      const Register selector = LM_INTRINSIC(adds_epu8)(Register(local), Register(Fill(0x70)));
+      found |= U8(LM_INTRINSIC(shuffle_epi8)(part, selector));
     }
     return found;
   }

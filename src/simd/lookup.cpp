@@ -8,7 +8,7 @@ namespace {
 void LookUpChannel(const std::uint8_t* entries, const std::uint8_t* from, std::size_t count, std::uint8_t* to) {
   const Table table(entries);
   std::size_t i = 0;
-  for (; i + kLanes <= count; i += kLanes) Store(table[Load(from + i)], to + i);
+  for (; i + kLanes <= count; i += kLanes) Store(table[Pinned(Load(from + i))], to + i);
   if (i < count) StorePart(table[LoadPart(from + i, count - i)], to + i, count - i);
 }
 #else

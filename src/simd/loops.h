@@ -116,7 +116,8 @@ inline void DecodeBlock(const Reader& read, std::uint8_t* red, std::uint8_t* gre
 
 /// Decodes a layout whose `Block` makes kLanes pixels, from BytesOf(kLanes) + kBeyond bytes of each line.
 template <class Layout>
-Channels DecodeBlocks(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
+Channels DecodeBlocks(const SourceLines& in, std::size_t first, std::size_t count, const Room& caller) {
+  const Room room = caller;  // by reference it would be loaded anew after each store
   SourceLines at = At<Layout>(in, first);
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, at = At<Layout>(at, kLanes)) {
@@ -153,7 +154,8 @@ constexpr auto Decoder(int) -> decltype(&Layout::template Block<WholeBlock>, sta
 
 /// Stores through a writer whose `Block` makes kLanes * kBytes bytes.
 template <class Writer>
-void StoreBlocks(const Channels& in, std::size_t count, std::uint8_t* to) {
+void StoreBlocks(const Channels& caller, std::size_t count, std::uint8_t* to) {
+  const Channels in = caller;  // by reference it would be loaded anew after each store
   std::size_t i = 0;
   if (in.red == in.green && in.red == in.blue) {
     for (; i + kLanes <= count; i += kLanes, to += kLanes * Writer::kBytes) {

@@ -34,7 +34,7 @@ inline void LoadSamples(const Reader& read, std::size_t line, std::size_t offset
   for (std::size_t k = 0; k < kVectors; ++k, offset += kLanes * kSampleBytes) {
     const bool half = (k + 1) * kLanes > count;
     if constexpr (kSampleBytes == 1) {
-      window[k] = half ? read.Half(line, offset) : read(line, offset);
+      window[k] = Pinned(half ? read.Half(line, offset) : read(line, offset));
     } else {
       window[k] = LowBytes(U16(read(line, offset)) >> shift, half ? U16{} : U16(read(line, offset + kLanes)) >> shift);
     }
@@ -71,8 +71,13 @@ struct ColorSamples {
     constexpr std::size_t kCount = kLanes / kPixels * Group_::kSamples;
     U8 window[(kCount + kLanes - 1) / kLanes];
     LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
-    return Model::Color(Pick<SampleIndex<Group_, 0>>(window), Pick<SampleIndex<Group_, 1>>(window),
-                        Pick<SampleIndex<Group_, 2>>(window));
+    if constexpr (kCount == 3 * kLanes) {
+      return Model::Color(Deinterleave<Group_::kAt[0][0]>(window), Deinterleave<Group_::kAt[1][0]>(window),
+                          Deinterleave<Group_::kAt[2][0]>(window));
+    } else {
+      return Model::Color(Pick<SampleIndex<Group_, 0>>(window), Pick<SampleIndex<Group_, 1>>(window),
+                          Pick<SampleIndex<Group_, 2>>(window));
+    }
   }
 #endif
 };

@@ -6,7 +6,7 @@
 namespace LmImagingLib {
 
 /// Pixels that a strip holds: a multiple of every group of pixels, and few enough for the first-level cache.
-inline constexpr std::size_t kStripPixels = 512;
+inline constexpr std::size_t kStripPixels = 2048;
 
 /// Room for a piece of a line as three planar channels: what a source layout, the lookup and a writer hand each other.
 struct Strip {

@@ -1,5 +1,5 @@
 // YUV 10-bit 4:2:2, two pixels in the 16-bit little-endian words Y0 U Y1 V.
-#include "converters/yuv/yuv_422.h"
+#include "converters/yuv/shared_chroma.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -12,4 +12,4 @@ struct Group {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(YUV10, Yuv422<Group, 2>)
+LM_EXPORT_DECODER(YUV10, SharedChroma<Group, 2>)

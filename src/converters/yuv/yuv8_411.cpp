@@ -1,6 +1,5 @@
 // YUV 8-bit 4:1:1, four pixels in the bytes U Y0 Y1 V Y2 Y3.
-#include "converters/yuv/yuv_to_rgb.h"
-#include "simd/samples.h"
+#include "converters/yuv/shared_chroma.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -13,4 +12,4 @@ struct Group {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(YUV8_411, ColorSamples<Group, 1, Yuv>)
+LM_EXPORT_DECODER(YUV8_411, SharedChroma<Group, 1>)

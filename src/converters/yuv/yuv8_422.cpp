@@ -1,5 +1,5 @@
 // YUV 8-bit 4:2:2, two pixels in the bytes Y0 U Y1 V.
-#include "converters/yuv/yuv_422.h"
+#include "converters/yuv/shared_chroma.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -12,4 +12,4 @@ struct Group {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(YUV8_422, Yuv422<Group, 1>)
+LM_EXPORT_DECODER(YUV8_422, SharedChroma<Group, 1>)

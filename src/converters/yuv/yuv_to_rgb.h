@@ -24,39 +24,50 @@ struct Yuv {
   }
 
 #if LM_LANES
-  // The same in 16 bits. The factors and 1024 are divided by what they have in common, and whole multiples of y, cu and
-  // cv taken out of the shift: 1196/1024 = 1 + 43/256, 1642/1024 = 2 - (102 - 1/2)/256, 832/1024 = 1 - 48/256,
-  // 400/1024 = 100/256, 2064/1024 = 2 + 4/256; and (512 - 19136)/4 = -4656. Halving cv rounds down, as the whole shift
-  // does. No intermediate leaves 16 bits: luma is -4656..6309, 102 cv at most 13056, 48 cv - 100 cu at most 18944.
-  struct Chroma {
-    Chroma(I16 u, I16 v) : Chroma(u - 128, v - 128, 0) {}
+  // The same in 16 bits. Divided by 4, the sums are 299 y + 410.5 cv - 4656, 299 y - 208 cv - 100 cu - 4656 and
+  // 299 y + 516 cu - 4656, to be shifted by 8. Divided by another 4 they fit: 299/4 y is at most 19061, and the
+  // chroma between -17548 and 15219; their sum may exceed 16 bits in blue only. Rounding down twice is rounding down
+  // once, and 52 cv, 25 cu, 129 cu and 1164 are whole. Red has fractions in both terms, 410.5/4 cv and 299/4 y; the
+  // carry is made by the multiplication of y.
 
-    I16 r, g, b;                 // inside the shift
-    I16 wholeR, wholeG, wholeB;  // outside
+  // Y, U and V come in the upper bytes of words; a chroma of 128 is 0 then.
+  struct Chroma {
+    Chroma(U16 u, U16 v) : Chroma(I16(u ^ 0x8000), I16(v ^ 0x8000)) {}
+
+    I16 r, g, b;
+    U16 quarters;  ///< that red's chroma was rounded down by
 
    private:
-    Chroma(I16 cu, I16 cv, int /*centred*/)
-        : r((cv >> 1) - cv * 102), g(cv * 48 - cu * 100), b(cu << 2), wholeR(cv + cv), wholeG(-cv), wholeB(cu + cu) {}
+    static constexpr int kRed = 26272;  // 410.5/4 x 256, as 16 bits are lost to MultiplyHigh and 8 are in cv already
+
+    // 129 x 256 is too large for a signed factor, hence minus 127 and one whole cu.
+    Chroma(I16 cu, I16 cv)
+        : r(MultiplyHigh(cv, kRed) - 1164),
+          g(-MultiplyHigh(cv, 52 * 256) - MultiplyHigh(cu, 25 * 256) - 1164),
+          b(MultiplyHigh(cu, -127 * 256) + cu - 1164),
+          quarters(U16(cv * kRed) >> 14) {}
   };
 
   struct Words {
     I16 r, g, b;
   };
 
-  static Words Convert(I16 y, const Chroma& chroma) {
-    const I16 luma = y * 43 - 4656;
-    return {((luma + chroma.r) >> 8) + (y + chroma.wholeR), ((luma + chroma.g) >> 8) + (y + chroma.wholeG),
-            ((luma + chroma.b) >> 8) + (y + chroma.wholeB)};
+  static Words Convert(U16 y, const Chroma& chroma) {
+    // n quarters, as n/256 of a y, add 0.29 n: enough to carry where 299/4 y has 4 - n quarters, and no more.
+    constexpr std::uint16_t kLuma = 299 * 64;
+    const I16 luma = I16(MultiplyHigh(y, kLuma));
+    const I16 lumaOfRed = I16(MultiplyHigh(y | chroma.quarters, kLuma));
+    return {(lumaOfRed + chroma.r) >> 6, (luma + chroma.g) >> 6, AddClamped(luma, chroma.b) >> 6};
   }
 
   static RgbLanes Color(U8 y, U8 u, U8 v) {
-    const Words low = Convert(I16(LowHalf(y)), {I16(LowHalf(u)), I16(LowHalf(v))});
-    const Words high = Convert(I16(HighHalf(y)), {I16(HighHalf(u)), I16(HighHalf(v))});
+    const Words low = Convert(LowWords(y), {LowWords(u), LowWords(v)});
+    const Words high = Convert(HighWords(y), {HighWords(u), HighWords(v)});
     return {ClampJoin(low.r, high.r), ClampJoin(low.g, high.g), ClampJoin(low.b, high.b)};
   }
 
   /// Pairs of pixels that share their chroma.
-  static RgbLanes Color(I16 evenY, I16 oddY, I16 u, I16 v) {
+  static RgbLanes Color(U16 evenY, U16 oddY, U16 u, U16 v) {
     const Chroma chroma(u, v);
     const Words even = Convert(evenY, chroma);
     const Words odd = Convert(oddY, chroma);
