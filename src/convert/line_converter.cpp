@@ -14,7 +14,7 @@ std::size_t ConvertedPixels(const Source& source, std::uint32_t pixelCount) {
   std::size_t pixels = pixelCount;
   if (source.groups == WholeGroups::kYuv411 && pixels % 4 != 0) --pixels;
   if (source.groups != WholeGroups::kInside) pixels += source.groupPixels - 1;
-  return pixels - pixels % source.groupPixels;
+  return pixels & ~std::size_t{source.groupPixels - 1};  // a group is a power of two
 }
 
 const Shortcut* FindShortcut(const Source& source, const Writer& writer) {

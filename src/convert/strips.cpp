@@ -28,20 +28,18 @@ constexpr std::size_t kCacheLine = 64;
 std::size_t PixelsToCacheLine(const StripSteps& steps, const std::uint8_t* target) {
   const std::size_t missing = (kCacheLine - reinterpret_cast<std::uintptr_t>(target) % kCacheLine) % kCacheLine;
   const std::size_t bytes = steps.writer.pixelBytes;
-  // 3 x 43 is 1 modulo 64, so every address is whole pixels of three bytes away from a cache line.
-  const std::size_t pixels = bytes == 3 ? missing * 43 % kCacheLine : missing / bytes;
-  return pixels * bytes % kCacheLine == missing && pixels % steps.groupPixels == 0 ? pixels : 0;
+  // 3 x 43 is 1 modulo 64, so every address is whole pixels of three bytes away from a cache line. Pixels of 1, 2 and 4
+  // bytes need no division either, which would take as long as a block of pixels.
+  const std::size_t pixels = bytes == 3 ? missing * 43 % kCacheLine : missing >> (bytes / 2);
+  const bool wholeGroups = (pixels & (steps.groupPixels - 1)) == 0;
+  return wholeGroups && pixels * bytes % kCacheLine == missing ? pixels : 0;
 }
 
-// Gives the second target the pixels that the first one has. Where they interleave, copying them is quicker than
-// storing them again.
-void Repeat(const Writer& writer, const Channels& channels, std::size_t count, const TargetLine* targets,
-            std::size_t first) {
-  if (writer.planes != 0) {
-    writer.store.Active()(channels, count, targets[1], first);
-  } else {
-    std::memcpy(targets[1].line + first * writer.pixelBytes, targets[0].line + first * writer.pixelBytes,
-                count * writer.pixelBytes);
+// Gives the second target the pixels that the first one has. Copying them is quicker than storing them again.
+void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, std::size_t first) {
+  for (std::size_t plane = 0; plane < std::max(writer.planes, 1U); ++plane) {
+    const std::size_t at = plane * targets[0].planeSize + first * writer.pixelBytes;
+    std::memcpy(targets[1].line + at, targets[0].line + at, count * writer.pixelBytes);
   }
 }
 
@@ -49,36 +47,44 @@ void Repeat(const Writer& writer, const Channels& channels, std::size_t count, c
 
 bool StripSteps::LooksUp() const { return filter != nullptr && !TablesOf(*filter).IsIdentity8(); }
 
+StripWalk::StripWalk(const StripSteps& steps, const TargetLine& target, std::size_t count, std::size_t first,
+                     std::size_t most)
+    : mNext(PixelsToCacheLine(steps, target.line + first * steps.writer.pixelBytes)), mMost(most), mCount(count) {
+  if (mNext == 0) mNext = most;
+}
+
+bool StripWalk::Next() {
+  mAt += mPixels;
+  mPixels = std::min(mNext, mCount - mAt);
+  mNext = mMost;
+  return mPixels != 0;
+}
+
+Room RoomFor(const StripSteps& steps, const TargetLine& target, std::size_t first, Strip& strip) {
+  if (steps.writer.planes == 0) return {strip.red, strip.green, strip.blue};
+  std::uint8_t* const plane = target.line + first;
+  return {plane, plane + target.planeSize, plane + 2 * target.planeSize};
+}
+
+void Finish(const StripSteps& steps, Channels channels, std::size_t count, const Room& room, const TargetLine& target,
+            std::size_t first) {
+  if (steps.LooksUp()) channels = kLookUp.Active()(TablesOf(steps), channels, count, room);
+  steps.writer.store.Active()(channels, count, target, first);
+}
+
 void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first) {
   Strip strip;
-  const bool looksUp = steps.LooksUp();
-  StoreKernel* const store = steps.writer.store.Active();
-  const bool intoPlanes = steps.writer.planes != 0 && targetCount == 1;
   // What needs no strip is done in one go.
-  const std::size_t step = !looksUp && (steps.plain || intoPlanes) ? count : kStripPixels;
-  std::size_t pixels = PixelsToCacheLine(steps, targets->line + first * steps.writer.pixelBytes);
-  if (pixels == 0) pixels = step;
-  for (std::size_t at = 0; at < count; at += pixels, pixels = step) {
-    pixels = std::min(pixels, count - at);
-    Room room = RoomIn(strip);
-    if (intoPlanes) {
-      std::uint8_t* const plane = targets->line + first + at;
-      room = {plane, plane + targets->planeSize, plane + 2 * targets->planeSize};
-    }
-    Channels channels = steps.decode(in, at, pixels, room);
-    if (looksUp) channels = kLookUp.Active()(TablesOf(steps), channels, pixels, room);
-    store(channels, pixels, targets[0], first + at);
-    if (targetCount == 2) Repeat(steps.writer, channels, pixels, targets, first + at);
+  const bool whole = !steps.LooksUp() && (steps.plain || steps.writer.planes != 0);
+  StripWalk walk(steps, targets[0], count, first, whole ? count : kStripPixels);
+  while (walk.Next()) {
+    const std::size_t at = first + walk.At();
+    const Room room = RoomFor(steps, targets[0], at, strip);
+    const Channels channels = steps.decode(in, walk.At(), walk.Pixels(), room);
+    Finish(steps, channels, walk.Pixels(), room, targets[0], at);
+    if (targetCount == 2) Repeat(steps.writer, walk.Pixels(), targets, at);
   }
-}
-
-void ConvertPartOfGroup(const StripSteps& steps, const SourceLines& in, std::size_t decoded, std::size_t stored,
-                        const TargetLine* targets, std::size_t targetCount, std::size_t first) {
-  Strip strip;
-  Channels channels = steps.decode(in, 0, decoded, RoomIn(strip));
-  if (steps.LooksUp()) channels = kLookUp.Definition()(TablesOf(steps), channels, stored, RoomIn(strip));
-  for (std::size_t k = 0; k < targetCount; ++k) steps.writer.store.Definition()(channels, stored, targets[k], first);
 }
 
 void ConvertTapStrips(const StripSteps& steps, const SourceLines& in, std::size_t pairs, const TargetLine& target,

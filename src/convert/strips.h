@@ -19,14 +19,39 @@ struct StripSteps {
   bool LooksUp() const;
 };
 
+/// Divides the pixels of a line into strips.
+class StripWalk {
+ public:
+  /// @param count  pixels to convert, the first of which is pixel `first` of the target
+  /// @param most  pixels of a strip at most
+  StripWalk(const StripSteps& steps, const TargetLine& target, std::size_t count, std::size_t first, std::size_t most);
+
+  /// Goes on to the next strip; false behind the last.
+  bool Next();
+  /// The first pixel of the strip, from 0.
+  std::size_t At() const { return mAt; }
+  std::size_t Pixels() const { return mPixels; }
+
+ private:
+  std::size_t mAt = 0;
+  std::size_t mPixels = 0;
+  std::size_t mNext;  // pixels of the next strip
+  std::size_t mMost;
+  std::size_t mCount;
+};
+
+/// Room for the channels of the pixels from `first` on: in the target itself, where that has planes, else in `strip`.
+Room RoomFor(const StripSteps& steps, const TargetLine& target, std::size_t first, Strip& strip);
+
+/// Looks `count` decoded pixels up and stores them as the pixels from `first` on.
+/// @param room  what `RoomFor` gave
+void Finish(const StripSteps& steps, Channels channels, std::size_t count, const Room& room, const TargetLine& target,
+            std::size_t first);
+
 /// Converts `count` pixels, whole groups of the source, from the beginning of `in` to pixel `first` of each target.
 /// @param targetCount  lines that receive the same pixels
 void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first);
-
-/// Converts the first `stored` pixels of a group of `decoded`; `steps.decode` is meant to be a scalar kernel.
-void ConvertPartOfGroup(const StripSteps& steps, const SourceLines& in, std::size_t decoded, std::size_t stored,
-                        const TargetLine* targets, std::size_t targetCount, std::size_t first);
 
 /// Converts `pairs` pairs of gray samples of a two-tap readout; the first samples of the pairs make the left half of
 /// the target, the second ones the right half.

@@ -1,20 +1,17 @@
-// Bayer mosaic, bilinear method: each pixel of a line from its own sample and the eight around it. The lines are the
-// one above, the pixels' own, and the one below, all beginning one sample left of the first pixel.
-#include "simd/samples.h"
+// Bayer mosaic of bytes, bilinear method: each pixel of a line from its own sample and the eight around it. The lines
+// are the one above, the pixels' own, and the one below, all beginning one sample left of the first pixel.
+#include "simd/loops.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-template <std::size_t kSampleBytes>
 struct Layout {
   // A pixel has three columns: it overlaps its neighbours by a sample on either side.
-  static constexpr std::size_t kPixels = 1, kBytes = kSampleBytes, kLines = 3, kBeyond = 2 * kSampleBytes;
+  static constexpr std::size_t kPixels = 1, kBytes = 1, kLines = 3, kBeyond = 2;
   static constexpr bool kGray = false;
 
   static void Group(const SourceLines& in, Rgb* out) {
-    const auto sample = [&in](std::size_t line, std::size_t column) -> unsigned {
-      return SampleAt<kSampleBytes>(in.line[line], column, in.shift);
-    };
+    const auto sample = [&in](std::size_t line, std::size_t column) -> unsigned { return in.line[line][column]; };
     const unsigned own = sample(1, 1);
     const unsigned horizontal = sample(1, 0) + sample(1, 2);
     const unsigned vertical = sample(0, 1) + sample(2, 1);
@@ -51,18 +48,11 @@ struct Layout {
     Sites even, odd;
   };
 
-  template <class Reader>
-  static U16 Samples(const Reader& read, std::size_t line, std::size_t column) {
-    U8 window[1];
-    LoadSamples<kSampleBytes>(read, line, column * kSampleBytes, kLanes, window);
-    return U16(Pinned(window[0]));
-  }
-
   // The first pixel lies at column 1, so pixels in even lanes lie at odd columns. Two loads give all three neighbours.
   template <class Reader>
   static Line LoadLine(const Reader& read, std::size_t line) {
-    const U16 first = Samples(read, line, 0);
-    const U16 third = Samples(read, line, 2);
+    const U16 first = U16(Pinned(read(line, 0)));
+    const U16 third = U16(Pinned(read(line, 2)));
     const U16 even0 = first & 0xFF, odd1 = first >> 8, even2 = third & 0xFF, odd3 = third >> 8;
     return {{odd1, even0, even2}, {even2, odd1, odd3}};
   }
@@ -106,5 +96,4 @@ struct Layout {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(BayerBilinear8, Layout<1>)
-LM_EXPORT_DECODER(BayerBilinear16, Layout<2>)
+LM_EXPORT_DECODER(BayerBilinear, Layout)

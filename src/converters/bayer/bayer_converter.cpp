@@ -1,11 +1,16 @@
 #include "converters/bayer/bayer_converter.h"
 
+#include <algorithm>
+
 #include "convert/conversion_context.h"
 #include "convert/line_converter.h"
 
 namespace LmImagingLib {
 
 using LmBaseLib::Result;
+
+LM_DECLARE_KERNEL(DecodeKernel, BayerBilinear)
+LM_DECLARE_KERNEL(DecodeKernel, Grayscale16)
 
 namespace {
 
@@ -22,7 +27,7 @@ std::uint32_t LayoutCell(std::uint32_t flags) {
   return 0;
 }
 
-std::uint32_t CellAt(const ConversionContext& context, std::size_t column) {
+std::uint32_t CellCode(const ConversionContext& context, std::size_t column) {
   const std::uint32_t line = context.currentLine % 2 != 0 ? kNextLine : 0;
   return LayoutCell(context.flags) ^ line ^ (column % 2 != 0 ? kNextColumn : 0);
 }
@@ -36,6 +41,48 @@ struct StepTargets {
 
   TargetLine lines[2];
   std::size_t count;
+};
+
+struct Color {
+  std::uint8_t red, green, blue;
+};
+
+// The colour of a cell.
+Color ColorOf(const BayerSource& source, const SourceLines& cell) {
+  std::uint8_t pixels[3][2];
+  source.block.Definition()(cell, 0, 2, {pixels[0], pixels[1], pixels[2]});
+  return {pixels[0][0], pixels[1][0], pixels[2][0]};
+}
+
+void Put(const Color& color, const Room& room, std::size_t at) {
+  room.red[at] = color.red;
+  room.green[at] = color.green;
+  room.blue[at] = color.blue;
+}
+
+// The line above a step, its own two, and the one below.
+struct Rows {
+  const std::uint8_t* line[4];
+};
+
+Rows RowsAround(const ConversionContext& context, const void* source, std::size_t byte) {
+  const std::size_t stride = context.sourceLineSize;
+  const auto* const own = static_cast<const std::uint8_t*>(source) + byte;
+  return {{own - stride, own, own + stride, own + 2 * stride}};
+}
+
+// Rows of wide samples brought to 8 bits. Each is needed by up to three lines, and twice by either of them.
+class NarrowRows {
+ public:
+  Rows Fill(const Rows& wide, std::size_t count, std::uint32_t shift) {
+    for (std::size_t k = 0; k < 4; ++k) {
+      kGrayscale16.Active()({{wide.line[k], nullptr, nullptr}, shift, 0}, 0, count, {mRows[k], nullptr, nullptr});
+    }
+    return {{mRows[0], mRows[1], mRows[2], mRows[3]}};
+  }
+
+ private:
+  alignas(64) std::uint8_t mRows[4][kStripPixels + 64];  // a sample more on either side; 64 keep the rows aligned
 };
 
 }  // namespace
@@ -73,9 +120,16 @@ Result BayerConverter::DemosaicBlock(const void* source, void* destination, unsi
   const std::size_t pixels = static_cast<std::uint32_t>(pixelCount);
   if (pixels < 2) return Result::OK;
   const StepTargets targets(*context, destination);
-  ConvertStrips({mSource.block.Active(), 2, false, context->filter, mWriter}, CellsAt(*context, source, 0),
-                pixels - pixels % 2, targets.lines, targets.count, 0);
-  if (pixels % 2 != 0) ConvertCell(*context, source, pixels - 2, targets.lines, targets.count, pixels - 1);
+  const StripSteps steps{mSource.block.Active(), 2, false, context->filter, mWriter};
+  ConvertStrips(steps, CellsAt(*context, source, 0), pixels - pixels % 2, targets.lines, targets.count, 0);
+  if (pixels % 2 != 0) {
+    Strip strip;
+    for (std::size_t k = 0; k < targets.count; ++k) {
+      const Room room = RoomFor(steps, targets.lines[k], pixels - 1, strip);
+      Put(ColorOf(mSource, CellsAt(*context, source, pixels - 2)), room, 0);
+      Finish(steps, {room.red, room.green, room.blue}, 1, room, targets.lines[k], pixels - 1);
+    }
+  }
   return Result::OK;
 }
 
@@ -89,33 +143,41 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
   if (pixels < 2) return Result::OK;
 
   const StepTargets targets(*context, destination);
-  ConvertCell(*context, source, 0, targets.lines, targets.count, 0);
+  const StripSteps steps{kBayerBilinear.Active(), 1, false, context->filter, mWriter};
+  const std::size_t interiorEnd = (pixels - 2) / 2 * 2 + 1;
+  const Color left = ColorOf(mSource, CellsAt(*context, source, 0));
+  const Color right[] = {ColorOf(mSource, CellsAt(*context, source, interiorEnd - 1)),
+                         ColorOf(mSource, CellsAt(*context, source, pixels - 2))};
 
-  const StripSteps steps{mSource.bilinear.Active(), 1, false, context->filter, mWriter};
-  const std::size_t interior = (pixels - 2) / 2 * 2;
-  const std::size_t stride = context->sourceLineSize;
-  const auto* own = static_cast<const std::uint8_t*>(source);
-  std::uint32_t cell = CellAt(*context, 1);
-  for (std::size_t k = 0; k < targets.count; ++k, own += stride, cell ^= kNextLine) {
-    ConvertStrips(steps, {{own - stride, own, own + stride}, mSampleShift, cell}, interior, &targets.lines[k], 1, 1);
-  }
-
-  for (std::size_t x = interior + 1; x < pixels; ++x) {
-    ConvertCell(*context, source, x - 1, targets.lines, targets.count, x);
+  Strip strip;
+  NarrowRows narrow;
+  StripWalk walk(steps, targets.lines[0], pixels, 0, kStripPixels);
+  while (walk.Next()) {
+    const std::size_t stripEnd = walk.At() + walk.Pixels();
+    const std::size_t begin = std::max(walk.At(), std::size_t{1});
+    const std::size_t end = std::min(stripEnd, interiorEnd);
+    const std::size_t count = end - std::min(begin, end);
+    Rows rows = RowsAround(*context, source, (begin - 1) * mSource.sampleBytes);
+    if (mSource.sampleBytes != 1 && count != 0) rows = narrow.Fill(rows, count + 2, mSampleShift);
+    std::uint32_t cell = CellCode(*context, begin);
+    for (std::size_t k = 0; k < targets.count; ++k, cell ^= kNextLine) {
+      const Room room = RoomFor(steps, targets.lines[k], walk.At(), strip);
+      if (walk.At() == 0) Put(left, room, 0);
+      const std::size_t skip = begin - walk.At();
+      steps.decode({{rows.line[k], rows.line[k + 1], rows.line[k + 2]}, 0, cell}, 0, count,
+                   {room.red + skip, room.green + skip, room.blue + skip});
+      for (std::size_t x = std::max(interiorEnd, walk.At()); x < stripEnd; ++x) {
+        Put(right[x - interiorEnd], room, x - walk.At());
+      }
+      Finish(steps, {room.red, room.green, room.blue}, walk.Pixels(), room, targets.lines[k], walk.At());
+    }
   }
   return Result::OK;
 }
 
 SourceLines BayerConverter::CellsAt(const ConversionContext& context, const void* source, std::size_t column) const {
   const auto* const line = static_cast<const std::uint8_t*>(source) + column * mSource.sampleBytes;
-  return {{line, line + context.sourceLineSize, nullptr}, mSampleShift, CellAt(context, column)};
-}
-
-// Stores the colour of the cell at a column as pixel `first` of each target.
-void BayerConverter::ConvertCell(const ConversionContext& context, const void* source, std::size_t column,
-                                 const TargetLine* targets, std::size_t targetCount, std::size_t first) const {
-  ConvertPartOfGroup({mSource.block.Definition(), 2, false, context.filter, mWriter}, CellsAt(context, source, column),
-                     2, 1, targets, targetCount, first);
+  return {{line, line + context.sourceLineSize, nullptr}, mSampleShift, CellCode(context, column)};
 }
 
 }  // namespace LmImagingLib

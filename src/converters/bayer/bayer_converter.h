@@ -8,10 +8,9 @@ namespace LmImagingLib {
 
 struct ConversionContext;
 
-/// The kernels of a mosaic's sample width.
+/// A mosaic's samples.
 struct BayerSource {
   Twins<DecodeKernel> block;
-  Twins<DecodeKernel> bilinear;
   std::uint32_t sampleBytes;
 };
 
@@ -39,8 +38,6 @@ class BayerConverter : public PixelConverter {
 
  private:
   SourceLines CellsAt(const ConversionContext& context, const void* source, std::size_t column) const;
-  void ConvertCell(const ConversionContext& context, const void* source, std::size_t column, const TargetLine* targets,
-                   std::size_t targetCount, std::size_t first) const;
 
   const BayerSource& mSource;
   const Writer& mWriter;
@@ -49,11 +46,9 @@ class BayerConverter : public PixelConverter {
 
 LM_DECLARE_KERNEL(DecodeKernel, BayerBlock8)
 LM_DECLARE_KERNEL(DecodeKernel, BayerBlock16)
-LM_DECLARE_KERNEL(DecodeKernel, BayerBilinear8)
-LM_DECLARE_KERNEL(DecodeKernel, BayerBilinear16)
 
-inline constexpr BayerSource kBayer8{kBayerBlock8, kBayerBilinear8, 1};
-inline constexpr BayerSource kBayer16{kBayerBlock16, kBayerBilinear16, 2};
+inline constexpr BayerSource kBayer8{kBayerBlock8, 1};
+inline constexpr BayerSource kBayer16{kBayerBlock16, 2};
 
 /// A Bayer converter as a class of its sample type, `unsigned char` or `unsigned short`, and writer.
 template <class Sample, class Output>
