@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "simd/strip.h"
+
 namespace LmImagingLib {
 
 class RGBFilter;
@@ -10,12 +12,17 @@ class RGBFilter;
 struct RGBFilterTables {
   /// Identity tables. The 8-bit ones are complete whatever the entry count: what lies past it stays the identity.
   explicit RGBFilterTables(unsigned long entryCount);
+  RGBFilterTables(const RGBFilterTables&) = delete;
+  RGBFilterTables& operator=(const RGBFilterTables&) = delete;
 
-  /// Whether the 8-bit tables change nothing, so that a kernel may leave the lookup out.
+  /// What kernels look up, or null where the 8-bit tables change nothing and the lookup may be left out.
   ///
   /// Kernels ask this and not `RGBFilter::IsIdentity`, which may be true over changed tables (a value set without
   /// update) and false over identity ones (any wide filter that was ever changed).
-  bool IsIdentity8() const { return mismatches8 == 0; }
+  const LookupTables* Lookup() const { return mismatches8 == 0 ? nullptr : &lookup; }
+
+  /// Finds out whether the 8-bit tables are gains. Any later write makes them plain tables again.
+  void FindGains();
 
   alignas(64) unsigned char red8[256];
   alignas(64) unsigned char green8[256];
@@ -25,6 +32,7 @@ struct RGBFilterTables {
   std::vector<unsigned short> blue16;
   /// How many of the 3 * 256 8-bit entries differ from their index; kept up to date by every write.
   unsigned mismatches8 = 0;
+  LookupTables lookup{{red8, {}}, {green8, {}}, {blue8, {}}, false};
 };
 
 /// The tables of `filter`, for as long as it or a copy of it lives.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "convert/conversion_context.h"
+#include "convert/filter_tables.h"
 
 namespace LmImagingLib {
 
@@ -51,7 +52,7 @@ Result LineConverter::ConvertLine(const void* source, void* destination, unsigne
   const SourceLines lines = LinesAt(source, *context);
   const std::size_t pixels = ConvertedPixels(mSource, static_cast<std::uint32_t>(pixelCount));
   const StripSteps steps = Steps(*context);
-  if (mShortcut != nullptr && !steps.LooksUp()) {
+  if (mShortcut != nullptr && steps.tables == nullptr) {
     mShortcut->convert.Active()(lines, 0, pixels * mShortcut->samplesPerPixel, {target.line, target.line, target.line});
   } else {
     ConvertStrips(steps, lines, pixels, &target, 1, 0);
@@ -61,7 +62,7 @@ Result LineConverter::ConvertLine(const void* source, void* destination, unsigne
 
 StripSteps LineConverter::Steps(const ConversionContext& context) const {
   return {mSource.decode.Active(), mSource.groupPixels, (mSource.traits & kPlain) != 0,
-          (mSource.traits & kGray) != 0 ? nullptr : context.filter, mWriter};
+          (mSource.traits & kGray) != 0 ? nullptr : LookupOf(context), mWriter};
 }
 
 SourceLines LineConverter::LinesAt(const void* source, const ConversionContext& context) const {
@@ -69,6 +70,10 @@ SourceLines LineConverter::LinesAt(const void* source, const ConversionContext& 
   if ((mSource.traits & kPlanar) == 0) return {{line, nullptr, nullptr}, mSampleShift, 0};
   const std::size_t plane = std::size_t{context.sourceLineSize} * context.sourceHeight;
   return {{line, line + plane, line + 2 * plane}, mSampleShift, 0};
+}
+
+const LookupTables* LookupOf(const ConversionContext& context) {
+  return context.filter == nullptr ? nullptr : TablesOf(*context.filter).Lookup();
 }
 
 TargetLine TargetAt(void* line, const ConversionContext& context) {

@@ -65,6 +65,9 @@ class LineConverter : public PixelConverter {
   std::uint32_t mSampleShift;
 };
 
+/// What the conversion looks colours up in, or null where nothing changes them.
+const LookupTables* LookupOf(const ConversionContext& context);
+
 /// Where the pixels of a writer's line go.
 TargetLine TargetAt(void* line, const ConversionContext& context);
 

@@ -4,6 +4,7 @@
 
 #include "LmImagingLib/RGBFilter.h"
 #include "convert/filter_tables.h"
+#include "convert/gain.h"
 
 namespace LmImagingLib {
 
@@ -31,6 +32,17 @@ RGBFilterTables::RGBFilterTables(unsigned long entryCount) : red16(entryCount) {
   blue16 = red16;
 }
 
+void RGBFilterTables::FindGains() {
+  const std::optional<Gain> red = FindGain(red8);
+  const std::optional<Gain> green = FindGain(green8);
+  const std::optional<Gain> blue = FindGain(blue8);
+  lookup.areGains = red && green && blue;
+  if (!lookup.areGains) return;
+  lookup.red.gain = *red;
+  lookup.green.gain = *green;
+  lookup.blue.gain = *blue;
+}
+
 const RGBFilterTables& TablesOf(const RGBFilter& filter) { return *filter.mTables; }
 
 // The tables start as the identity without a pass through the setters: five filters are made while the library loads.
@@ -55,6 +67,7 @@ Result RGBFilter::SetMultipliers(double red, double green, double blue, unsigned
     SetGreenValue(i, Scaled(green, i, greenOffset, mEntryCount), false);
     SetBlueValue(i, Scaled(blue, i, blueOffset, mEntryCount), false);
   }
+  mTables->FindGains();
   UpdateIdentity();
   return Result::OK;
 }
@@ -113,6 +126,7 @@ Result RGBFilter::SetValue(Channel channel, unsigned long index, unsigned short 
     unsigned char& entry = tables8[channel][index];
     const bool differed = entry != index;
     entry = static_cast<unsigned char>(std::min<unsigned>(value, 255));
+    tables.lookup.areGains = false;
     const bool differs = entry != index;
     if (differs && !differed) ++tables.mismatches8;
     if (differed && !differs) --tables.mismatches8;

@@ -3,23 +3,16 @@
 #include <algorithm>
 #include <cstring>
 
-#include "convert/filter_tables.h"
 #include "convert/writers/writers.h"
 #include "simd/kernel.h"
 
 namespace LmImagingLib {
 
-LM_DECLARE_KERNEL(LookupKernel, LookUp)
 LM_DECLARE_KERNEL(SplitTapsKernel, SplitTaps)
 
 namespace {
 
 Room RoomIn(Strip& strip) { return {strip.red, strip.green, strip.blue}; }
-
-LookupTables TablesOf(const StripSteps& steps) {
-  const RGBFilterTables& tables = TablesOf(*steps.filter);
-  return {tables.red8, tables.green8, tables.blue8};
-}
 
 constexpr std::size_t kCacheLine = 64;
 
@@ -45,8 +38,6 @@ void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, 
 
 }  // namespace
 
-bool StripSteps::LooksUp() const { return filter != nullptr && !TablesOf(*filter).IsIdentity8(); }
-
 StripWalk::StripWalk(const StripSteps& steps, const TargetLine& target, std::size_t count, std::size_t first,
                      std::size_t most)
     : mNext(PixelsToCacheLine(steps, target.line + first * steps.writer.pixelBytes)), mMost(most), mCount(count) {
@@ -66,23 +57,18 @@ Room RoomFor(const StripSteps& steps, const TargetLine& target, std::size_t firs
   return {plane, plane + target.planeSize, plane + 2 * target.planeSize};
 }
 
-void Finish(const StripSteps& steps, Channels channels, std::size_t count, const Room& room, const TargetLine& target,
-            std::size_t first) {
-  if (steps.LooksUp()) channels = kLookUp.Active()(TablesOf(steps), channels, count, room);
-  steps.writer.store.Active()(channels, count, target, first);
-}
-
 void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first) {
+  StoreKernel* const store = steps.writer.store.Active();
   Strip strip;
   // What needs no strip is done in one go.
-  const bool whole = !steps.LooksUp() && (steps.plain || steps.writer.planes != 0);
+  const bool whole = steps.plain || steps.writer.planes != 0;
   StripWalk walk(steps, targets[0], count, first, whole ? count : kStripPixels);
   while (walk.Next()) {
     const std::size_t at = first + walk.At();
     const Room room = RoomFor(steps, targets[0], at, strip);
     const Channels channels = steps.decode(in, walk.At(), walk.Pixels(), room);
-    Finish(steps, channels, walk.Pixels(), room, targets[0], at);
+    store(channels, steps.tables, walk.Pixels(), targets[0], at);
     if (targetCount == 2) Repeat(steps.writer, walk.Pixels(), targets, at);
   }
 }
@@ -99,8 +85,8 @@ void ConvertTapStrips(const StripSteps& steps, const SourceLines& in, std::size_
     kSplitTaps.Active()(channels.red, count, leftBackwards, rightBackwards, left, right);
     const std::size_t leftAt = leftBackwards ? pairs - at - count : at;
     const std::size_t rightAt = pairs + (rightBackwards ? pairs - at - count : at);
-    store({left, left, left}, count, target, leftAt);
-    store({right, right, right}, count, target, rightAt);
+    store({left, left, left}, nullptr, count, target, leftAt);
+    store({right, right, right}, nullptr, count, target, rightAt);
   }
 }
 

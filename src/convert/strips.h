@@ -4,19 +4,15 @@
 
 namespace LmImagingLib {
 
-class RGBFilter;
 struct Writer;
 
 /// The steps of a line: decode, look up, store.
 struct StripSteps {
   DecodeKernel* decode;
-  std::uint32_t groupPixels;  ///< pixels that the source decodes together
-  bool plain;                 ///< whether the source holds its channels as plain bytes
-  const RGBFilter* filter;    ///< null where the source is never filtered
+  std::uint32_t groupPixels;   ///< pixels that the source decodes together
+  bool plain;                  ///< whether the source holds its channels as plain bytes
+  const LookupTables* tables;  ///< null where nothing is looked up
   const Writer& writer;
-
-  /// Whether there is a filter that changes anything.
-  bool LooksUp() const;
 };
 
 /// Divides the pixels of a line into strips.
@@ -42,11 +38,6 @@ class StripWalk {
 
 /// Room for the channels of the pixels from `first` on: in the target itself, where that has planes, else in `strip`.
 Room RoomFor(const StripSteps& steps, const TargetLine& target, std::size_t first, Strip& strip);
-
-/// Looks `count` decoded pixels up and stores them as the pixels from `first` on.
-/// @param room  what `RoomFor` gave
-void Finish(const StripSteps& steps, Channels channels, std::size_t count, const Room& room, const TargetLine& target,
-            std::size_t first);
 
 /// Converts `count` pixels, whole groups of the source, from the beginning of `in` to pixel `first` of each target.
 /// @param targetCount  lines that receive the same pixels

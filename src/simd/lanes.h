@@ -5,6 +5,8 @@
 #include <cstring>
 #include <utility>
 
+#include "simd/strip.h"
+
 // Vectors of one register, and what kernels do with them. Included by kernels only, and compiled once for each
 // instruction set; the intrinsics of an architecture stay in this folder.
 #if defined(LM_SCALAR)
@@ -195,6 +197,24 @@ inline void StoreInterleaved(U8 a, U8 b, U8 c, U8 d, std::uint8_t* to) {
     Store(U8(ZipHalves<1>(ab[k], cd[k], kPairs)), to + kLanes);
   }
 }
+
+/// Whether a product is quicker than a table, which takes sixteen shuffles on narrow registers.
+inline constexpr bool kGainsAreQuicker = kLanes < 64;
+
+/// A table that is a gain.
+class GainLanes {
+ public:
+  explicit GainLanes(const ChannelTable& table)
+      : mFactor(table.gain.factor), mDown(static_cast<std::uint16_t>(8 - table.gain.shift)) {}
+
+  U8 operator[](U8 index) const {
+    return ClampJoin(I16(MultiplyHigh(LowWords(index) >> mDown, mFactor)),
+                     I16(MultiplyHigh(HighWords(index) >> mDown, mFactor)));
+  }
+
+ private:
+  std::uint16_t mFactor, mDown;
+};
 
 /// The truncated mean of each pair of bytes: halves were rounded up where the sum is odd.
 inline U8 MeanDown(U8 a, U8 b) { return MeanUp(a, b) - ((a ^ b) & 1); }

@@ -53,9 +53,9 @@ inline I16 AddClamped(I16 a, I16 b) { return I16(vqaddq_s16(int16x8_t(a), int16x
 /// store.
 class Table {
  public:
-  explicit Table(const std::uint8_t* entries)
-      : mPart{vld1q_u8_x4(entries), vld1q_u8_x4(entries + 64), vld1q_u8_x4(entries + 128), vld1q_u8_x4(entries + 192)} {
-  }
+  explicit Table(const ChannelTable& table)
+      : mPart{vld1q_u8_x4(table.entries), vld1q_u8_x4(table.entries + 64), vld1q_u8_x4(table.entries + 128),
+              vld1q_u8_x4(table.entries + 192)} {}
 
   // A lookup leaves the lanes alone whose index lies outside of its 64 entries.
   U8 operator[](U8 index) const {

@@ -95,9 +95,9 @@ inline I16 AddClamped(I16 a, I16 b) { return I16(LM_INTRINSIC(adds_epi16)(Regist
 class Table {
  public:
 #if LM_LANES == 64
-  explicit Table(const std::uint8_t* entries)
-      : mPart{__m512i(Load(entries)), __m512i(Load(entries + 64)), __m512i(Load(entries + 128)),
-              __m512i(Load(entries + 192))} {}
+  explicit Table(const ChannelTable& table)
+      : mPart{__m512i(Load(table.entries)), __m512i(Load(table.entries + 64)), __m512i(Load(table.entries + 128)),
+              __m512i(Load(table.entries + 192))} {}
 
   U8 operator[](U8 index) const {
     const auto i = __m512i(index);
@@ -109,7 +109,7 @@ class Table {
  private:
   __m512i mPart[4];
 #else
-  explicit Table(const std::uint8_t* entries) : mEntries(entries) {}
+  explicit Table(const ChannelTable& table) : mEntries(table.entries) {}
 
   // Sixteen shuffles of sixteen entries each. A shuffle gives 0 where the top bit of its index is set; xor with the
   // high digit, and a saturating addition of 0x70, leave that bit clear only where the digit is the table's.

@@ -66,10 +66,19 @@ Channels DecodeGroups(const SourceLines& in, std::size_t first, std::size_t coun
   return {room.red, room.green, room.blue};
 }
 
+/// What stores through a writer, from a pixel of the line on.
+using StoreLoop = void(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to);
+
 /// Stores through a writer whose `Pixel` makes the `kBytes` bytes of one pixel.
 template <class Writer>
-void StorePixels(const Channels& in, std::size_t count, std::uint8_t* to) {
-  for (std::size_t i = 0; i < count; ++i, to += Writer::kBytes) Writer::Pixel({in.red[i], in.green[i], in.blue[i]}, to);
+void StorePixels(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to) {
+  for (std::size_t i = 0; i < count; ++i, to += Writer::kBytes) {
+    Rgb pixel{in.red[i], in.green[i], in.blue[i]};
+    if (tables != nullptr) {
+      pixel = {tables->red.entries[pixel.r], tables->green.entries[pixel.g], tables->blue.entries[pixel.b]};
+    }
+    Writer::Pixel(pixel, to);
+  }
 }
 
 #if LM_LANES
@@ -152,34 +161,65 @@ constexpr auto Decoder(int) -> decltype(&Layout::template Block<WholeBlock>, sta
   return DecodeBlocks<Layout>;
 }
 
-/// Stores through a writer whose `Block` makes kLanes * kBytes bytes.
-template <class Writer>
-void StoreBlocks(const Channels& caller, std::size_t count, std::uint8_t* to) {
+/// What happens to pixels before they are stored: nothing, or a lookup in three tables or gains.
+struct AsTheyAre {
+  RgbLanes operator()(const RgbLanes& in) const { return in; }
+};
+
+template <class Entries>
+struct LookedUp {
+  explicit LookedUp(const LookupTables& tables) : red(tables.red), green(tables.green), blue(tables.blue) {}
+
+  RgbLanes operator()(const RgbLanes& in) const { return {red[in.r], green[in.g], blue[in.b]}; }
+
+  Entries red, green, blue;
+};
+
+template <class Writer, class Change>
+void StoreBlocks(const Channels& caller, std::size_t count, std::uint8_t* to, const Change change) {
   const Channels in = caller;  // by reference it would be loaded anew after each store
   std::size_t i = 0;
-  if (in.red == in.green && in.red == in.blue) {
-    for (; i + kLanes <= count; i += kLanes, to += kLanes * Writer::kBytes) {
-      const U8 gray = Load(in.red + i);
-      Writer::Block({gray, gray, gray}, to);
-    }
-  } else {
-    for (; i + kLanes <= count; i += kLanes, to += kLanes * Writer::kBytes) {
-      Writer::Block({Load(in.red + i), Load(in.green + i), Load(in.blue + i)}, to);
-    }
+  for (; i + kLanes <= count; i += kLanes, to += kLanes * Writer::kBytes) {
+    Writer::Block(change({Pinned(Load(in.red + i)), Pinned(Load(in.green + i)), Pinned(Load(in.blue + i))}), to);
   }
   if (i < count) {
     // Channels may lie in the source, and either line may end here.
     const std::size_t rest = count - i;
     std::uint8_t block[kLanes * Writer::kBytes];
-    Writer::Block({LoadPart(in.red + i, rest), LoadPart(in.green + i, rest), LoadPart(in.blue + i, rest)}, block);
+    Writer::Block(change({LoadPart(in.red + i, rest), LoadPart(in.green + i, rest), LoadPart(in.blue + i, rest)}),
+                  block);
     CopyPart(block, rest * Writer::kBytes, to);
   }
 }
 
+/// Stores gray: all channels are the red one.
 template <class Writer>
-constexpr auto Storer(int)
-    -> decltype(&Writer::Block, static_cast<void (*)(const Channels&, std::size_t, std::uint8_t*)>(nullptr)) {
-  return StoreBlocks<Writer>;
+void StoreGrayBlocks(const std::uint8_t* gray, std::size_t count, std::uint8_t* to) {
+  std::size_t i = 0;
+  for (; i + kLanes <= count; i += kLanes, to += kLanes * Writer::kBytes) {
+    const U8 v = Load(gray + i);
+    Writer::Block({v, v, v}, to);
+  }
+  if (i < count) StoreBlocks<Writer>({gray + i, gray + i, gray + i}, count - i, to, AsTheyAre{});
+}
+
+/// Stores through a writer whose `Block` makes kLanes * kBytes bytes.
+template <class Writer>
+void StoreWith(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to) {
+  if (tables == nullptr && in.red == in.green && in.red == in.blue) {
+    StoreGrayBlocks<Writer>(in.red, count, to);
+  } else if (tables == nullptr) {
+    StoreBlocks<Writer>(in, count, to, AsTheyAre{});
+  } else if (kGainsAreQuicker && tables->areGains) {
+    StoreBlocks<Writer>(in, count, to, LookedUp<GainLanes>(*tables));
+  } else {
+    StoreBlocks<Writer>(in, count, to, LookedUp<Table>(*tables));
+  }
+}
+
+template <class Writer>
+constexpr auto Storer(int) -> decltype(&Writer::Block, static_cast<StoreLoop*>(nullptr)) {
+  return StoreWith<Writer>;
 }
 
 #endif
@@ -192,7 +232,7 @@ constexpr DecodeKernel* Decoder(...) {
 
 /// The best way to store that a writer has for this instruction set.
 template <class Writer>
-constexpr auto Storer(...) -> void (*)(const Channels&, std::size_t, std::uint8_t*) {
+constexpr StoreLoop* Storer(...) {
   return StorePixels<Writer>;
 }
 
@@ -209,10 +249,11 @@ constexpr auto Storer(...) -> void (*)(const Channels&, std::size_t, std::uint8_
   }
 
 /// Exports a writer as the kernel `Name`.
-#define LM_EXPORT_WRITER(Name, ...)                                                            \
-  namespace LmImagingLib::LM_ISA {                                                             \
-  StoreKernel Name;                                                                            \
-  void Name(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first) { \
-    Storer<__VA_ARGS__>(0)(in, count, out.line + first * __VA_ARGS__::kBytes);                 \
-  }                                                                                            \
+#define LM_EXPORT_WRITER(Name, ...)                                                                   \
+  namespace LmImagingLib::LM_ISA {                                                                    \
+  StoreKernel Name;                                                                                   \
+  void Name(const Channels& in, const LookupTables* tables, std::size_t count, const TargetLine& out, \
+            std::size_t first) {                                                                      \
+    Storer<__VA_ARGS__>(0)(in, tables, count, out.line + first * __VA_ARGS__::kBytes);                \
+  }                                                                                                   \
   }

@@ -44,23 +44,34 @@ struct TargetLine {
   std::size_t planeSize;  ///< bytes from one plane to the next; of use to planar writers
 };
 
-/// The 8-bit tables of a filter, 256 entries each.
+/// A table as a product: entry i is (i << shift) * factor >> 16, clamped to 255. `shift` is at most 7.
+struct Gain {
+  std::uint16_t factor;
+  std::uint16_t shift;
+};
+
+/// What replaces the values of a channel.
+struct ChannelTable {
+  const std::uint8_t* entries;  ///< 256 of them
+  Gain gain;                    ///< equal to the table, if all three channels are gains
+};
+
 struct LookupTables {
-  const std::uint8_t* red;
-  const std::uint8_t* green;
-  const std::uint8_t* blue;
+  ChannelTable red;
+  ChannelTable green;
+  ChannelTable blue;
+  bool areGains;
 };
 
 /// Brings `count` pixels from pixel `first` on (whole groups both) to 8 bits a channel, into the strip unless the
 /// source already holds them so. Reads the bytes of these pixels and no others.
 using DecodeKernel = Channels(const SourceLines& in, std::size_t first, std::size_t count, const Room& room);
 
-/// Replaces each channel value by its entry in the channel's 8-bit table; `in` may lie in the room.
-using LookupKernel = Channels(const LookupTables& tables, const Channels& in, std::size_t count, const Room& room);
-
-/// Stores `count` pixels at pixel `first` of the target, and touches no other byte. Channels that already lie there
-/// stay.
-using StoreKernel = void(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first);
+/// Looks `count` pixels up and stores them at pixel `first` of the target, and touches no other byte. Channels may lie
+/// there already.
+/// @param tables  null stores the pixels as they are
+using StoreKernel = void(const Channels& in, const LookupTables* tables, std::size_t count, const TargetLine& out,
+                         std::size_t first);
 
 /// Parts the samples of a two-tap readout, which come in pairs of left and right, into the order of the line.
 /// `left` and `right` receive `pairs` samples each, the last one first where the tap reads backwards.

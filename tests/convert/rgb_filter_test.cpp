@@ -29,7 +29,7 @@ TEST_P(RGBFilterBits, StartsAsTheIdentity) {
   EXPECT_EQ(filter.GetBitSize(), GetParam());
   ASSERT_EQ(filter.GetEntryCount(), count);
   EXPECT_TRUE(filter.IsIdentity());
-  EXPECT_TRUE(TablesOf(filter).IsIdentity8());
+  EXPECT_TRUE(TablesOf(filter).Lookup() == nullptr);
   for (unsigned long i = 0; i < count; ++i) {
     ASSERT_EQ(filter.GetRedValue16(i), i);
     ASSERT_EQ(filter.GetGreenValue16(i), i);
@@ -64,7 +64,7 @@ TEST_P(RGBFilterBits, MultipliersFollowTheFormula) {
 
   filter.SetIdentity();
   EXPECT_TRUE(filter.IsIdentity());
-  EXPECT_TRUE(TablesOf(filter).IsIdentity8());
+  EXPECT_TRUE(TablesOf(filter).Lookup() == nullptr);
   EXPECT_EQ(filter.GetRedValue16(count - 1), count - 1);
 }
 
@@ -121,7 +121,7 @@ TEST(RGBFilter, IdentityFlagKeepsItsOddRules) {
   RGBFilter narrow(8);
   EXPECT_TRUE(narrow.SetRedValue(3, 4, false).IsOK());
   EXPECT_TRUE(narrow.IsIdentity()) << "no update was asked for";
-  EXPECT_FALSE(TablesOf(narrow).IsIdentity8());
+  EXPECT_FALSE(TablesOf(narrow).Lookup() == nullptr);
   EXPECT_TRUE(narrow.SetBlueValue(9, 9, true).IsOK());
   EXPECT_FALSE(narrow.IsIdentity()) << "setting an entry to its index scans";
   EXPECT_TRUE(narrow.SetRedValue(3, 3, true).IsOK());
@@ -132,7 +132,7 @@ TEST(RGBFilter, IdentityFlagKeepsItsOddRules) {
   RGBFilter wide(12);
   EXPECT_TRUE(wide.SetMultipliers(1.0, 1.0, 1.0).IsOK());
   EXPECT_FALSE(wide.IsIdentity()) << "the scan of a wide filter never succeeds";
-  EXPECT_TRUE(TablesOf(wide).IsIdentity8());
+  EXPECT_TRUE(TablesOf(wide).Lookup() == nullptr);
   wide.SetIdentity();
   EXPECT_TRUE(wide.IsIdentity());
   EXPECT_TRUE(wide.SetRedValue(7, 7, true).IsOK());

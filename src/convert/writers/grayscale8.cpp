@@ -1,12 +1,13 @@
 // Grayscale8: one byte a pixel.
-#include "simd/loops.h"
+#include "convert/writers/plane.h"
 
 namespace LmImagingLib::LM_ISA {
 
+// Gray is never looked up.
 StoreKernel StoreGrayscale8;
-void StoreGrayscale8(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first) {
-  std::uint8_t* const to = out.line + first;
-  if (in.red != to) std::memmove(to, in.red, count);
+void StoreGrayscale8(const Channels& in, const LookupTables* /*tables*/, std::size_t count, const TargetLine& out,
+                     std::size_t first) {
+  StorePlane(in.red, count, out.line + first);
 }
 
 }  // namespace LmImagingLib::LM_ISA

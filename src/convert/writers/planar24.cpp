@@ -1,23 +1,23 @@
 // Planar24: three planes of one byte a pixel: red, green, blue.
-#include "simd/loops.h"
+#include "convert/writers/plane.h"
 
 namespace LmImagingLib::LM_ISA {
 
-namespace {
-
-// memmove: a planar source that is converted in place hands its own planes in.
-void StorePlane(const std::uint8_t* channel, std::size_t count, std::uint8_t* to) {
-  if (channel != to) std::memmove(to, channel, count);
-}
-
-}  // namespace
-
 StoreKernel StorePlanar24;
-void StorePlanar24(const Channels& in, std::size_t count, const TargetLine& out, std::size_t first) {
-  std::uint8_t* const to = out.line + first;
-  StorePlane(in.red, count, to);
-  StorePlane(in.green, count, to + out.planeSize);
-  StorePlane(in.blue, count, to + 2 * out.planeSize);
+void StorePlanar24(const Channels& in, const LookupTables* tables, std::size_t count, const TargetLine& out,
+                   std::size_t first) {
+  std::uint8_t* const red = out.line + first;
+  std::uint8_t* const green = red + out.planeSize;
+  std::uint8_t* const blue = green + out.planeSize;
+  if (tables == nullptr) {
+    StorePlane(in.red, count, red);
+    StorePlane(in.green, count, green);
+    StorePlane(in.blue, count, blue);
+  } else {
+    StorePlane(in.red, tables->red, tables->areGains, count, red);
+    StorePlane(in.green, tables->green, tables->areGains, count, green);
+    StorePlane(in.blue, tables->blue, tables->areGains, count, blue);
+  }
 }
 
 }  // namespace LmImagingLib::LM_ISA

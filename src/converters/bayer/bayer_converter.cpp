@@ -120,14 +120,15 @@ Result BayerConverter::DemosaicBlock(const void* source, void* destination, unsi
   const std::size_t pixels = static_cast<std::uint32_t>(pixelCount);
   if (pixels < 2) return Result::OK;
   const StepTargets targets(*context, destination);
-  const StripSteps steps{mSource.block.Active(), 2, false, context->filter, mWriter};
+  const StripSteps steps{mSource.block.Active(), 2, false, LookupOf(*context), mWriter};
   ConvertStrips(steps, CellsAt(*context, source, 0), pixels - pixels % 2, targets.lines, targets.count, 0);
   if (pixels % 2 != 0) {
+    StoreKernel* const store = mWriter.store.Active();
     Strip strip;
     for (std::size_t k = 0; k < targets.count; ++k) {
       const Room room = RoomFor(steps, targets.lines[k], pixels - 1, strip);
       Put(ColorOf(mSource, CellsAt(*context, source, pixels - 2)), room, 0);
-      Finish(steps, {room.red, room.green, room.blue}, 1, room, targets.lines[k], pixels - 1);
+      store({room.red, room.green, room.blue}, steps.tables, 1, targets.lines[k], pixels - 1);
     }
   }
   return Result::OK;
@@ -143,12 +144,13 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
   if (pixels < 2) return Result::OK;
 
   const StepTargets targets(*context, destination);
-  const StripSteps steps{kBayerBilinear.Active(), 1, false, context->filter, mWriter};
+  const StripSteps steps{kBayerBilinear.Active(), 1, false, LookupOf(*context), mWriter};
   const std::size_t interiorEnd = (pixels - 2) / 2 * 2 + 1;
   const Color left = ColorOf(mSource, CellsAt(*context, source, 0));
   const Color right[] = {ColorOf(mSource, CellsAt(*context, source, interiorEnd - 1)),
                          ColorOf(mSource, CellsAt(*context, source, pixels - 2))};
 
+  StoreKernel* const store = mWriter.store.Active();
   Strip strip;
   NarrowRows narrow;
   StripWalk walk(steps, targets.lines[0], pixels, 0, kStripPixels);
@@ -169,7 +171,7 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
       for (std::size_t x = std::max(interiorEnd, walk.At()); x < stripEnd; ++x) {
         Put(right[x - interiorEnd], room, x - walk.At());
       }
-      Finish(steps, {room.red, room.green, room.blue}, walk.Pixels(), room, targets.lines[k], walk.At());
+      store({room.red, room.green, room.blue}, steps.tables, walk.Pixels(), targets.lines[k], walk.At());
     }
   }
   return Result::OK;
