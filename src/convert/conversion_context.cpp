@@ -25,6 +25,9 @@ ContextMap& Contexts() {
 }
 
 // Kernels acquire the context for every line; this keeps them away from the gate, where all threads would meet.
+#if defined(__GNUC__) && !defined(_WIN32)
+[[gnu::tls_model("initial-exec")]]  // without a call of the dynamic linker's for each access
+#endif
 thread_local ConversionContext* tContext = nullptr;
 
 }  // namespace

@@ -62,23 +62,19 @@ void Put(const Color& color, const Room& room, std::size_t at) {
 
 // The line above a step, its own two, and the one below.
 struct Rows {
-  const std::uint8_t* line[4];
+  const std::uint8_t* first;
+  std::size_t stride;
 };
-
-Rows RowsAround(const ConversionContext& context, const void* source, std::size_t byte) {
-  const std::size_t stride = context.sourceLineSize;
-  const auto* const own = static_cast<const std::uint8_t*>(source) + byte;
-  return {{own - stride, own, own + stride, own + 2 * stride}};
-}
 
 // Rows of wide samples brought to 8 bits. Each is needed by up to three lines, and twice by either of them.
 class NarrowRows {
  public:
   Rows Fill(const Rows& wide, std::size_t count, std::uint32_t shift) {
     for (std::size_t k = 0; k < 4; ++k) {
-      kGrayscale16.Active()({{wide.line[k], nullptr, nullptr}, shift, 0}, 0, count, {mRows[k], nullptr, nullptr});
+      const std::uint8_t* const row = wide.first + k * wide.stride;
+      kGrayscale16.Active()({{row, nullptr, nullptr}, shift, 0}, 0, count, {mRows[k], nullptr, nullptr});
     }
-    return {{mRows[0], mRows[1], mRows[2], mRows[3]}};
+    return {mRows[0], sizeof mRows[0]};
   }
 
  private:
@@ -146,10 +142,6 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
   const StepTargets targets(*context, destination);
   const StripSteps steps{kBayerBilinear.Active(), 1, false, LookupOf(*context), mWriter};
   const std::size_t interiorEnd = (pixels - 2) / 2 * 2 + 1;
-  const Color left = ColorOf(mSource, CellsAt(*context, source, 0));
-  const Color right[] = {ColorOf(mSource, CellsAt(*context, source, interiorEnd - 1)),
-                         ColorOf(mSource, CellsAt(*context, source, pixels - 2))};
-
   StoreKernel* const store = mWriter.store.Active();
   Strip strip;
   NarrowRows narrow;
@@ -159,17 +151,20 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
     const std::size_t begin = std::max(walk.At(), std::size_t{1});
     const std::size_t end = std::min(stripEnd, interiorEnd);
     const std::size_t count = end - std::min(begin, end);
-    Rows rows = RowsAround(*context, source, (begin - 1) * mSource.sampleBytes);
+    const std::size_t stride = context->sourceLineSize;
+    const auto* const own = static_cast<const std::uint8_t*>(source) + (begin - 1) * mSource.sampleBytes;
+    Rows rows{own - stride, stride};
     if (mSource.sampleBytes != 1 && count != 0) rows = narrow.Fill(rows, count + 2, mSampleShift);
     std::uint32_t cell = CellCode(*context, begin);
     for (std::size_t k = 0; k < targets.count; ++k, cell ^= kNextLine) {
       const Room room = RoomFor(steps, targets.lines[k], walk.At(), strip);
-      if (walk.At() == 0) Put(left, room, 0);
       const std::size_t skip = begin - walk.At();
-      steps.decode({{rows.line[k], rows.line[k + 1], rows.line[k + 2]}, 0, cell}, 0, count,
+      const std::uint8_t* const above = rows.first + k * rows.stride;
+      steps.decode({{above, above + rows.stride, above + 2 * rows.stride}, 0, cell}, 0, count,
                    {room.red + skip, room.green + skip, room.blue + skip});
+      if (walk.At() == 0) Put(ColorOf(mSource, CellsAt(*context, source, 0)), room, 0);
       for (std::size_t x = std::max(interiorEnd, walk.At()); x < stripEnd; ++x) {
-        Put(right[x - interiorEnd], room, x - walk.At());
+        Put(ColorOf(mSource, CellsAt(*context, source, x - 1)), room, x - walk.At());
       }
       store({room.red, room.green, room.blue}, steps.tables, walk.Pixels(), targets.lines[k], walk.At());
     }
