@@ -67,9 +67,9 @@ StripSteps LineConverter::Steps(const ConversionContext& context) const {
 
 SourceLines LineConverter::LinesAt(const void* source, const ConversionContext& context) const {
   const auto* const line = static_cast<const std::uint8_t*>(source);
-  if ((mSource.traits & kPlanar) == 0) return {{line, nullptr, nullptr}, mSampleShift, 0};
+  if ((mSource.traits & kPlanar) == 0) return {{line, nullptr, nullptr}, mSampleShift, 0, context.fetchAhead};
   const std::size_t plane = std::size_t{context.sourceLineSize} * context.sourceHeight;
-  return {{line, line + plane, line + 2 * plane}, mSampleShift, 0};
+  return {{line, line + plane, line + 2 * plane}, mSampleShift, 0, context.fetchAhead};
 }
 
 const LookupTables* LookupOf(const ConversionContext& context) {
@@ -77,7 +77,8 @@ const LookupTables* LookupOf(const ConversionContext& context) {
 }
 
 TargetLine TargetAt(void* line, const ConversionContext& context) {
-  return {static_cast<std::uint8_t*>(line), std::size_t{context.destinationStride} * context.destinationHeight};
+  return {static_cast<std::uint8_t*>(line), std::size_t{context.destinationStride} * context.destinationHeight,
+          context.streams};
 }
 
 }  // namespace LmImagingLib

@@ -6,6 +6,7 @@
 #include "LmImagingLib/RGBFilter.h"
 #include "convert/conversion_context.h"
 #include "convert/default_filters.h"
+#include "convert/streams.h"
 
 namespace LmImagingLib {
 
@@ -117,6 +118,9 @@ Result PixelConverter::Convert(const void* source, unsigned long sourceWidth, un
   context->destinationStride = U32(GetDestinationLineSize(destinationWidth) + destinationPadding);
   context->destinationHeight = U32(destinationHeight);
 
+  context->streams = StreamsPay((std::size_t{context->sourceLineSize} + context->destinationStride) * U32(lines));
+  context->fetchAhead = context->streams ? kFetchAhead : 0;
+
   const bool interlaced = (GetSourceTypeID() & kInterlacedFlag) != 0;
   const std::size_t sourceLine = context->sourceLineSize;
   const std::size_t destinationLine = context->destinationStride;
@@ -144,6 +148,9 @@ Result PixelConverter::Convert(const void* source, unsigned long sourceWidth, un
       walk.destination += destinationLine;
     }
   }
+  if (context->streams) FenceStreams();
+  context->streams = false;
+  context->fetchAhead = 0;
   context->filter = nullptr;
   return Result::OK;
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "convert/writers/writers.h"
 #include "simd/kernel.h"
 
 namespace LmImagingLib {
@@ -28,7 +27,8 @@ std::size_t PixelsToCacheLine(const StripSteps& steps, const std::uint8_t* targe
   return wholeGroups && pixels * bytes % kCacheLine == missing ? pixels : 0;
 }
 
-// Gives the second target the pixels that the first one has. Copying them is quicker than storing them again.
+// Gives the second target the pixels that the first one has. Copying them is quicker than storing them again, if they
+// are in the cache.
 void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, std::size_t first) {
   for (std::size_t plane = 0; plane < std::max(writer.planes, 1U); ++plane) {
     const std::size_t at = plane * targets[0].planeSize + first * writer.pixelBytes;
@@ -51,18 +51,18 @@ bool StripWalk::Next() {
   return mPixels != 0;
 }
 
-Room RoomFor(const StripSteps& steps, const TargetLine& target, std::size_t first, Strip& strip) {
-  if (steps.writer.planes == 0) return {strip.red, strip.green, strip.blue};
-  std::uint8_t* const plane = target.line + first;
-  return {plane, plane + target.planeSize, plane + 2 * target.planeSize};
-}
-
 void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first) {
+  if (targetCount == 2 && targets[0].streams) {
+    // What went past the cache cannot be repeated from there.
+    ConvertStrips(steps, in, count, &targets[0], 1, first);
+    ConvertStrips(steps, in, count, &targets[1], 1, first);
+    return;
+  }
   StoreKernel* const store = steps.writer.store.Active();
   Strip strip;
   // What needs no strip is done in one go.
-  const bool whole = steps.plain || steps.writer.planes != 0;
+  const bool whole = steps.plain || (steps.writer.planes != 0 && !targets[0].streams);
   StripWalk walk(steps, targets[0], count, first, whole ? count : kStripPixels);
   while (walk.Next()) {
     const std::size_t at = first + walk.At();

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "convert/writers/writers.h"
 #include "simd/strip.h"
 
 namespace LmImagingLib {
-
-struct Writer;
 
 /// The steps of a line: decode, look up, store.
 struct StripSteps {
@@ -36,8 +35,13 @@ class StripWalk {
   std::size_t mCount;
 };
 
-/// Room for the channels of the pixels from `first` on: in the target itself, where that has planes, else in `strip`.
-Room RoomFor(const StripSteps& steps, const TargetLine& target, std::size_t first, Strip& strip);
+/// Room for the channels of the pixels from `first` on: in the target itself, where that has planes to write to through
+/// the cache, else in `strip`.
+inline Room RoomFor(const StripSteps& steps, const TargetLine& target, std::size_t first, Strip& strip) {
+  if (steps.writer.planes == 0 || target.streams) return {strip.red, strip.green, strip.blue};
+  std::uint8_t* const plane = target.line + first;
+  return {plane, plane + target.planeSize, plane + 2 * target.planeSize};
+}
 
 /// Converts `count` pixels, whole groups of the source, from the beginning of `in` to pixel `first` of each target.
 /// @param targetCount  lines that receive the same pixels

@@ -39,6 +39,13 @@ inline U8 Load(const std::uint8_t* from) {
 
 inline void Store(U8 v, std::uint8_t* to) { std::memcpy(to, &v, kLanes); }
 
+/// Where to store past the caches: an address that is a multiple of kLanes.
+struct Stream {
+  std::uint8_t* at;
+
+  Stream operator+(std::size_t bytes) const { return {at + bytes}; }
+};
+
 inline U8 Fill(std::uint8_t value) { return U8{} + value; }
 
 }  // namespace
@@ -132,7 +139,8 @@ inline U8 Units(U8 a, U8 b, std::index_sequence<kLane...>) {
 #endif
 
 /// Stores a0 b0 c0 a1 b1 c1 ...: 3 * kLanes bytes.
-inline void StoreInterleaved(U8 a, U8 b, U8 c, std::uint8_t* to) {
+template <class To>
+inline void StoreInterleaved(U8 a, U8 b, U8 c, To to) {
   constexpr std::make_index_sequence<kLanes> kAll{};
   const U8 x = SpreadThirds<0>(a, kAll);
   const U8 y = SpreadThirds<1>(b, kAll);
@@ -185,16 +193,17 @@ inline U8 Deal(U8 v, std::index_sequence<kLane...>) {
 }
 
 /// Stores a0 b0 c0 d0 a1 b1 c1 d1 ...: 4 * kLanes bytes.
-inline void StoreInterleaved(U8 a, U8 b, U8 c, U8 d, std::uint8_t* to) {
+template <class To>
+inline void StoreInterleaved(U8 a, U8 b, U8 c, U8 d, To to) {
   constexpr std::make_index_sequence<kLanes> kBytes{};
   constexpr std::make_index_sequence<kLanes / 2> kPairs{};
   // Zips stay within 16 bytes. Dealt out first, the pixels come out of them in order.
   a = Deal(a, kBytes), b = Deal(b, kBytes), c = Deal(c, kBytes), d = Deal(d, kBytes);
   const U16 ab[2] = {U16(ZipHalves<0>(a, b, kBytes)), U16(ZipHalves<1>(a, b, kBytes))};
   const U16 cd[2] = {U16(ZipHalves<0>(c, d, kBytes)), U16(ZipHalves<1>(c, d, kBytes))};
-  for (std::size_t k = 0; k < 2; ++k, to += 2 * kLanes) {
-    Store(U8(ZipHalves<0>(ab[k], cd[k], kPairs)), to);
-    Store(U8(ZipHalves<1>(ab[k], cd[k], kPairs)), to + kLanes);
+  for (std::size_t k = 0; k < 2; ++k) {
+    Store(U8(ZipHalves<0>(ab[k], cd[k], kPairs)), to + 2 * k * kLanes);
+    Store(U8(ZipHalves<1>(ab[k], cd[k], kPairs)), to + (2 * k + 1) * kLanes);
   }
 }
 

@@ -5,6 +5,10 @@
 namespace LmImagingLib::LM_ISA {
 namespace {
 
+// There is no such store of a single register.
+inline constexpr bool kHasStreams = false;
+inline void Store(U8 v, Stream to) { Store(v, to.at); }
+
 inline U8 LoadHalf(const std::uint8_t* from) { return U8(vcombine_u8(vld1_u8(from), vdup_n_u8(0))); }
 
 /// Loads and stores the first `count` bytes, at most kLanes, and touches no other; the rest loads as 0.

@@ -20,6 +20,18 @@ using Register = __m128i;
 inline Register Broadcast(__m128i v) { return v; }
 #endif
 
+inline constexpr bool kHasStreams = true;
+
+inline void Store(U8 v, Stream to) {
+#if LM_LANES == 64
+  _mm512_stream_si512(reinterpret_cast<Register*>(to.at), Register(v));
+#elif LM_LANES == 32
+  _mm256_stream_si256(reinterpret_cast<Register*>(to.at), Register(v));
+#else
+  _mm_stream_si128(reinterpret_cast<Register*>(to.at), Register(v));
+#endif
+}
+
 #if LM_LANES == 64
 inline U8 LoadHalf(const std::uint8_t* from) {
   return U8(_mm512_castsi256_si512(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(from))));

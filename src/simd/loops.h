@@ -67,11 +67,13 @@ Channels DecodeGroups(const SourceLines& in, std::size_t first, std::size_t coun
 }
 
 /// What stores through a writer, from a pixel of the line on.
-using StoreLoop = void(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to);
+using StoreLoop = void(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to,
+                       bool streams);
 
 /// Stores through a writer whose `Pixel` makes the `kBytes` bytes of one pixel.
 template <class Writer>
-void StorePixels(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to) {
+void StorePixels(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to,
+                 bool /*streams*/) {
   for (std::size_t i = 0; i < count; ++i, to += Writer::kBytes) {
     Rgb pixel{in.red[i], in.green[i], in.blue[i]};
     if (tables != nullptr) {
@@ -90,21 +92,23 @@ struct RgbLanes {
 /// Reads the bytes of a whole block.
 struct WholeBlock {
   const SourceLines& in;
+  std::size_t at;
 
-  U8 operator()(std::size_t line, std::size_t offset) const { return Load(in.line[line] + offset); }
+  U8 operator()(std::size_t line, std::size_t offset) const { return Load(in.line[line] + at + offset); }
   /// The first half of a register; the rest is anything.
-  U8 Half(std::size_t line, std::size_t offset) const { return LoadHalf(in.line[line] + offset); }
+  U8 Half(std::size_t line, std::size_t offset) const { return LoadHalf(in.line[line] + at + offset); }
 };
 
 #if LM_LANES == 64
 /// Reads the bytes of a block that ends with the line, and none behind it. (Reading a copy would have to wait for it.)
 struct PartOfBlock {
   const SourceLines& in;
+  std::size_t at;
   std::size_t bytes;
 
   U8 operator()(std::size_t line, std::size_t offset) const {
     if (offset >= bytes) return U8{};
-    return LoadPart(in.line[line] + offset, bytes - offset < kLanes ? bytes - offset : kLanes);
+    return LoadPart(in.line[line] + at + offset, bytes - offset < kLanes ? bytes - offset : kLanes);
   }
   U8 Half(std::size_t line, std::size_t offset) const { return (*this)(line, offset); }
 };
@@ -123,28 +127,41 @@ inline void DecodeBlock(const Reader& read, std::uint8_t* red, std::uint8_t* gre
   }
 }
 
+/// Fetches what a later block reads into the cache.
+template <class Layout>
+inline void FetchAhead(const SourceLines& in, std::size_t at) {
+  for (std::size_t line = 0; line < Layout::kLines; ++line) {
+    for (std::size_t byte = 0; byte < BytesOf<Layout>(kLanes); byte += 64) {
+      __builtin_prefetch(in.line[line] + at + in.ahead + byte);
+    }
+  }
+}
+
 /// Decodes a layout whose `Block` makes kLanes pixels, from BytesOf(kLanes) + kBeyond bytes of each line.
 template <class Layout>
-Channels DecodeBlocks(const SourceLines& in, std::size_t first, std::size_t count, const Room& caller) {
-  const Room room = caller;  // by reference it would be loaded anew after each store
-  SourceLines at = At<Layout>(in, first);
+Channels DecodeBlocks(const SourceLines& lines, std::size_t first, std::size_t count, const Room& caller) {
+  // By reference these would be loaded anew after each store.
+  SourceLines in = At<Layout>(lines, first);
+  const Room room = caller;
+  std::size_t at = 0;
   std::size_t i = 0;
-  for (; i + kLanes <= count; i += kLanes, at = At<Layout>(at, kLanes)) {
-    DecodeBlock<Layout>(WholeBlock{at}, room.red + i, room.green + i, room.blue + i);
+  for (; i + kLanes <= count; i += kLanes, at += BytesOf<Layout>(kLanes)) {
+    if (in.ahead != 0) FetchAhead<Layout>(in, at);
+    DecodeBlock<Layout>(WholeBlock{in, at}, room.red + i, room.green + i, room.blue + i);
   }
   if (i < count) {
     const std::size_t rest = count - i;
     const std::size_t bytes = BytesOf<Layout>(rest) + Layout::kBeyond;
     alignas(kLanes) std::uint8_t pixels[3][kLanes];
 #if LM_LANES == 64
-    DecodeBlock<Layout>(PartOfBlock{at, bytes}, pixels[0], pixels[1], pixels[2]);
+    DecodeBlock<Layout>(PartOfBlock{in, at, bytes}, pixels[0], pixels[1], pixels[2]);
 #else
     // The last block reads a copy, so that it touches no byte behind the line.
     std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kLanes) + Layout::kBeyond];
     for (std::size_t k = 0; k < Layout::kLines; ++k) {
-      at.line[k] = static_cast<const std::uint8_t*>(std::memcpy(copy[k], at.line[k], bytes));
+      in.line[k] = static_cast<const std::uint8_t*>(std::memcpy(copy[k], in.line[k] + at, bytes));
     }
-    DecodeBlock<Layout>(WholeBlock{at}, pixels[0], pixels[1], pixels[2]);
+    DecodeBlock<Layout>(WholeBlock{in, 0}, pixels[0], pixels[1], pixels[2]);
 #endif
     StorePart(Load(pixels[0]), room.red + i, rest);
     if constexpr (!Layout::kGray) {
@@ -175,11 +192,14 @@ struct LookedUp {
   Entries red, green, blue;
 };
 
-template <class Writer, class Change>
-void StoreBlocks(const Channels& caller, std::size_t count, std::uint8_t* to, const Change change) {
+inline std::uint8_t* Address(std::uint8_t* to) { return to; }
+inline std::uint8_t* Address(Stream to) { return to.at; }
+
+template <class Writer, class To, class Change>
+void StoreBlocks(const Channels& caller, std::size_t count, To to, const Change change) {
   const Channels in = caller;  // by reference it would be loaded anew after each store
   std::size_t i = 0;
-  for (; i + kLanes <= count; i += kLanes, to += kLanes * Writer::kBytes) {
+  for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
     Writer::Block(change({Pinned(Load(in.red + i)), Pinned(Load(in.green + i)), Pinned(Load(in.blue + i))}), to);
   }
   if (i < count) {
@@ -187,25 +207,24 @@ void StoreBlocks(const Channels& caller, std::size_t count, std::uint8_t* to, co
     const std::size_t rest = count - i;
     std::uint8_t block[kLanes * Writer::kBytes];
     Writer::Block(change({LoadPart(in.red + i, rest), LoadPart(in.green + i, rest), LoadPart(in.blue + i, rest)}),
-                  block);
-    CopyPart(block, rest * Writer::kBytes, to);
+                  &block[0]);
+    CopyPart(block, rest * Writer::kBytes, Address(to));
   }
 }
 
 /// Stores gray: all channels are the red one.
-template <class Writer>
-void StoreGrayBlocks(const std::uint8_t* gray, std::size_t count, std::uint8_t* to) {
+template <class Writer, class To>
+void StoreGrayBlocks(const std::uint8_t* gray, std::size_t count, To to) {
   std::size_t i = 0;
-  for (; i + kLanes <= count; i += kLanes, to += kLanes * Writer::kBytes) {
+  for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
     const U8 v = Load(gray + i);
     Writer::Block({v, v, v}, to);
   }
-  if (i < count) StoreBlocks<Writer>({gray + i, gray + i, gray + i}, count - i, to, AsTheyAre{});
+  if (i < count) StoreBlocks<Writer>({gray + i, gray + i, gray + i}, count - i, Address(to), AsTheyAre{});
 }
 
-/// Stores through a writer whose `Block` makes kLanes * kBytes bytes.
-template <class Writer>
-void StoreWith(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to) {
+template <class Writer, class To>
+void StoreChanged(const Channels& in, const LookupTables* tables, std::size_t count, To to) {
   if (tables == nullptr && in.red == in.green && in.red == in.blue) {
     StoreGrayBlocks<Writer>(in.red, count, to);
   } else if (tables == nullptr) {
@@ -217,8 +236,18 @@ void StoreWith(const Channels& in, const LookupTables* tables, std::size_t count
   }
 }
 
+/// Stores through a writer whose `Block` makes kLanes * kBytes bytes.
 template <class Writer>
-constexpr auto Storer(int) -> decltype(&Writer::Block, static_cast<StoreLoop*>(nullptr)) {
+void StoreWith(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to, bool streams) {
+  if (kHasStreams && streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
+    StoreChanged<Writer>(in, tables, count, Stream{to});
+  } else {
+    StoreChanged<Writer>(in, tables, count, to);
+  }
+}
+
+template <class Writer>
+constexpr auto Storer(int) -> decltype(&Writer::template Block<std::uint8_t*>, static_cast<StoreLoop*>(nullptr)) {
   return StoreWith<Writer>;
 }
 
@@ -254,6 +283,6 @@ constexpr StoreLoop* Storer(...) {
   StoreKernel Name;                                                                                   \
   void Name(const Channels& in, const LookupTables* tables, std::size_t count, const TargetLine& out, \
             std::size_t first) {                                                                      \
-    Storer<__VA_ARGS__>(0)(in, tables, count, out.line + first * __VA_ARGS__::kBytes);                \
+    Storer<__VA_ARGS__>(0)(in, tables, count, out.line + first * __VA_ARGS__::kBytes, out.streams);   \
   }                                                                                                   \
   }

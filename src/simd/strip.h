@@ -36,12 +36,14 @@ struct SourceLines {
   const std::uint8_t* line[3];  ///< as many lines, or planes, as the layout needs
   std::uint32_t shift;          ///< right shift that brings a sample to 8 bits
   std::uint32_t cell;           ///< Bayer cell code of the first pixel
+  std::uint32_t ahead = 0;  ///< how many bytes ahead to fetch the lines into the cache; 0 leaves it to the processor
 };
 
 /// What a writer fills.
 struct TargetLine {
   std::uint8_t* line;
   std::size_t planeSize;  ///< bytes from one plane to the next; of use to planar writers
+  bool streams = false;   ///< whether to store past the caches: the image is larger than they are
 };
 
 /// A table as a product: entry i is (i << shift) * factor >> 16, clamped to 255. `shift` is at most 7.

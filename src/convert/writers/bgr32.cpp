@@ -15,7 +15,10 @@ struct Writer {
   }
 
 #if LM_LANES
-  static void Block(const RgbLanes& in, std::uint8_t* to) { StoreInterleaved(in.b, in.g, in.r, U8{}, to); }
+  template <class To>
+  static void Block(const RgbLanes& in, To to) {
+    StoreInterleaved(in.b, in.g, in.r, U8{}, to);
+  }
 #endif
 };
 

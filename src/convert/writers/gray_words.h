@@ -16,7 +16,8 @@ struct GrayWords {
   }
 
 #if LM_LANES
-  static void Block(const RgbLanes& in, std::uint8_t* to) {
+  template <class To>
+  static void Block(const RgbLanes& in, To to) {
     Store(U8(FirstHalf(in.r) << kShift), to);
     Store(U8(SecondHalf(in.r) << kShift), to + kLanes);
   }

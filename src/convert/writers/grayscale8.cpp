@@ -7,7 +7,7 @@ namespace LmImagingLib::LM_ISA {
 StoreKernel StoreGrayscale8;
 void StoreGrayscale8(const Channels& in, const LookupTables* /*tables*/, std::size_t count, const TargetLine& out,
                      std::size_t first) {
-  StorePlane(in.red, count, out.line + first);
+  StorePlane(in.red, count, out.line + first, out.streams);
 }
 
 }  // namespace LmImagingLib::LM_ISA

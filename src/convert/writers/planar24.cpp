@@ -10,9 +10,9 @@ void StorePlanar24(const Channels& in, const LookupTables* tables, std::size_t c
   std::uint8_t* const green = red + out.planeSize;
   std::uint8_t* const blue = green + out.planeSize;
   if (tables == nullptr) {
-    StorePlane(in.red, count, red);
-    StorePlane(in.green, count, green);
-    StorePlane(in.blue, count, blue);
+    StorePlane(in.red, count, red, out.streams);
+    StorePlane(in.green, count, green, out.streams);
+    StorePlane(in.blue, count, blue, out.streams);
   } else {
     StorePlane(in.red, tables->red, tables->areGains, count, red);
     StorePlane(in.green, tables->green, tables->areGains, count, green);

@@ -15,8 +15,16 @@ void LookUpPlane(const Entries entries, const std::uint8_t* from, std::size_t co
 #endif
 
 /// Stores a plane of bytes as they are. Planes may overlap where an image is converted in place.
-inline void StorePlane(const std::uint8_t* from, std::size_t count, std::uint8_t* to) {
-  if (from != to) std::memmove(to, from, count);
+inline void StorePlane(const std::uint8_t* from, std::size_t count, std::uint8_t* to, bool streams) {
+  if (from == to) return;
+#if LM_LANES
+  if (kHasStreams && streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
+    for (; count >= kLanes; count -= kLanes, from += kLanes, to += kLanes) Store(Load(from), Stream{to});
+  }
+#else
+  (void)streams;
+#endif
+  std::memmove(to, from, count);
 }
 
 /// Stores a plane of bytes looked up.

@@ -15,7 +15,8 @@ struct Writer {
 #if LM_LANES
   static U16 Words(U16 r, U16 g, U16 b) { return (r & 0xF8) << 8 | (g & 0xFC) << 3 | b >> 3; }
 
-  static void Block(const RgbLanes& in, std::uint8_t* to) {
+  template <class To>
+  static void Block(const RgbLanes& in, To to) {
     Store(U8(Words(FirstHalf(in.r), FirstHalf(in.g), FirstHalf(in.b))), to);
     Store(U8(Words(SecondHalf(in.r), SecondHalf(in.g), SecondHalf(in.b))), to + kLanes);
   }

@@ -15,7 +15,10 @@ struct Writer {
   }
 
 #if LM_LANES
-  static void Block(const RgbLanes& in, std::uint8_t* to) { StoreInterleaved(in.r, in.g, in.b, U8{}, to); }
+  template <class To>
+  static void Block(const RgbLanes& in, To to) {
+    StoreInterleaved(in.r, in.g, in.b, U8{}, to);
+  }
 #endif
 };
 

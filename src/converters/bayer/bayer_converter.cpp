@@ -32,6 +32,11 @@ std::uint32_t CellCode(const ConversionContext& context, std::size_t column) {
   return LayoutCell(context.flags) ^ line ^ (column % 2 != 0 ? kNextColumn : 0);
 }
 
+// Two lines a step: what comes next lies two lines below.
+std::uint32_t AheadOf(const ConversionContext& context) {
+  return context.fetchAhead == 0 ? 0 : 2 * context.sourceLineSize;
+}
+
 // The destination lines of a step.
 struct StepTargets {
   StepTargets(const ConversionContext& context, void* destination)
@@ -69,10 +74,10 @@ struct Rows {
 // Rows of wide samples brought to 8 bits. Each is needed by up to three lines, and twice by either of them.
 class NarrowRows {
  public:
-  Rows Fill(const Rows& wide, std::size_t count, std::uint32_t shift) {
+  Rows Fill(const Rows& wide, std::size_t count, std::uint32_t shift, std::uint32_t ahead) {
     for (std::size_t k = 0; k < 4; ++k) {
       const std::uint8_t* const row = wide.first + k * wide.stride;
-      kGrayscale16.Active()({{row, nullptr, nullptr}, shift, 0}, 0, count, {mRows[k], nullptr, nullptr});
+      kGrayscale16.Active()({{row, nullptr, nullptr}, shift, 0, ahead}, 0, count, {mRows[k], nullptr, nullptr});
     }
     return {mRows[0], sizeof mRows[0]};
   }
@@ -142,6 +147,10 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
   const StepTargets targets(*context, destination);
   const StripSteps steps{kBayerBilinear.Active(), 1, false, LookupOf(*context), mWriter};
   const std::size_t interiorEnd = (pixels - 2) / 2 * 2 + 1;
+  const Color left = ColorOf(mSource, CellsAt(*context, source, 0));
+  // One column of an even line, two of an odd one.
+  const Color right[] = {ColorOf(mSource, CellsAt(*context, source, interiorEnd - 1)),
+                         ColorOf(mSource, CellsAt(*context, source, pixels - 2))};
   StoreKernel* const store = mWriter.store.Active();
   Strip strip;
   NarrowRows narrow;
@@ -151,20 +160,22 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
     const std::size_t begin = std::max(walk.At(), std::size_t{1});
     const std::size_t end = std::min(stripEnd, interiorEnd);
     const std::size_t count = end - std::min(begin, end);
-    const std::size_t stride = context->sourceLineSize;
+    const std::size_t skip = begin - walk.At();
     const auto* const own = static_cast<const std::uint8_t*>(source) + (begin - 1) * mSource.sampleBytes;
-    Rows rows{own - stride, stride};
-    if (mSource.sampleBytes != 1 && count != 0) rows = narrow.Fill(rows, count + 2, mSampleShift);
-    std::uint32_t cell = CellCode(*context, begin);
-    for (std::size_t k = 0; k < targets.count; ++k, cell ^= kNextLine) {
+    Rows rows{own - context->sourceLineSize, context->sourceLineSize};
+    if (mSource.sampleBytes != 1 && count != 0) {
+      rows = narrow.Fill(rows, count + 2, mSampleShift, AheadOf(*context));
+    }
+    const std::uint32_t ahead = mSource.sampleBytes == 1 ? AheadOf(*context) : 0;
+    for (std::size_t k = 0; k < targets.count; ++k) {
       const Room room = RoomFor(steps, targets.lines[k], walk.At(), strip);
-      const std::size_t skip = begin - walk.At();
       const std::uint8_t* const above = rows.first + k * rows.stride;
-      steps.decode({{above, above + rows.stride, above + 2 * rows.stride}, 0, cell}, 0, count,
+      const std::uint32_t cell = CellCode(*context, begin) ^ (k == 0 ? 0 : kNextLine);
+      steps.decode({{above, above + rows.stride, above + 2 * rows.stride}, 0, cell, ahead}, 0, count,
                    {room.red + skip, room.green + skip, room.blue + skip});
-      if (walk.At() == 0) Put(ColorOf(mSource, CellsAt(*context, source, 0)), room, 0);
+      if (walk.At() == 0) Put(left, room, 0);
       for (std::size_t x = std::max(interiorEnd, walk.At()); x < stripEnd; ++x) {
-        Put(ColorOf(mSource, CellsAt(*context, source, x - 1)), room, x - walk.At());
+        Put(right[x - interiorEnd], room, x - walk.At());
       }
       store({room.red, room.green, room.blue}, steps.tables, walk.Pixels(), targets.lines[k], walk.At());
     }
@@ -174,7 +185,7 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
 
 SourceLines BayerConverter::CellsAt(const ConversionContext& context, const void* source, std::size_t column) const {
   const auto* const line = static_cast<const std::uint8_t*>(source) + column * mSource.sampleBytes;
-  return {{line, line + context.sourceLineSize, nullptr}, mSampleShift, CellCode(context, column)};
+  return {{line, line + context.sourceLineSize, nullptr}, mSampleShift, CellCode(context, column), context.fetchAhead};
 }
 
 }  // namespace LmImagingLib

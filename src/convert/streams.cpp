@@ -1,0 +1,40 @@
+#include "convert/streams.h"
+
+#include <algorithm>
+#include <atomic>
+
+#if defined(LM_VECTOR_X86)
+#include <cpuid.h>
+#endif
+
+namespace LmImagingLib {
+
+namespace {
+
+// As the processor tells it. The C library's answer counts the caches of all cores together on some processors.
+std::size_t LastLevelCache() {
+  std::size_t bytes = 0;
+#if defined(LM_VECTOR_X86)
+  // Both vendors describe one cache a subleaf, in the same form.
+  for (const unsigned leaf : {0x4U, 0x8000001DU}) {
+    unsigned a, b, c, d;
+    for (unsigned cache = 0; __get_cpuid_count(leaf, cache, &a, &b, &c, &d) != 0 && (a & 0x1F) != 0; ++cache) {
+      const std::size_t ways = (b >> 22) + 1, partitions = (b >> 12 & 0x3FF) + 1, line = (b & 0xFFF) + 1;
+      bytes = std::max(bytes, ways * partitions * line * (std::size_t{c} + 1));
+    }
+  }
+#endif
+  return bytes != 0 ? bytes : std::size_t{32} << 20;
+}
+
+}  // namespace
+
+bool StreamsPay(std::size_t bytes) {
+  static const std::size_t sLastLevelCache = LastLevelCache();
+  return bytes > sLastLevelCache / 3 * 2;
+}
+
+// A full barrier waits for such stores too.
+void FenceStreams() { std::atomic_thread_fence(std::memory_order_seq_cst); }
+
+}  // namespace LmImagingLib

@@ -1,0 +1,62 @@
+#include "convert/streams.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <random>
+#include <vector>
+
+#include "LmImagingLib/LmImagingLib.h"
+#include "simd/instruction_set.h"
+
+namespace LmImagingLib {
+namespace {
+
+constexpr std::uint32_t kWidth = 4096;
+constexpr std::uint32_t kBand = 64;  // lines of an image that the caches hold
+
+// An image that is too large for the caches comes out like the same image converted in bands that are not.
+void ExpectLikeInBands(PixelTypeID from, PixelTypeID to, const RGBFilter* filter) {
+  SCOPED_TRACE(testing::Message() << std::hex << from << " to " << to);
+  const PixelConverter* const converter = PixelTypeFactory::FindConverter(from, to);
+  ASSERT_NE(converter, nullptr);
+  const std::size_t sourceLine = converter->GetSourceLineSize(kWidth);
+  const std::size_t line = converter->GetDestinationLineSize(kWidth) + 64;
+  std::uint32_t lines = kBand;
+  while (!StreamsPay((sourceLine + line) * lines)) lines += kBand;
+  ASSERT_FALSE(StreamsPay((sourceLine + line) * kBand));
+
+  std::vector<unsigned char> source(sourceLine * lines);
+  std::minstd_rand random(1);
+  for (unsigned char& byte : source) byte = static_cast<unsigned char>(random());
+  std::vector<unsigned char> whole(line * lines, 1);
+  std::vector<unsigned char> inBands(line * lines, 1);
+  converter->Convert(filter, source.data(), kWidth, lines, whole.data(), kWidth, lines, kWidth, lines, 0, 64, nullptr,
+                     nullptr);
+  for (std::uint32_t at = 0; at < lines; at += kBand) {
+    converter->Convert(filter, source.data() + at * sourceLine, kWidth, kBand, inBands.data() + at * line, kWidth,
+                       kBand, kWidth, kBand, 0, 64, nullptr, nullptr);
+  }
+  EXPECT_TRUE(whole == inBands);
+}
+
+TEST(Streams, StoreWhatTheCachesWouldHaveHeld) {
+  RGBFilter gains(8);
+  gains.SetMultipliers(1.6, 1.0, 1.09);
+  const std::size_t best = ActiveInstructionSet();
+  for (std::size_t set = 1; set < kInstructionSets; ++set) {
+    if (!HasInstructionSet(set)) continue;
+    SCOPED_TRACE(InstructionSetName(set));
+    ForceInstructionSet(set);
+    ExpectLikeInBands(0x10001, 0x420002, nullptr);  // gray, three bytes a pixel
+    ExpectLikeInBands(0x20010, 0x20007, nullptr);   // two lines a step, four bytes
+    ExpectLikeInBands(0x40001, 0x20001, &gains);    // words, looked up
+    ExpectLikeInBands(0x410003, 0x10003, nullptr);  // packed to gray words
+    ExpectLikeInBands(0x420002, 0x420006, &gains);
+    ExpectLikeInBands(0x410003, 0x10001, nullptr);  // a plane
+  }
+  ForceInstructionSet(best);
+}
+
+}  // namespace
+}  // namespace LmImagingLib
