@@ -1,28 +1,4 @@
 // BGR32: the bytes blue, green, red, 0.
-#include "simd/loops.h"
+#include "convert/writers/interleaved.h"
 
-namespace LmImagingLib::LM_ISA {
-namespace {
-
-struct Writer {
-  static constexpr std::size_t kBytes = 4;
-
-  static void Pixel(Rgb pixel, std::uint8_t* to) {
-    to[0] = pixel.b;
-    to[1] = pixel.g;
-    to[2] = pixel.r;
-    to[3] = 0;
-  }
-
-#if LM_LANES
-  template <class To>
-  static void Block(const RgbLanes& in, To to) {
-    StoreInterleaved(in.b, in.g, in.r, U8{}, to);
-  }
-#endif
-};
-
-}  // namespace
-}  // namespace LmImagingLib::LM_ISA
-
-LM_EXPORT_WRITER(StoreBGR32, Writer)
+LM_EXPORT_WRITER(StoreBGR32, Interleaved<First::kBlue, 4>)
