@@ -69,10 +69,20 @@ inline U8 Pinned(U8 v) {
   return v;
 }
 
-/// Copies `count` bytes, and touches no other.
-inline void CopyPart(const std::uint8_t* from, std::size_t count, std::uint8_t* to) {
-  for (; count > kLanes; count -= kLanes, from += kLanes, to += kLanes) Store(Load(from), to);
-  StorePart(LoadPart(from, count), to, count);
+/// Where to store the first `bytes` bytes, and no others.
+struct Part {
+  std::uint8_t* at;
+  std::size_t bytes;
+
+  Part operator+(std::size_t count) const { return {at + count, bytes - (count < bytes ? count : bytes)}; }
+};
+
+inline void Store(U8 v, Part to) {
+  if (to.bytes >= kLanes) {
+    Store(v, to.at);
+  } else if (to.bytes != 0) {
+    StorePart(v, to.at, to.bytes);
+  }
 }
 
 template <class Index, std::size_t kStep, std::size_t... kLane>

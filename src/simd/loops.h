@@ -205,10 +205,8 @@ void StoreBlocks(const Channels& caller, std::size_t count, To to, const Change 
   if (i < count) {
     // Channels may lie in the source, and either line may end here.
     const std::size_t rest = count - i;
-    std::uint8_t block[kLanes * Writer::kBytes];
     Writer::Block(change({LoadPart(in.red + i, rest), LoadPart(in.green + i, rest), LoadPart(in.blue + i, rest)}),
-                  &block[0]);
-    CopyPart(block, rest * Writer::kBytes, Address(to));
+                  Part{Address(to), rest * Writer::kBytes});
   }
 }
 
