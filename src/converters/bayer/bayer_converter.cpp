@@ -149,8 +149,8 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
   const std::size_t interiorEnd = (pixels - 2) / 2 * 2 + 1;
   const Color left = ColorOf(mSource, CellsAt(*context, source, 0));
   // One column of an even line, two of an odd one.
-  const Color right[] = {ColorOf(mSource, CellsAt(*context, source, interiorEnd - 1)),
-                         ColorOf(mSource, CellsAt(*context, source, pixels - 2))};
+  const Color last = ColorOf(mSource, CellsAt(*context, source, pixels - 2));
+  const Color right[] = {pixels % 2 == 0 ? last : ColorOf(mSource, CellsAt(*context, source, pixels - 3)), last};
   StoreKernel* const store = mWriter.store.Active();
   Strip strip;
   NarrowRows narrow;
