@@ -10,4 +10,8 @@ namespace LmTool {
 /// `BMPSaver` leaves the padding to its caller and cannot tell a failed write.
 Bytes EncodeBmp(const Picture& picture);
 
+/// The picture in a Windows bitmap file of 24 or 32 bits a pixel, bottom up or top down.
+/// @throws std::runtime_error that says what the file lacks
+Picture DecodeBmp(const Bytes& file);
+
 }  // namespace LmTool

@@ -8,6 +8,7 @@ namespace LmTool {
 /// A fault the user can mend. The message names the argument, its value and what is allowed.
 class ToolError : public std::runtime_error {
  public:
+  using std::runtime_error::runtime_error;
   ToolError(const std::string& argument, const std::string& message) : std::runtime_error(argument + ": " + message) {}
 };
 

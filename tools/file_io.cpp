@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
-#include <memory>
 #include <random>
 #include <utility>
 
@@ -16,10 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
+constexpr std::size_t kBlock = std::size_t{1} << 16;
+constexpr std::size_t kSeekStep = std::size_t{1} << 30;  // a `long` may have 32 bits
 
 [[noreturn]] void Fail(const std::string& argument, const char* verb, const fs::path& path, const std::string& reason) {
   throw ToolError(argument, std::string("cannot ") + verb + " '" + path.string() + "': " + reason);
@@ -27,66 +23,86 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
 
 std::string LastError() { return std::strerror(errno); }
 
-void WriteAndClose(const std::string& argument, const fs::path& path, File file, const Bytes& bytes) {
-  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
-  const std::string reason = LastError();
-  if (std::fclose(file.release()) != 0) Fail(argument, "write", path, LastError());
-  if (!written) Fail(argument, "write", path, reason);
-}
-
-// Removes the temporary file unless it has been given its final name.
-struct TemporaryFile {
-  fs::path path;
-  bool renamed = false;
-
-  explicit TemporaryFile(const fs::path& target) : path(target) {
-    path += ".tmp" + std::to_string(std::random_device()());
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() {
-    std::error_code ignored;
-    if (!renamed) fs::remove(path, ignored);
-  }
-};
-
 }  // namespace
 
-FileContent ReadFile(const std::string& argument, const fs::path& path, std::size_t limit) {
+FileReader::FileReader(std::string argument, fs::path path) : mArgument(std::move(argument)), mPath(std::move(path)) {
   std::error_code ignored;
-  if (fs::is_directory(path, ignored)) Fail(argument, "read", path, "it is a directory");
-  const File file(std::fopen(path.string().c_str(), "rb"));
-  if (file == nullptr) Fail(argument, "read", path, LastError());
-  const bool regular = fs::is_regular_file(path, ignored);
-  const std::size_t fileSize = regular ? static_cast<std::size_t>(fs::file_size(path)) : 0;
+  if (fs::is_directory(mPath, ignored)) Fail(mArgument, "read", mPath, "it is a directory");
+  mFile.reset(std::fopen(mPath.string().c_str(), "rb"));
+  if (mFile == nullptr) Fail(mArgument, "read", mPath, LastError());
+  if (fs::is_regular_file(mPath, ignored)) mSize = static_cast<std::size_t>(fs::file_size(mPath));
+}
 
-  FileContent content{Bytes(regular ? std::min(fileSize, limit) : limit), fileSize};
-  const std::size_t count = std::fread(content.bytes.data(), 1, content.bytes.size(), file.get());
-  if (std::ferror(file.get()) != 0) Fail(argument, "read", path, LastError());
-  content.bytes.resize(count);
-  if (!regular) content.fileSize = count;
-  return content;
+std::size_t FileReader::Read(std::uint8_t* to, std::size_t count) {
+  const std::size_t done = std::fread(to, 1, count, mFile.get());
+  if (std::ferror(mFile.get()) != 0) Fail(mArgument, "read", mPath, LastError());
+  return done;
+}
+
+Bytes FileReader::ReadUpTo(std::size_t limit) {
+  Bytes bytes;
+  for (std::size_t end = 0; end < limit;) {  // in growing steps: nobody knows how much a pipe holds
+    const std::size_t wanted = std::min(limit - end, std::max(mSize.value_or(0) + 1, std::max(kBlock, end)));
+    bytes.resize(end + wanted);
+    const std::size_t count = Read(bytes.data() + end, wanted);
+    end += count;
+    bytes.resize(end);
+    if (count < wanted) break;
+  }
+  return bytes;
+}
+
+void FileReader::Skip(std::size_t count) {
+  Bytes block(mSize ? 0 : std::min(count, kBlock));
+  while (count != 0) {
+    const std::size_t part = std::min(count, mSize ? kSeekStep : kBlock);
+    const bool done =
+        mSize ? std::fseek(mFile.get(), static_cast<long>(part), SEEK_CUR) == 0 : Read(block.data(), part) == part;
+    if (!done) return;  // the next read finds the end
+    count -= part;
+  }
+}
+
+FileWriter::FileWriter(std::string argument, fs::path path) : mArgument(std::move(argument)), mPath(std::move(path)) {
+  std::error_code ignored;
+  if (fs::is_directory(mPath, ignored)) Fail(mArgument, "write", mPath, "it is a directory");
+  if (fs::exists(mPath, ignored) && !fs::is_regular_file(mPath, ignored)) {  // a device or a pipe keeps its name
+    mFile.reset(std::fopen(mPath.string().c_str(), "wb"));
+  } else {
+    mTarget = fs::is_symlink(mPath, ignored) ? fs::weakly_canonical(mPath) : mPath;
+    mTemporary = mTarget;
+    mTemporary += ".tmp" + std::to_string(std::random_device()());
+    mFile.reset(std::fopen(mTemporary.string().c_str(), "wbx"));
+    if (mFile == nullptr) mTemporary.clear();
+  }
+  if (mFile == nullptr) Fail(mArgument, "write", mPath, LastError());
+}
+
+FileWriter::~FileWriter() {
+  mFile.reset();
+  std::error_code ignored;
+  if (!mTemporary.empty()) fs::remove(mTemporary, ignored);
+}
+
+void FileWriter::Write(const Bytes& bytes) {
+  if (std::fwrite(bytes.data(), 1, bytes.size(), mFile.get()) != bytes.size()) {
+    Fail(mArgument, "write", mPath, LastError());
+  }
+}
+
+void FileWriter::Commit() {
+  if (std::fclose(mFile.release()) != 0) Fail(mArgument, "write", mPath, LastError());
+  if (mTemporary.empty()) return;
+  std::error_code error;
+  fs::rename(mTemporary, mTarget, error);
+  if (error) Fail(mArgument, "write", mPath, error.message());
+  mTemporary.clear();
 }
 
 void WriteFile(const std::string& argument, const fs::path& path, const Bytes& bytes) {
-  std::error_code ignored;
-  if (fs::is_directory(path, ignored)) Fail(argument, "write", path, "it is a directory");
-  if (fs::exists(path, ignored) && !fs::is_regular_file(path, ignored)) {  // a device or a pipe keeps its name
-    File file(std::fopen(path.string().c_str(), "wb"));
-    if (file == nullptr) Fail(argument, "write", path, LastError());
-    WriteAndClose(argument, path, std::move(file), bytes);
-    return;
-  }
-
-  const fs::path target = fs::is_symlink(path, ignored) ? fs::weakly_canonical(path) : path;
-  TemporaryFile temporary(target);
-  File file(std::fopen(temporary.path.string().c_str(), "wbx"));
-  if (file == nullptr) Fail(argument, "write", path, LastError());
-  WriteAndClose(argument, path, std::move(file), bytes);
-  std::error_code error;
-  fs::rename(temporary.path, target, error);
-  if (error) Fail(argument, "write", path, error.message());
-  temporary.renamed = true;
+  FileWriter writer(argument, path);
+  writer.Write(bytes);
+  writer.Commit();
 }
 
 }  // namespace LmTool

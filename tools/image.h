@@ -18,10 +18,25 @@ struct ImageSize {
   std::string Text() const { return std::to_string(width) + "x" + std::to_string(height); }
 };
 
-/// A picture for people: the bytes blue, green, red of each pixel, rows without padding.
+inline constexpr std::size_t kMostLines = 65535;  ///< pixels of a width or a height
+/// Of an image. The library counts bytes in 32 bits; at 8 bytes a pixel this stays below.
+inline constexpr std::size_t kMostPixels = std::size_t{1} << 28;
+
+/// Whether an image of that size is small enough, and not empty.
+inline bool IsAllowed(const ImageSize& size) {
+  return size.width - 1 < kMostLines && size.height - 1 < kMostLines && size.Pixels() <= kMostPixels;
+}
+
+/// What `IsAllowed` allows, told to a person.
+inline std::string AllowedSizes() {
+  return "each 1 to " + std::to_string(kMostLines) + ", at most " + std::to_string(kMostPixels) + " pixels";
+}
+
+/// A picture for people: rows without padding.
 struct Picture {
   ImageSize size;
-  Bytes bgr;
+  bool gray;
+  Bytes pixels;  ///< the bytes blue, green, red of each pixel, or one byte if it is gray
 };
 
 }  // namespace LmTool

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <stdexcept>
 
 #include "commands/commands.h"
@@ -12,18 +13,23 @@ int Run(int argc, char** argv) {
   CLI::App app{
       "Turns raw frames of machine-vision cameras into pictures.\n\n"
       "  lmimaging types                      lists the pixel types it knows\n"
-      "  lmimaging synth frame.raw --type BayerRGB10 --size 640x480\n"
-      "  lmimaging convert frame.raw picture.bmp --from BayerRGB10 --size 640x480 --demosaic bilinear\n",
+      "  lmimaging info BayerRG12p            draws how its pixels lie in memory\n"
+      "  lmimaging synth frame.raw --type BayerRG10 --size 640x480\n"
+      "  lmimaging convert frame.raw picture.png --from BayerRG10 --size 640x480 --demosaic bilinear\n",
       "lmimaging"};
   app.set_version_flag("--version", "lmimaging " LM_VERSION);
   app.require_subcommand(0, 1);  // none is told below, by the help
-  app.footer("`lmimaging COMMAND --help` tells what a command takes.");
   LmTool::AddTypesCommand(app);
+  LmTool::AddInfoCommand(app);
   LmTool::AddConvertersCommand(app);
   LmTool::AddConvertCommand(app);
   LmTool::AddSynthCommand(app);
   LmTool::AddGalleryCommand(app);
   LmTool::AddBenchCommand(app);
+  LmTool::AddCompletionCommand(app);
+  LmTool::AddManualCommand(app);
+  app.footer(
+      "`lmimaging COMMAND --help` tells what a command takes.");  // behind the commands, which would take it over
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -42,6 +48,9 @@ int Run(int argc, char** argv) {
 int main(int argc, char** argv) {
   try {
     return Run(argc, argv);
+  } catch (const std::bad_alloc&) {
+    std::fputs("lmimaging: there is not enough memory\n", stderr);
+    return 1;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "lmimaging: %s\n", error.what());
     return 1;

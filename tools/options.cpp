@@ -2,23 +2,18 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <iterator>
 #include <vector>
 
 #include "LmImagingLib/PixelConverter.h"
 #include "error.h"
-#include "pixel_type_names.h"
+#include "numbers.h"
 
 namespace LmTool {
 
 namespace {
 
 namespace Flags = LmImagingLib::ConversionFlags;
-
-constexpr std::size_t kMostLines = 65535;
-// The library counts bytes in 32 bits; at 8 bytes a pixel and with padding behind each line this stays below.
-constexpr std::size_t kMostPixels = std::size_t{1} << 28;
 
 // A word that an option takes, and the conversion flags it stands for.
 struct Choice {
@@ -30,67 +25,84 @@ constexpr Choice kBayerLayouts[] = {
 constexpr Choice kFieldOrders[] = {{"top", Flags::kNone}, {"bottom", Flags::kFieldOrder}};
 constexpr Choice kDemosaics[] = {{"block", Flags::kNone}, {"bilinear", Flags::kBilinear}};
 
-// Parses a whole text as one number.
-template <class Number>
-bool ParseNumber(const std::string& text, Number& value) {
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
-  return error == std::errc() && stop == end;
-}
-
-std::vector<std::string> Split(const std::string& text, char separator) {
-  std::vector<std::string> parts;
-  std::size_t begin = 0;
-  for (std::size_t end; (end = text.find(separator, begin)) != std::string::npos; begin = end + 1) {
-    parts.push_back(text.substr(begin, end - begin));
-  }
-  parts.push_back(text.substr(begin));
-  return parts;
+template <std::size_t kCount>
+std::string WordsOf(const Choice (&choices)[kCount]) {
+  std::string words;
+  for (const Choice& choice : choices) words += (words.empty() ? "" : "|") + std::string(choice.word);
+  return words;
 }
 
 template <std::size_t kCount>
-CLI::Option* AddChoiceOption(CLI::App& command, const std::string& name, const Choice (&choices)[kCount],
-                             unsigned long& flags, const std::string& description) {
-  std::string words;
-  for (const Choice& choice : choices) words += (words.empty() ? "" : "|") + std::string(choice.word);
-  const auto parse = [name, &choices, &flags, words](const std::string& text) {
-    const auto* const choice =
-        std::find_if(std::begin(choices), std::end(choices), [&](const Choice& entry) { return text == entry.word; });
-    if (choice == std::end(choices)) throw ToolError(name, "'" + text + "' is unknown; allowed: " + words);
-    flags |= choice->flag;
+const Choice& FindChoice(const std::string& name, const Choice (&choices)[kCount], const std::string& text) {
+  const auto* const choice =
+      std::find_if(std::begin(choices), std::end(choices), [&](const Choice& entry) { return text == entry.word; });
+  if (choice == std::end(choices)) {
+    throw ToolError(name, "'" + text + "' is unknown; allowed: " + WordsOf(choices));
+  }
+  return *choice;
+}
+
+template <std::size_t kCount>
+void AddChoiceOption(CLI::App& command, const std::string& name, const Choice (&choices)[kCount], unsigned long& flags,
+                     const std::string& description) {
+  const auto parse = [name, &choices, &flags](const std::string& text) {
+    flags |= FindChoice(name, choices, text).flag;
   };
-  return command.add_option_function<std::string>(name, parse, description)->type_name(words);
+  command.add_option_function<std::string>(name, parse, description)->type_name(WordsOf(choices));
+}
+
+const char* WordOf(unsigned long layout) {
+  return std::find_if(std::begin(kBayerLayouts), std::end(kBayerLayouts),
+                      [=](const Choice& choice) { return choice.flag == layout; })
+      ->word;
 }
 
 }  // namespace
 
+void MosaicLayout::Set(const std::string& argument, const std::string& says, unsigned long flag) {
+  if (mFlag != 0 && mFlag != flag) {
+    throw ToolError(argument, "'" + says + "' is a mosaic that begins " + WordOf(flag) + ", but " + mArgument + " '" +
+                                  mSays + "' says that it begins " + WordOf(mFlag) +
+                                  "; allowed: the same layout in both");
+  }
+  mFlag = flag;
+  mArgument = argument;
+  mSays = says;
+}
+
 CLI::Option* AddTypeOption(CLI::App& command, const std::string& name, LmImagingLib::PixelTypeID& value,
-                           const std::string& description) {
-  const auto parse = [name, &value](const std::string& text) { value = ParsePixelType(name, text); };
+                           MosaicLayout* mosaic, const std::string& description) {
+  const auto parse = [name, &value, mosaic](const std::string& text) {
+    const NamedType type = FindNamedType(name, text);
+    value = type.id;
+    if (mosaic != nullptr && type.mosaic != 0) mosaic->Set(name, text, type.mosaic);
+  };
   return command.add_option_function<std::string>(name, parse, description)->type_name("TYPE");
 }
 
-CLI::Option* AddSizeOption(CLI::App& command, ImageSize& size) {
+CLI::Option* AddSizeOption(CLI::App& command, ImageSize& size, const std::string& description) {
   const auto parse = [&size](const std::string& text) {
     const std::vector<std::string> parts = Split(text, 'x');
-    const auto valid = [](std::size_t value) { return value >= 1 && value <= kMostLines; };
     if (parts.size() != 2 || !ParseNumber(parts[0], size.width) || !ParseNumber(parts[1], size.height) ||
-        !valid(size.width) || !valid(size.height) || size.Pixels() > kMostPixels) {
-      throw ToolError("--size", "'" + text + "' is no image size; allowed: WIDTHxHEIGHT such as 1920x1080, each 1 to " +
-                                    std::to_string(kMostLines) + ", at most " + std::to_string(kMostPixels) +
-                                    " pixels");
+        !IsAllowed(size)) {
+      throw ToolError("--size",
+                      "'" + text + "' is no image size; allowed: WIDTHxHEIGHT such as 1920x1080, " + AllowedSizes());
     }
   };
-  return command.add_option_function<std::string>("--size", parse, "Width and height of the image in pixels")
-      ->type_name("WxH")
-      ->required();
+  return command.add_option_function<std::string>("--size", parse, description)->type_name("WxH");
 }
 
-void AddLayoutOptions(CLI::App& command, unsigned long& flags) {
-  AddChoiceOption(command, "--bayer", kBayerLayouts, flags,
-                  "Bayer types: colours of the first two pixels of the top row (default: GR)");
+void AddLayoutOptions(CLI::App& command, MosaicLayout& mosaic, unsigned long& flags) {
+  const auto setLayout = [&mosaic](const std::string& text) {
+    mosaic.Set("--bayer", text, FindChoice("--bayer", kBayerLayouts, text).flag);
+  };
+  command
+      .add_option_function<std::string>("--bayer", setLayout,
+                                        "Bayer types: colours of the first two pixels of the top row (default: what a "
+                                        "PFNC name tells, else GR)")
+      ->type_name(WordsOf(kBayerLayouts));
   AddChoiceOption(command, "--field-order", kFieldOrders, flags,
-                  "Interlaced types: which field the first half of the file holds; the top field has the top line "
+                  "Interlaced types: which field the first half of the frame holds; the top field has the top line "
                   "(default: top)");
 }
 

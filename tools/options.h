@@ -2,21 +2,39 @@
 
 #include <CLI/CLI.hpp>
 #include <string>
+#include <vector>
 
 #include "LmImagingLib/PixelTypeID.h"
 #include "image.h"
+#include "named_type.h"
 
 namespace LmTool {
 
+/// What pixel types' names and `--bayer` say about the layout of a mosaic. They must agree.
+class MosaicLayout {
+ public:
+  /// @param says  which argument tells the layout, with its value
+  /// @throws ToolError naming both arguments if another one told another layout
+  void Set(const std::string& argument, const std::string& says, unsigned long flag);
+
+  /// The bit of `ConversionFlags`; 0 if nobody told, which means GR.
+  unsigned long Flag() const { return mFlag; }
+
+ private:
+  unsigned long mFlag = 0;
+  std::string mArgument, mSays;
+};
+
 /// Adds an option whose value names a pixel type.
+/// @param mosaic  learns the layout of a mosaic if the name tells it; null where no mosaic is read
 CLI::Option* AddTypeOption(CLI::App& command, const std::string& name, LmImagingLib::PixelTypeID& value,
-                           const std::string& description);
+                           MosaicLayout* mosaic, const std::string& description);
 
-/// Adds the required `--size WIDTHxHEIGHT`.
-CLI::Option* AddSizeOption(CLI::App& command, ImageSize& size);
+/// Adds `--size WIDTHxHEIGHT`.
+CLI::Option* AddSizeOption(CLI::App& command, ImageSize& size, const std::string& description);
 
-/// Adds `--bayer` and `--field-order`, which set bits of the conversion flags.
-void AddLayoutOptions(CLI::App& command, unsigned long& flags);
+/// Adds `--bayer` and `--field-order`, which sets bits of the conversion flags.
+void AddLayoutOptions(CLI::App& command, MosaicLayout& mosaic, unsigned long& flags);
 
 /// Adds `--demosaic`, which sets a bit of the conversion flags.
 void AddDemosaicOption(CLI::App& command, unsigned long& flags);

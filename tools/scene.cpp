@@ -125,14 +125,14 @@ std::uint16_t GrayOf(const Color16& color) {
 }
 
 Picture ScenePicture(const ImageSize& size, bool gray) {
-  Picture picture{size, {}};
-  picture.bgr.reserve(size.Pixels() * 3);
+  Picture picture{size, false, {}};
+  picture.pixels.reserve(size.Pixels() * 3);
   for (std::size_t y = 0; y < size.height; ++y) {
     for (std::size_t x = 0; x < size.width; ++x) {
       const Color16 color = SceneColor(size, x, y);
       const std::uint16_t luminance = GrayOf(color);
       for (const std::uint16_t channel : {color.blue, color.green, color.red}) {
-        picture.bgr.push_back(Top8(gray ? luminance : channel));
+        picture.pixels.push_back(Top8(gray ? luminance : channel));
       }
     }
   }

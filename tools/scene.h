@@ -19,7 +19,7 @@ Color16 SceneColor(const ImageSize& size, std::size_t x, std::size_t y);
 /// The luminance of a colour, as gray types hold it.
 std::uint16_t GrayOf(const Color16& color);
 
-/// The scene in colour, or in gray, at 8 bits a channel.
+/// The scene in colours, or in grays, at 8 bits a channel.
 Picture ScenePicture(const ImageSize& size, bool gray);
 
 }  // namespace LmTool

@@ -50,6 +50,32 @@ const BadCommand kBadCommands[] = {
     {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --gain=-1,1,1", {"--gain", "'-1,1,1'"}},
     {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --offset 0,0,256", {"--offset", "255"}},
 
+    {"convert frame.raw a.bmp b.bmp --from BayerRGB10 --size 640x480", {"DESTINATION", "'b.bmp'", "--output DIR"}},
+    {"convert frame.raw out.bmp --as png --from BayerRGB10 --size 640x480", {"--as", "--output"}},
+    {"convert frame.raw --output . --as gif --from BayerRGB10 --size 640x480", {"--as", "'gif'", "png|bmp|raw"}},
+    {"convert frame.raw --output . --as raw --to RGB8 --from BayerRGB10 --size 640x480", {"--output", "'frame.raw'"}},
+    {"convert frame.raw ./frame.raw --output out --from BayerRGB10 --size 640x480", {"'out/frame.png'"}},
+    {"convert frame.raw --output frame.raw/x --from BayerRGB10 --size 640x480", {"--output", "frame.raw/x"}},
+    {"convert picture.png out.bmp --size 4x4", {"--size", "'picture.png'"}},
+    {"convert picture.png out.raw", {"--to", "missing"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x160", {"SOURCE", "3 frames", "--frames"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x160 --frames 3", {"--frames", "'3'", "0 to 2"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x160 --frames 2-1", {"--frames", "'2-1'", "all"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x470 --frames all", {"SOURCE", "1 and 12800 bytes"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --line-size 1279", {"--line-size", "'1279'", "1280"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --line-size 0", {"--line-size", "'0'", "1048576"}},
+    {"convert frame.raw out.bmp --from BayerRGB10 --size 640x480 --line-size 1281", {"614400", "lines of 1281"}},
+    {"convert tiny.raw out.bmp --from BayerRGB10 --size 1x1", {"SOURCE", "'tiny.raw'", "2 x 2"}},
+
+    {"convert frame.raw out.bmp --from BayerRG10 --bayer GB --size 640x480", {"--bayer", "'GB'", "'BayerRG10'"}},
+    {"convert frame.raw out.raw --from BayerRG10 --to BayerGR8 --size 640x480", {"'BayerRG10'", "'BayerGR8'"}},
+    {"convert frame.raw out.bmp --from Mono10p --size 640x480", {"--from", "'Mono10p'", "packing"}},
+    {"convert frame.raw out.bmp --from RGB10p32 --size 640x480", {"--from", "red", "blue", "BGR10V2Packed"}},
+    {"convert frame.raw out.bmp --from 0x0220001C --size 640x480", {"--from", "'0x0220001C'", "red"}},
+    {"convert frame.raw out.bmp --from RGB16 --size 640x480", {"--from", "'RGB16'", "0x20001", "0x20004"}},
+    {"synth out.raw --size 4x4", {"--type", ".png"}},
+    {"info Bayer", {"TYPE", "'Bayer'"}},
+
     {"convert frame.raw no/such/out.bmp --from BayerRGB10 --size 640x480", {"DESTINATION", "'no/such/out.bmp'"}},
     {"convert frame.raw . --from BayerRGB10 --to 0x420006 --size 640x480", {"DESTINATION", "directory"}},
     {"convert frame.raw /dev/full --from BayerRGB10 --to 0x420006 --size 640x480", {"DESTINATION", "/dev/full"}},
@@ -63,6 +89,7 @@ TEST_F(Errors, AreToldAndLeaveNoFile) {
   const std::vector<std::string> before = [&] {
     Write("frame.raw", Bytes(640 * 480 * 2));
     Write("empty.raw", {});
+    Write("tiny.raw", {0, 0});
     return Files();
   }();
   for (const BadCommand& command : kBadCommands) {

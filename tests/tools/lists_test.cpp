@@ -82,6 +82,39 @@ TEST_F(Lists, TypesTellWhereEachBitLies) {
   EXPECT_EQ(byHex["0x2010001"]["readout"], json({0, 7, 1, 6, 2, 5, 3, 4}));
 }
 
+TEST_F(Lists, InfoDrawsMemoryAndNamesWhatATypeReaches) {
+  const std::string text = Run("info BayerRG12Packed").output;
+  for (const char* const part : {"0x20040 (131136)", "BayerRGB12_Packed_GEV", "BayerRG12Packed (0x010C002B)",
+                                 "        +-------------------------------+\n"
+                                 "byte 0  |            p0 11-4            |\n"
+                                 "        +---------------+---------------+\n"
+                                 "byte 1  |    p1 3-0     |    p0 3-0     |\n"
+                                 "        +---------------+---------------+\n"
+                                 "byte 2  |            p1 11-4            |\n"
+                                 "        +-------------------------------+\n",
+                                 "Converts to\n  0x20001 ", "Is converted from\n  0x20040 "}) {
+    EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
+  }
+  EXPECT_NE(Run("info 0x2010001").output.find("in the order 0 7 1 6 2 5 3 4."), std::string::npos);
+
+  const json types = json::parse(Run("types --json").output);
+  const json pairs = json::parse(Run("converters --json").output);
+  for (const char* const name : {"0x10005", "0x420006", "BayerRG8", "YUV422_8", "RGB8_Planar", "0x20002"}) {
+    json info = json::parse(Run(std::string("info --json ") + name).output);
+    std::set<int> destinations, sources;
+    for (const json& pair : pairs) {
+      if (pair["from"]["id"] == info["id"]) destinations.insert(pair["to"]["id"].get<int>());
+      if (pair["to"]["id"] == info["id"]) sources.insert(pair["from"]["id"].get<int>());
+    }
+    EXPECT_EQ(info["destinations"], json(destinations)) << name;
+    EXPECT_EQ(info["sources"], json(sources)) << name;
+    info.erase("destinations");
+    info.erase("sources");
+    EXPECT_EQ(std::count(types.begin(), types.end(), info), 1) << name;
+    EXPECT_FALSE(info["pfnc"].empty()) << name;
+  }
+}
+
 TEST_F(Lists, ConvertersAreFilteredBySourceAndDestination) {
   const auto count = [&](const std::string& filter) {
     return json::parse(Run("converters --json" + filter).output).size();
@@ -99,8 +132,8 @@ TEST_F(Lists, ClassesOfVariantsOnlyNameTheFirstVariant) {
 }
 
 TEST_F(Lists, HelpAndVersionSucceed) {
-  for (const std::string arguments :
-       {"--help", "--version", "convert --help", "synth --help", "gallery --help", "bench --help"}) {
+  for (const std::string arguments : {"--help", "--version", "convert --help", "synth --help", "gallery --help",
+                                      "bench --help", "info --help", "completion --help", "manual --help"}) {
     const ToolResult result = Run(arguments);
     EXPECT_EQ(result.exitCode, 0) << arguments;
     EXPECT_NE(result.output, "") << arguments;

@@ -114,8 +114,10 @@ TEST_F(RoundTrip, OddSizesKeepAllWholeGroups) {
 }
 
 TEST_F(RoundTrip, SmallestImagesConvert) {
-  for (const Size& size : {Size{1, 1}, Size{3, 2}}) {
-    for (const std::string& type : Types()) Picture(type, size, "", "bilinear");
+  for (const std::string& type : Types()) {
+    const bool mosaic = KindOf(std::stol(type, nullptr, 16)).psnr == 18;  // takes two lines of two pixels
+    Picture(type, mosaic ? Size{2, 2} : Size{1, 1}, "", "bilinear");
+    Picture(type, {3, 2}, "", "bilinear");
   }
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -44,20 +45,25 @@ class ToolTest : public ::testing::Test {
     EXPECT_EQ(result.output, "") << arguments;
   }
 
+  std::filesystem::path Path(const std::string& name) const { return mDirectory / name; }
+
   Bytes Read(const std::string& name) const {
-    std::ifstream file(mDirectory / name, std::ios::binary);
+    std::ifstream file(Path(name), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
 
   void Write(const std::string& name, const Bytes& bytes) const {
-    std::ofstream(mDirectory / name, std::ios::binary)
+    std::ofstream(Path(name), std::ios::binary)
         .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
   }
 
-  // The names of all files in the directory.
-  std::vector<std::string> Files() const {
+  // The names of all files in the directory, or one in it, in their order.
+  std::vector<std::string> Files(const std::string& name = ".") const {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(mDirectory)) names.push_back(entry.path().filename());
+    for (const auto& entry : std::filesystem::directory_iterator(Path(name))) {
+      names.push_back(entry.path().filename());
+    }
+    std::sort(names.begin(), names.end());
     return names;
   }
 

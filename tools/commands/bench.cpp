@@ -123,7 +123,7 @@ void Run(const ImageSize& size) {
 void AddBenchCommand(CLI::App& app) {
   CLI::App* const command = app.add_subcommand("bench", "Measure conversions on this machine, for a few seconds");
   const auto size = std::make_shared<ImageSize>(ImageSize{1920, 1080});
-  AddSizeOption(*command, *size)->required(false)->description("Width and height in pixels (default: 1920x1080)");
+  AddSizeOption(*command, *size, "Width and height in pixels (default: 1920x1080)");
   command->callback([size] { Run(*size); });
 }
 

@@ -1,23 +1,21 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <optional>
+#include <set>
+#include <stdexcept>
 #include <tuple>
 #include <vector>
 
-#include "LmImagingLib/PixelType.h"
-#include "LmImagingLib/PixelTypeFactory.h"
-#include "bmp.h"
+#include "LmImagingLib/Image.h"
 #include "commands/commands.h"
-#include "conversion.h"
+#include "convert_files.h"
 #include "error.h"
-#include "file_io.h"
-#include "frame.h"
+#include "numbers.h"
 #include "options.h"
+#include "picture_file.h"
 #include "pixel_type_names.h"
 
 namespace LmTool {
@@ -26,68 +24,28 @@ using namespace LmImagingLib;
 
 namespace {
 
+namespace fs = std::filesystem;
+
 struct Options {
-  std::string source, destination;
+  std::vector<std::string> files;
+  std::string directory;
+  std::string ending = "png";
   PixelTypeID from = 0;
   PixelTypeID to = 0;
-  CLI::Option* toOption = nullptr;
   ImageSize size;
+  std::size_t lineSize = 0;
+  std::optional<FrameRange> frames;
+  MosaicLayout mosaic;
   unsigned long flags = 0;
   Triple gain{1, 1, 1};
   Triple offset{0, 0, 0};
+  CLI::App* command = nullptr;
+
+  bool Given(const char* option) const { return command->count(option) != 0; }
 };
 
-constexpr PixelTypeID kDefaultPicture = 0x420006;
-
-// Sizes that sensors and cameras commonly have.
-constexpr ImageSize kCommonSizes[] = {
-    {320, 240},   {640, 480},   {656, 492},   {752, 480},   {800, 600},   {1024, 768},  {1280, 720},
-    {1280, 800},  {1280, 960},  {1280, 1024}, {1392, 1040}, {1440, 1080}, {1600, 1200}, {1624, 1234},
-    {1920, 1080}, {1920, 1200}, {2048, 1088}, {2048, 1536}, {2048, 2048}, {2448, 2048}, {2592, 1944},
-    {3072, 2048}, {3840, 2160}, {4096, 2160}, {4096, 3000}, {4112, 3008}, {5120, 5120}, {5472, 3648}};
-
-std::string Reached(const PixelTypeID& from) {
-  std::string list;
-  PixelTypeID to = 0;
-  for (unsigned long i = 0; PixelTypeFactory::EnumConverterTo(i, from, to); ++i) {
-    list += (i == 0 ? "" : ", ") + Label(to);
-  }
-  return list;
-}
-
-// The sizes of a frame of `bytes` bytes, as far as they suggest themselves: the width asked for with another height,
-// and common ones. "640x1920 or 1280x960"; empty if there is none.
-std::string FittingSizes(const PixelTypeID& type, std::size_t width, std::size_t bytes) {
-  std::vector<ImageSize> fitting;
-  const std::size_t lineBytes = SourceLayout(type, {width, 1}).Bytes();
-  if (lineBytes != 0 && bytes != 0 && bytes % lineBytes == 0) fitting.push_back({width, bytes / lineBytes});
-  std::copy_if(std::begin(kCommonSizes), std::end(kCommonSizes), std::back_inserter(fitting),
-               [&](const ImageSize& size) { return size.width != width && SourceLayout(type, size).Bytes() == bytes; });
-  std::string text;
-  for (const ImageSize& size : fitting) text += (text.empty() ? "" : " or ") + size.Text();
-  return text;
-}
-
-RawFrame ReadFrame(const Options& options) {
-  const std::size_t expected = SourceLayout(options.from, options.size).Bytes();
-  FileContent content = ReadFile("SOURCE", options.source, expected + 1);
-  if (content.fileSize != expected) {
-    const std::string fitting = FittingSizes(options.from, options.size.width, content.fileSize);
-    const std::string hint = fitting.empty() ? "" : "; the file would fit --size " + fitting;
-    throw ToolError("SOURCE", "'" + options.source + "' has " + std::to_string(content.fileSize) + " bytes, but a " +
-                                  options.size.Text() + " frame of " + Label(options.from) + " takes " +
-                                  std::to_string(expected) + hint);
-  }
-  content.bytes.resize(expected + kSlackBytes);
-  return {options.from, options.size, options.flags, std::move(content.bytes)};
-}
-
-bool IsBmp(const std::string& path) {
-  std::string ending = std::filesystem::path(path).extension().string();
-  std::transform(ending.begin(), ending.end(), ending.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return ending == ".bmp";
-}
+constexpr std::size_t kMostLineBytes = std::size_t{1} << 20;
+constexpr std::size_t kMostFrameBytes = std::size_t{1} << 32;
 
 // The tables that the conversion looks colours up in; conversions use 8 bits, whatever the source has.
 std::optional<RGBFilter> WhiteBalance(const Options& options) {
@@ -95,10 +53,13 @@ std::optional<RGBFilter> WhiteBalance(const Options& options) {
   const bool changes =
       gain.red != 1 || gain.green != 1 || gain.blue != 1 || offset.red != 0 || offset.green != 0 || offset.blue != 0;
   if (!changes) return std::nullopt;
-  const bool gray = (options.from & kColorSpaceMask) == kColorSpaceGrayscale;
-  if (gray || options.to == options.from || HasOneSample(options.to)) {
-    std::cerr << "lmimaging: note: --gain and --offset do nothing between " << Label(options.from) << " and "
-              << Label(options.to) << ", because only colours are balanced\n";
+  const auto isGray = [](const PixelTypeID& type) { return (type & kColorSpaceMask) == kColorSpaceGrayscale; };
+  const bool fromGray = options.Given("--from") && isGray(options.from);
+  const bool toSamples = options.Given("--to") && (options.to == options.from || HasOneSample(options.to));
+  if (fromGray || toSamples) {
+    std::cerr << "lmimaging: note: --gain and --offset do nothing "
+              << (fromGray ? "from " + Label(options.from) : "to " + Label(options.to))
+              << ", because only colours are balanced\n";
   }
   std::optional<RGBFilter> filter(8);
   filter->SetMultipliers(gain.red, gain.green, gain.blue, static_cast<unsigned short>(offset.red),
@@ -106,50 +67,214 @@ std::optional<RGBFilter> WhiteBalance(const Options& options) {
   return filter;
 }
 
-void Run(Options& options) {
-  const bool bmp = IsBmp(options.destination);
-  if (options.toOption->empty()) {
-    if (!bmp) throw ToolError("--to", "is missing; only a destination that ends in .bmp goes without it");
-    options.to = kDefaultPicture;
+// The sources with what each is to become.
+std::vector<FilePair> Pairs(const Options& options) {
+  const std::vector<std::string>& files = options.files;
+  if (!options.Given("--output")) {
+    if (options.Given("--as")) throw ToolError("--as", "goes with --output; without it DESTINATION's ending tells");
+    if (files.empty()) throw ToolError("SOURCE", "is missing; allowed: SOURCE DESTINATION, or SOURCE... --output DIR");
+    if (files.size() == 1) throw ToolError("DESTINATION", "is missing; name a file, or a directory by --output DIR");
+    if (files.size() > 2) {
+      throw ToolError("DESTINATION", "'" + files[2] +
+                                         "' is one file name too many; allowed: SOURCE DESTINATION, or "
+                                         "SOURCE... --output DIR");
+    }
+    return {{files[0], files[1]}};
   }
-  if (!PixelTypeFactory::HasConverter(options.from, options.to)) {
-    throw ToolError("--to", "there is no converter from " + Label(options.from) + " to " + Label(options.to) +
-                                "; allowed: " + Reached(options.from));
+  if (files.empty()) throw ToolError("SOURCE", "is missing; --output takes one file or more to read");
+  std::vector<FilePair> pairs;
+  std::set<fs::path> destinations;
+  for (const std::string& source : files) {
+    const fs::path destination =
+        fs::path(options.directory) / fs::path(source).filename().replace_extension(options.ending);
+    std::error_code ignored;
+    if (fs::equivalent(source, destination, ignored)) {
+      throw ToolError("--output", "'" + options.directory + "' is where '" + source +
+                                      "' lies, which would be replaced; "
+                                      "allowed: another directory, or another ending by --as");
+    }
+    if (!destinations.insert(destination).second) {
+      throw ToolError("SOURCE", "'" + source + "' and another source would both become '" + destination.string() +
+                                    "'; allowed: sources whose names differ before their ending");
+    }
+    pairs.push_back({source, destination});
   }
-  const RawFrame frame = ReadFrame(options);
+  return pairs;
+}
+
+void CheckOptions(const Options& options, const std::vector<FilePair>& pairs) {
+  const auto isPicture = [](const fs::path& path) { return PictureFormatOf(path).has_value(); };
+  const auto raw = std::find_if(pairs.begin(), pairs.end(), [&](const FilePair& p) { return !isPicture(p.source); });
+  if (raw == pairs.end()) {
+    for (const char* const option : {"--from", "--size", "--line-size", "--frames"}) {
+      if (options.Given(option)) {
+        throw ToolError(option, "is for raw frames; '" + pairs.front().source.string() +
+                                    "' is a picture, which tells "
+                                    "its type and size itself");
+      }
+    }
+  } else {
+    for (const char* const option : {"--from", "--size"}) {
+      if (!options.Given(option)) {
+        throw ToolError(option, "is missing; '" + raw->source.string() +
+                                    "' is a raw frame, for its name does not end "
+                                    "in .png or .bmp");
+      }
+    }
+  }
+  if (!options.Given("--to") && !isPicture(pairs.front().destination)) {
+    throw ToolError("--to", "is missing; only pictures, whose names end in .png or .bmp, go without it");
+  }
+  if (options.lineSize == 0) return;
+  if (!RequiredSize(options.from, options.size.width, options.size.height, options.lineSize)) {
+    throw ToolError("--line-size", "'" + std::to_string(options.lineSize) + "' is too small; a line of " +
+                                       std::to_string(options.size.width) + " pixels of " + Label(options.from) +
+                                       " takes " + std::to_string(*RequiredSize(options.from, options.size.width, 1)) +
+                                       " bytes");
+  }
+}
+
+void CheckFrameBytes(const RawFormat& format) {
+  if (format.lineSize != 0 && format.FrameBytes() > kMostFrameBytes) {
+    throw ToolError("--line-size", "'" + std::to_string(format.lineSize) + "' makes frames of " +
+                                       std::to_string(format.FrameBytes()) + " bytes; allowed: at most " +
+                                       std::to_string(kMostFrameBytes));
+  }
+}
+
+void MakeDirectory(const std::string& path) {
+  std::error_code error;
+  fs::create_directories(path, error);
+  if (error) throw ToolError("--output", "cannot make the directory '" + path + "': " + error.message());
+}
+
+void ConvertAll(const std::vector<FilePair>& pairs, const Conversion& conversion, Progress& progress) {
+  std::size_t failures = 0;
+  for (const FilePair& files : pairs) {
+    try {
+      ConvertFile(files, conversion, progress);
+    } catch (const ToolError& error) {
+      if (pairs.size() == 1) throw;
+      progress.Hide();
+      std::cerr << "lmimaging: " << error.what() << '\n';
+      ++failures;
+    }
+  }
+  if (failures != 0) {
+    throw std::runtime_error(std::to_string(failures) + " of " + std::to_string(pairs.size()) +
+                             " files could not be converted");
+  }
+}
+
+void Run(const Options& options) {
+  const std::vector<FilePair> pairs = Pairs(options);
+  CheckOptions(options, pairs);
   const std::optional<RGBFilter> filter = WhiteBalance(options);
-  const RGBFilter* const filterOrNull = filter ? &*filter : nullptr;
-  WriteFile("DESTINATION", options.destination,
-            bmp ? EncodeBmp(ConvertToPicture(frame, options.to, filterOrNull))
-                : ConvertFrame(frame, options.to, filterOrNull));
+  Conversion conversion{{options.from, options.size, options.flags | options.mosaic.Flag(), options.lineSize},
+                        options.frames,
+                        std::nullopt,
+                        filter ? &*filter : nullptr};
+  if (options.Given("--to")) conversion.to = options.to;
+  CheckFrameBytes(conversion.from);
+  if (options.Given("--output")) MakeDirectory(options.directory);
+
+  std::size_t frames = 0;
+  for (const FilePair& files : pairs) frames += CountFrames(files.source, conversion);
+  Progress progress(frames);
+  ConvertAll(pairs, conversion, progress);
+}
+
+void AddLineSizeOption(CLI::App& command, std::size_t& lineSize) {
+  const auto parse = [&lineSize](const std::string& text) {
+    if (!ParseNumber(text, lineSize) || lineSize == 0 || lineSize > kMostLineBytes) {
+      throw ToolError("--line-size",
+                      "'" + text + "' is no number of bytes; allowed: 1 to " + std::to_string(kMostLineBytes));
+    }
+  };
+  command
+      .add_option_function<std::string>("--line-size", parse,
+                                        "Bytes from the beginning of a raw frame's line to that of the next, where "
+                                        "lines are padded (default: no padding)")
+      ->type_name("BYTES");
+}
+
+void AddFramesOption(CLI::App& command, std::optional<FrameRange>& frames) {
+  const auto parse = [&frames](const std::string& text) {
+    frames.emplace();
+    if (text == "all") return;
+    const std::vector<std::string> parts = Split(text, '-');
+    const bool valid = parts.size() <= 2 && ParseNumber(parts.front(), frames->first) &&
+                       ParseNumber(parts.back(), frames->last) && frames->first <= frames->last &&
+                       frames->last < FrameRange::kEnd / kMostFrameBytes;
+    if (!valid) {
+      throw ToolError("--frames", "'" + text +
+                                      "' tells no frames; allowed: all, a number such as 7, or a range such "
+                                      "as 10-19, counted from 0");
+    }
+  };
+  command
+      .add_option_function<std::string>(
+          "--frames", parse,
+          "The raw files hold several frames, one behind the other: convert all, the one of "
+          "a number, or a range such as 10-19, counted from 0")
+      ->type_name("FRAMES");
 }
 
 }  // namespace
 
 void AddConvertCommand(CLI::App& app) {
-  CLI::App* const command = app.add_subcommand("convert", "Convert a raw frame to a picture or to another type");
+  CLI::App* const command = app.add_subcommand("convert", "Convert raw frames and pictures to pictures or other types");
   const auto options = std::make_shared<Options>();
-  command->add_option("SOURCE", options->source, "The raw frame: its lines one after the other, nothing else")
-      ->required();
+  options->command = command;
   command
-      ->add_option("DESTINATION", options->destination,
-                   "A name that ends in .bmp makes a 24-bit picture, any other one a raw frame")
-      ->required();
-  AddTypeOption(*command, "--from", options->from, "Type of the raw frame: an id, a name or a class name")->required();
-  options->toOption = AddTypeOption(
-      *command, "--to", options->to,
-      "Type to convert to (for .bmp by default 0x420006). A .bmp shows colour types in colour, gray types "
-      "and mosaics in gray, by the top 8 bits of each sample");
-  AddSizeOption(*command, options->size);
-  AddLayoutOptions(*command, options->flags);
+      ->add_option("FILES", options->files,
+                   "SOURCE DESTINATION, or with --output any number of sources. Files whose names end in .png or "
+                   ".bmp are pictures of 8 bits a channel, all others raw frames: lines one after the other, nothing "
+                   "else")
+      ->type_name("FILE");
+  command
+      ->add_option("--output", options->directory,
+                   "Write each source to this directory, under its own name with the ending of --as")
+      ->type_name("DIR");
+  command
+      ->add_option_function<std::string>(
+          "--as",
+          [options](const std::string& text) {
+            if (text != "png" && text != "bmp" && text != "raw") {
+              throw ToolError("--as", "'" + text + "' is unknown; allowed: png|bmp|raw");
+            }
+            options->ending = text;
+          },
+          "What --output writes (default: png)")
+      ->type_name("png|bmp|raw");
+  AddTypeOption(*command, "--from", options->from, &options->mosaic,
+                "Type of raw frames: an id, a name, a class name, or what a camera calls it, by PFNC name or code. "
+                "Pictures are Grayscale8 or BGR24");
+  AddTypeOption(
+      *command, "--to", options->to, &options->mosaic,
+      "Type to convert to. A picture shows colour types in colour, gray types and mosaics in gray, by the top "
+      "8 bits of each sample (default for pictures: gray for gray types, else colour)");
+  AddSizeOption(*command, options->size, "Width and height of raw frames in pixels");
+  AddLineSizeOption(*command, options->lineSize);
+  AddFramesOption(*command, options->frames);
+  AddLayoutOptions(*command, options->mosaic, options->flags);
   AddDemosaicOption(*command, options->flags);
   AddTripleOption(*command, "--gain", options->gain, 1000, "Factors of the colour channels (default: 1,1,1)");
   AddTripleOption(*command, "--offset", options->offset, 255,
                   "Added to the colour channels after the factors, in steps of 8-bit values (default: 0,0,0)");
   command->footer(
-      "Example: a 10-bit camera whose mosaic begins with red, brought to neutral gray\n"
-      "  lmimaging convert frame.raw picture.bmp --from BayerRGB10 --size 1920x1080 --bayer RG \\\n"
-      "      --demosaic bilinear --gain 1.6,1,1.09\n"
+      "Examples:\n"
+      "  A 10-bit camera whose mosaic begins with red, brought to neutral gray\n"
+      "    lmimaging convert frame.raw picture.png --from BayerRG10 --size 1920x1080 \\\n"
+      "        --demosaic bilinear --gain 1.6,1,1.09\n"
+      "  A folder of frames\n"
+      "    lmimaging convert frames/*.raw --output pictures --from Mono12p --size 640x480\n"
+      "  A recording: all its frames as pictures movie-0000.png and so on, or as one raw file again\n"
+      "    lmimaging convert movie.raw movie.png --from BayerRG8 --size 640x480 --frames all\n"
+      "    lmimaging convert movie.raw rgb.raw --from BayerRG8 --to RGB8 --size 640x480 --frames all\n"
+      "\n"
+      "A file is written whole or not at all. With --output, a source that fails is told and the others are still\n"
+      "converted; the exit code is 1 then. Numbered pictures that were made before a frame failed stay.\n"
       "Layouts that share colours between pixels leave incomplete groups at the end of a line black, and interlaced\n"
       "types a last odd line.");
   command->callback([options] { Run(*options); });

@@ -60,8 +60,8 @@ void PrintTable(const std::vector<Pair>& pairs) {
 void AddConvertersCommand(CLI::App& app) {
   CLI::App* const command = app.add_subcommand("converters", "List which type converts to which");
   const auto options = std::make_shared<Options>();
-  AddTypeOption(*command, "--from", options->from, "Only converters from this type");
-  AddTypeOption(*command, "--to", options->to, "Only converters to this type");
+  AddTypeOption(*command, "--from", options->from, nullptr, "Only converters from this type");
+  AddTypeOption(*command, "--to", options->to, nullptr, "Only converters to this type");
   command->add_flag("--json", options->json, "For programs, as JSON");
   command->callback([options] {
     const std::vector<Pair> pairs = Select(*options);

@@ -16,6 +16,7 @@
 #include "file_io.h"
 #include "frame.h"
 #include "pixel_type_names.h"
+#include "progress.h"
 #include "terminal.h"
 
 namespace LmTool {
@@ -31,11 +32,11 @@ constexpr PixelTypeID kPictureType = 0x420006;
 // Peak signal to noise ratio in decibels; infinite if the pictures are equal.
 double Psnr(const Picture& picture, const Picture& scene) {
   double sum = 0;
-  for (std::size_t i = 0; i < scene.bgr.size(); ++i) {
-    const double difference = static_cast<double>(picture.bgr[i]) - scene.bgr[i];
+  for (std::size_t i = 0; i < scene.pixels.size(); ++i) {
+    const double difference = static_cast<double>(picture.pixels[i]) - scene.pixels[i];
     sum += difference * difference;
   }
-  return 10 * std::log10(255.0 * 255.0 * static_cast<double>(scene.bgr.size()) / sum);
+  return 10 * std::log10(255.0 * 255.0 * static_cast<double>(scene.pixels.size()) / sum);
 }
 
 GalleryCell MakeCell(const PixelTypeID& id, const Picture& colorScene, const Picture& grayScene) {
@@ -51,30 +52,25 @@ GalleryCell MakeCell(const PixelTypeID& id, const Picture& colorScene, const Pic
   return cell;
 }
 
-void ShowProgress(std::size_t done, std::size_t all, const std::string& what) {
-  std::cerr << '\r' << "[" << done << "/" << all << "] " << what << "\x1b[K" << std::flush;
-}
-
 void Run(const std::filesystem::path& directory) {
   std::error_code error;
   std::filesystem::create_directories(directory, error);
   if (error) throw ToolError("DIR", "cannot make the directory '" + directory.string() + "': " + error.message());
 
-  const bool terminal = ErrorStreamIsTerminal();
   const std::vector<PixelTypeID> types = RegisteredTypes();
   const Picture colorScene = ScenePicture(kSize, false);
   const Picture grayScene = ScenePicture(kSize, true);
   std::vector<GalleryCell> cells;
+  Progress progress(types.size());
   for (const PixelTypeID id : types) {
-    if (terminal) ShowProgress(cells.size() + 1, types.size(), Label(id));
     cells.push_back(MakeCell(id, colorScene, grayScene));
+    progress.Step(Label(id));
   }
   const std::string page = GalleryPage(cells, colorScene, grayScene);
   const std::filesystem::path path = directory / "index.html";
   WriteFile("DIR", path, Bytes(page.begin(), page.end()));
-  if (terminal)
-    std::cerr << "\r\x1b[K"
-              << "Open " << path.string() << " in a browser.\n";
+  progress.Hide();
+  if (ErrorStreamIsTerminal()) std::cerr << "Open " << path.string() << " in a browser.\n";
 }
 
 }  // namespace
@@ -82,7 +78,9 @@ void Run(const std::filesystem::path& directory) {
 void AddGalleryCommand(CLI::App& app) {
   CLI::App* const command = app.add_subcommand("gallery", "Make a web page that shows the test scene in every type");
   const auto directory = std::make_shared<std::string>();
-  command->add_option("DIR", *directory, "Directory for the page, index.html; made if it is missing")->required();
+  command->add_option("DIR", *directory, "Directory for the page, index.html; made if it is missing")
+      ->required()
+      ->type_name("DIR");
   command->footer("The page needs no other file. Progress is shown on a terminal only.");
   command->callback([directory] { Run(*directory); });
 }

@@ -1,11 +1,13 @@
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <optional>
 
 #include "commands/commands.h"
 #include "encode/encode_scene.h"
+#include "error.h"
 #include "file_io.h"
-#include "frame.h"
 #include "options.h"
+#include "picture_file.h"
 
 namespace LmTool {
 
@@ -13,26 +15,39 @@ namespace {
 
 struct Options {
   std::string destination;
-  LmImagingLib::PixelTypeID type = 0;
+  LmImagingLib::PixelTypeID type = 0x420006;
+  CLI::Option* typeOption = nullptr;
   ImageSize size;
+  MosaicLayout mosaic;
   unsigned long flags = 0;
 };
 
 void Run(const Options& options) {
-  RawFrame frame = EncodeScene(options.type, options.size, options.flags);
-  frame.bytes.resize(frame.bytes.size() - kSlackBytes);
-  WriteFile("DESTINATION", options.destination, frame.bytes);
+  const std::optional<PictureFormat> picture = PictureFormatOf(options.destination);
+  if (!picture && options.typeOption->empty()) {
+    throw ToolError("--type", "is missing; only a picture, whose name ends in .png or .bmp, goes without it");
+  }
+  const RawFrame frame = EncodeScene(options.type, options.size, options.flags | options.mosaic.Flag());
+  WriteFile(
+      "DESTINATION", options.destination,
+      picture ? EncodePicture(*picture, ConvertToPicture(frame, PictureTypeOf(frame.type), nullptr)) : frame.bytes);
 }
 
 }  // namespace
 
 void AddSynthCommand(CLI::App& app) {
-  CLI::App* const command = app.add_subcommand("synth", "Make a raw frame of a test scene");
+  CLI::App* const command = app.add_subcommand("synth", "Make a raw frame or a picture of a test scene");
   const auto options = std::make_shared<Options>();
-  command->add_option("DESTINATION", options->destination, "The raw frame to write")->required();
-  AddTypeOption(*command, "--type", options->type, "Type of the frame: an id, a name or a class name")->required();
-  AddSizeOption(*command, options->size);
-  AddLayoutOptions(*command, options->flags);
+  command
+      ->add_option("DESTINATION", options->destination,
+                   "The file to write: a picture if its name ends in .png or .bmp, else a raw frame")
+      ->required()
+      ->type_name("FILE");
+  options->typeOption = AddTypeOption(*command, "--type", options->type, &options->mosaic,
+                                      "Type of the frame. A picture shows it as `convert` would (default for pictures: "
+                                      "the scene as it is)");
+  AddSizeOption(*command, options->size, "Width and height in pixels")->required();
+  AddLayoutOptions(*command, options->mosaic, options->flags);
   command->footer(
       "The scene shows colour bars, grays, hues, rings, edges and fine lines. `lmimaging convert` with the same type,\n"
       "size, --bayer and --field-order turns the frame back into a picture.");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeFactory.h"
@@ -58,8 +59,10 @@ Line SceneLine(const PixelTypeID& type, const ImageSize& size, unsigned long fla
 // Places the lines of one plane in a frame, or of several of equal size.
 class LinePlacer {
  public:
-  LinePlacer(const PixelTypeID& type, const FrameLayout& layout, std::size_t height, unsigned long flags)
+  LinePlacer(const PixelTypeID& type, const FrameLayout& layout, std::size_t bytes, std::size_t height,
+             unsigned long flags)
       : mLayout(layout),
+        mBytes(bytes),
         mHeight(height),
         mInterlaced((type & kInterlacedFlag) != 0),
         mDualLines((type & kDualOutputMask) == kDualLines),
@@ -72,7 +75,10 @@ class LinePlacer {
       for (std::size_t i = 0; i < bytes; ++i) pair[2 * i] = line[i];
       return;
     }
-    std::copy_n(line, bytes, plane + Offset(y));
+    // The last line has the byte that others share with the next one to itself.
+    const std::size_t offset = Offset(y);
+    const bool last = offset + bytes == mLayout.Bytes();
+    std::copy_n(line, last ? mBytes - offset : bytes, plane + offset);
   }
 
  private:
@@ -85,6 +91,7 @@ class LinePlacer {
   }
 
   FrameLayout mLayout;
+  std::size_t mBytes;
   std::size_t mHeight;
   bool mInterlaced;
   bool mDualLines;
@@ -97,12 +104,12 @@ RawFrame EncodeScene(const PixelTypeID& type, const ImageSize& size, unsigned lo
   const FrameLayout frameLayout = SourceLayout(type, size);
   const Layout& layout = LayoutOf(type);
   const SampleFormat format{layout.bits, (type & kNormalizedFlag) != 0};
-  const LinePlacer placer(type, frameLayout, size.height, flags);
+  RawFrame frame{type, size, flags, Bytes(RequiredSize(type, size.width, size.height).value_or(0))};
+  const LinePlacer placer(type, frameLayout, frame.bytes.size(), size.height, flags);
   const bool interlaced = (type & kInterlacedFlag) != 0;
   const std::size_t lines = interlaced ? size.height / 2 * 2 : size.height;
   const std::size_t planes = std::min<std::size_t>(frameLayout.lines / size.height, 3);
 
-  RawFrame frame{type, size, flags, Bytes(frameLayout.Bytes() + kSlackBytes)};
   Bytes encoded((size.width + kWidestGroup) * kMostPixelBytes);
   for (std::size_t y = 0; y < lines; ++y) {
     const Line line = SceneLine(type, size, flags, y);

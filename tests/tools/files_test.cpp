@@ -1,0 +1,105 @@
+#include <algorithm>
+
+#include "tools/tool.h"
+
+namespace {
+
+class ConvertFiles : public ToolTest {
+ protected:
+  // Runs `convert` with the bytes of movie.raw coming from a pipe.
+  ToolResult ConvertPiped(const std::string& arguments) const {
+    return Run("--version >/dev/null; cat movie.raw | '" LM_TOOL "' convert /dev/stdin " + arguments);
+  }
+};
+using Names = std::vector<std::string>;
+
+TEST_F(ConvertFiles, SeveralGoToADirectory) {
+  Write("a.raw", {1, 2, 3});
+  Write("b.bin", {4, 5, 6});
+  RunSilently("convert a.raw b.bin --output made/here --as raw --from RGB8 --to BGR8 --size 1x1");
+  EXPECT_EQ(Read("made/here/a.raw"), (Bytes{3, 2, 1}));
+  EXPECT_EQ(Read("made/here/b.raw"), (Bytes{6, 5, 4}));
+  RunSilently("convert --output pictures a.raw --from RGB8 --size 1x1");
+  RunSilently("convert pictures/a.png b.bin --output back --as raw --from BGR8 --to RGB8 --size 1x1");
+  EXPECT_EQ(Read("back/a.raw"), (Bytes{1, 2, 3}));
+  EXPECT_EQ(Read("back/b.raw"), (Bytes{6, 5, 4}));
+}
+
+TEST_F(ConvertFiles, OneThatFailsKeepsTheOthersFromNothing) {
+  Write("a.raw", {1});
+  Write("b.raw", {1, 2});
+  Write("c.raw", {3});
+  const ToolResult result =
+      Run("convert a.raw b.raw missing.raw c.raw --output out --as raw --from Mono8 --to Mono8 "
+          "--size 1x1");
+  EXPECT_EQ(result.exitCode, 1);
+  for (const char* const mention : {"'b.raw' has 2 bytes", "'missing.raw'", "2 of 4 files"}) {
+    EXPECT_NE(result.output.find(mention), std::string::npos) << result.output;
+  }
+  EXPECT_EQ(Files("out"), (Names{"a.raw", "c.raw"}));
+}
+
+TEST_F(ConvertFiles, FramesOfOneFileAreTakenInTurn) {
+  const std::string gray = " --from Mono8 --size 1x2";
+  Write("movie.raw", {1, 2, 3, 4, 5, 6});
+  RunSilently("convert movie.raw all.raw --to RGB8 --frames all" + gray);
+  EXPECT_EQ(Read("all.raw"), (Bytes{1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5, 5, 5, 6, 6, 6}));
+  RunSilently("convert movie.raw some.raw --to Mono8 --frames 1-2" + gray);
+  EXPECT_EQ(Read("some.raw"), (Bytes{3, 4, 5, 6}));
+  EXPECT_EQ(ConvertPiped("piped.raw --to Mono8 --frames 1-2" + gray).output, "");
+  EXPECT_EQ(Read("piped.raw"), (Bytes{3, 4, 5, 6}));
+
+  RunSilently("convert movie.raw --output shots --frames all" + gray);
+  EXPECT_EQ(Files("shots"), (Names{"movie-0000.png", "movie-0001.png", "movie-0002.png"}));
+  RunSilently("convert shots/movie-0001.png one.raw --to Mono8");
+  EXPECT_EQ(Read("one.raw"), (Bytes{3, 4}));
+  RunSilently("convert movie.raw shots/last.bmp --frames 2" + gray);
+  RunSilently("convert shots/last.bmp one.raw --to BGR8");
+  EXPECT_EQ(Read("one.raw"), (Bytes{5, 5, 5, 6, 6, 6}));
+}
+
+TEST_F(ConvertFiles, EndOfAPipeWithinAFrameLeavesNoFile) {
+  Write("movie.raw", {1, 2, 3, 4, 5});
+  for (const std::string arguments : {"--frames all", "--frames 0-2", "--frames 3", "--frames 1-7"}) {
+    const ToolResult result = ConvertPiped("out.raw --from Mono8 --to Mono8 --size 1x2 " + arguments);
+    EXPECT_EQ(result.exitCode, 1) << arguments;
+    EXPECT_EQ(Files(), Names{"movie.raw"}) << arguments << result.output;
+  }
+}
+
+TEST_F(ConvertFiles, PaddedLinesAreRead) {
+  Write("padded.raw", {1, 2, 99, 99, 3, 4, 99, 99, 5, 6, 99, 99, 7, 8});
+  const std::string options = " --from Mono8 --to Mono8 --line-size 4 ";
+  RunSilently("convert padded.raw out.raw --size 2x4" + options);
+  EXPECT_EQ(Read("out.raw"), (Bytes{1, 2, 3, 4, 5, 6, 7, 8}));
+  RunSilently("convert padded.raw out.raw --frames 1 --size 2x2" + options);  // without the padding of its last line
+  EXPECT_EQ(Read("out.raw"), (Bytes{5, 6, 7, 8}));
+}
+
+// A camera's name tells the layout of the mosaic, of the source as of the destination.
+TEST_F(ConvertFiles, NamesOfCamerasTellTheMosaic) {
+  RunSilently("synth frame.raw --type BayerBG12Packed --size 16x12");
+  RunSilently("convert frame.raw named.raw --from BayerBG12Packed --to RGB8 --size 16x12");
+  RunSilently("convert frame.raw coded.raw --from 0x010C002D --to 35127316 --size 16x12");
+  RunSilently("convert frame.raw told.raw --from 0x20040 --bayer BG --to RGB8 --size 16x12");
+  RunSilently("convert frame.raw default.raw --from 0x20040 --to RGB8 --size 16x12");
+  EXPECT_EQ(Read("named.raw"), Read("told.raw"));
+  EXPECT_EQ(Read("coded.raw"), Read("told.raw"));
+  EXPECT_NE(Read("default.raw"), Read("told.raw"));
+  RunSilently("convert frame.raw mosaic.raw --from BayerBG12Packed --to BayerBG8 --bayer BG --size 16x12");
+}
+
+// Nothing but a terminal is shown progress.
+TEST_F(ConvertFiles, ProgressIsForTerminals) {
+  Write("movie.raw", Bytes(50));
+  RunSilently("convert movie.raw out.raw --from Mono8 --to Mono8 --size 1x1 --frames all");
+  if (Run("--version; command -v script").exitCode != 0) GTEST_SKIP() << "needs script, to make a terminal";
+  const ToolResult watched = Run("--version; script -qec '" LM_TOOL
+                                 " convert movie.raw out.raw --from Mono8 --to Mono8 "
+                                 "--size 1x1 --frames all' /dev/null");
+  EXPECT_EQ(watched.exitCode, 0);
+  EXPECT_NE(watched.output.find("##] 50/50 movie.raw"), std::string::npos) << watched.output;
+  EXPECT_EQ(watched.output.substr(watched.output.size() - 4), "\r\x1b[K") << "the bar stays";
+}
+
+}  // namespace

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "LmImagingLib/PixelTypeID.h"
+#include "LmImagingLib/RGBFilter.h"
+#include "progress.h"
+#include "raw_file.h"
+
+namespace LmTool {
+
+/// How files are converted.
+struct Conversion {
+  RawFormat from;                               ///< of sources that are no pictures
+  std::optional<FrameRange> frames;             ///< of those; nothing where a file is one frame
+  std::optional<LmImagingLib::PixelTypeID> to;  ///< nothing for what shows the source best, in a picture
+  const LmImagingLib::RGBFilter* filter;        ///< or null
+};
+
+/// A file to read and the one to write.
+struct FilePair {
+  std::filesystem::path source, destination;
+};
+
+/// Converts the frames of a file, one at a time. Raw frames go to one file, one behind the other. Pictures of `frames`
+/// are numbered, "name-0007.png", unless a single one is asked for.
+/// @throws ToolError; the file that was being written is not there then
+void ConvertFile(const FilePair& files, const Conversion& conversion, Progress& progress);
+
+/// The frames that `ConvertFile` would convert, for showing progress; 0 if that cannot be told.
+std::size_t CountFrames(const std::filesystem::path& source, const Conversion& conversion);
+
+/// The types that a type has converters to, told to a person.
+std::string ReachedFrom(const LmImagingLib::PixelTypeID& from);
+
+}  // namespace LmTool

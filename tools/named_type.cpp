@@ -1,0 +1,61 @@
+#include "named_type.h"
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+
+#include "LmImagingLib/PixelTypeFactory.h"
+#include "error.h"
+#include "numbers.h"
+#include "pixel_type_names.h"
+
+namespace LmTool {
+
+using namespace LmImagingLib;
+
+namespace {
+
+PFNCResult FindFormat(const std::string& text) {
+  const std::optional<std::uint64_t> number = ParseWhole(text);
+  if (!number) return FindPFNC(text.c_str());
+  if (*number <= std::numeric_limits<std::uint32_t>::max()) return FindPFNC(static_cast<std::uint32_t>(*number));
+  return FindPFNC(nullptr);
+}
+
+// The type that the text names here; nothing if it names none.
+std::optional<PixelTypeID> FindOwn(const std::string& argument, const std::string& text, std::string& fault) {
+  try {
+    return ParsePixelType(argument, text);
+  } catch (const ToolError& error) {
+    fault = error.what();
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+NamedType FindNamedType(const std::string& argument, const std::string& text) {
+  std::string fault;
+  const std::optional<PixelTypeID> own = FindOwn(argument, text, fault);
+  const PFNCResult camera = FindFormat(text);
+  if (!own && !camera) throw ToolError(fault + ", or a PFNC name or code; as one of those, " + camera.reason);
+  if (own && camera && *own != camera.format->type && !ParseWhole(text)) {
+    throw ToolError(argument, "'" + text + "' is the class of " + Label(*own) + ", but cameras mean " +
+                                  Label(camera.format->type) + " by it; allowed: one of these two ids");
+  }
+  if (own) return {*own};
+  return {camera.format->type, camera.format->flags};
+}
+
+std::vector<const PFNCFormat*> FormatsOf(const PixelTypeID& type) {
+  std::vector<const PFNCFormat*> formats;
+  for (std::size_t i = 0; const PFNCFormat* const format = EnumPFNC(i); ++i) {
+    if (format->type == type) formats.push_back(format);
+  }
+  // A type of the same bytes as another one has that one's name.
+  const PFNCFormat* const same = FindPFNC(type, 0);
+  if (formats.empty() && same != nullptr) formats.push_back(same);
+  return formats;
+}
+
+}  // namespace LmTool

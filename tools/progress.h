@@ -1,0 +1,30 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace LmTool {
+
+/// A bar on the error stream for a person who waits; nothing where none watches, or for a single step.
+class Progress {
+ public:
+  explicit Progress(std::size_t steps);
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+  ~Progress() { Hide(); }
+
+  /// A step is done.
+  void Step(const std::string& what);
+  /// Takes the bar away, for a message; the next step brings it back.
+  void Hide();
+
+ private:
+  std::size_t mSteps;
+  std::size_t mDone = 0;
+  bool mWatched;
+  bool mShown = false;
+  std::chrono::steady_clock::time_point mNext{};
+};
+
+}  // namespace LmTool
