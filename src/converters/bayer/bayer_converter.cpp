@@ -77,7 +77,7 @@ class NarrowRows {
   Rows Fill(const Rows& wide, std::size_t count, std::uint32_t shift, std::uint32_t ahead) {
     for (std::size_t k = 0; k < 4; ++k) {
       const std::uint8_t* const row = wide.first + k * wide.stride;
-      kGrayscale16.Active()({{row, nullptr, nullptr}, shift, 0, ahead}, 0, count, {mRows[k], nullptr, nullptr});
+      kGrayscale16.Active()({{row, nullptr, nullptr}, shift, 0, ahead}, 0, count, {mRows[k], mRows[k], mRows[k]});
     }
     return {mRows[0], sizeof mRows[0]};
   }
