@@ -95,7 +95,7 @@ LayoutBits BitsOf(const PixelTypeID& type) {
   const std::vector<LayoutBits::Byte> map = Probe(layout, format, frame.lineBytes * planes);
 
   LayoutBits bits{kProbed, {}};
-  for (const std::size_t pixels : {2, 1}) {
+  for (const std::size_t pixels : {std::size_t{2}, std::size_t{1}}) {
     const bool whole = frame.lineBytes * pixels % kProbed == 0 && pixels >= layout.chromaPixels;
     if (whole && HoldOnly(map.data(), map.data() + frame.lineBytes * pixels / kProbed, pixels)) bits.pixels = pixels;
   }

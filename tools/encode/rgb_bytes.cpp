@@ -25,7 +25,8 @@ void EncodeBGR32(const Line& line, const SampleFormat&, std::uint8_t* out) { Enc
 
 void EncodeRGB16(const Line& line, const SampleFormat&, std::uint8_t* out) {
   for (const Color16& color : line.pixels) {
-    PutWord(out, (color.red & 0xF800U) | (color.green >> 10U) << 5U | color.blue >> 11U);
+    const std::uint32_t red = color.red, green = color.green, blue = color.blue;
+    PutWord(out, (red & 0xF800) | green >> 10 << 5 | blue >> 11);
     out += 2;
   }
 }
