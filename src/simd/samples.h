@@ -71,7 +71,7 @@ struct ColorSamples {
     constexpr std::size_t kCount = kLanes / kPixels * Group_::kSamples;
     U8 window[(kCount + kLanes - 1) / kLanes];
     LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
-    if constexpr (kCount == 3 * kLanes) {
+    if constexpr (kPixels == 1 && Group_::kSamples == 3) {
       return Model::Color(Deinterleave<Group_::kAt[0][0]>(window), Deinterleave<Group_::kAt[1][0]>(window),
                           Deinterleave<Group_::kAt[2][0]>(window));
     } else {

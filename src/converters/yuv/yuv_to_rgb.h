@@ -45,7 +45,7 @@ struct Yuv {
         : r(MultiplyHigh(cv, kRed) - 1164),
           g(-MultiplyHigh(cv, 52 * 256) - MultiplyHigh(cu, 25 * 256) - 1164),
           b(MultiplyHigh(cu, -127 * 256) + cu - 1164),
-          quarters(U16(cv * kRed) >> 14) {}
+          quarters(U16(cv) * kRed >> 14) {}
   };
 
   struct Words {
