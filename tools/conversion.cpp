@@ -16,6 +16,7 @@ namespace {
 constexpr PixelTypeID kGray8 = 0x10001;
 constexpr PixelTypeID kMosaic8 = 0x20010;
 constexpr PixelTypeID kBGR24 = 0x420006;
+constexpr PixelTypeID kRGB24 = 0x420002;
 
 bool IsBayer(const PixelTypeID& type) { return PixelTypeFactory::FindPixelType(type)->IsBayerPattern(); }
 
@@ -39,7 +40,13 @@ Bytes ConvertFrame(const RawFrame& frame, const PixelTypeID& to, const RGBFilter
 
 Picture ConvertToPicture(const RawFrame& frame, const PixelTypeID& to, const RGBFilter* filter) {
   const PixelTypeID shown = IsBayer(to) ? kMosaic8 : IsGray(to) ? kGray8 : kBGR24;
-  return {frame.size, shown != kBGR24, ConvertFrame(frame, shown, filter)};
+  if (frame.type != kBGR24 || shown != kBGR24 || filter == nullptr) {
+    return {frame.size, shown != kBGR24, ConvertFrame(frame, shown, filter)};
+  }
+  // From a type to itself is a copy, which balances nothing.
+  Picture picture{frame.size, false, ConvertFrame(frame, kRGB24, filter)};
+  for (std::size_t i = 0; i < picture.pixels.size(); i += 3) std::swap(picture.pixels[i], picture.pixels[i + 2]);
+  return picture;
 }
 
 PixelTypeID PictureTypeOf(const PixelTypeID& from) { return IsGray(from) ? kGray8 : kBGR24; }

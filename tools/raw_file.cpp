@@ -44,9 +44,7 @@ std::size_t RawFormat::FrameBytes() const {
   return lineSize == 0 ? LeastFrameBytes() : lineSize * SourceLayout(type, size).lines;
 }
 
-std::size_t RawFormat::LeastFrameBytes() const {
-  return RequiredSize(type, size.width, size.height, lineSize).value_or(0);
-}
+std::size_t RawFormat::LeastFrameBytes() const { return RequiredSize(type, size.width, size.height, lineSize).value(); }
 
 std::string FrameRange::Text() const {
   if (last == kEnd) return "all";

@@ -11,7 +11,7 @@
 
 namespace LmTool {
 
-/// What the frames of a raw file are.
+/// What the frames of a raw file are: of a registered type and an allowed size, in lines that hold their pixels.
 struct RawFormat {
   LmImagingLib::PixelTypeID type;
   ImageSize size;

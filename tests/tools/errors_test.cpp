@@ -113,10 +113,23 @@ TEST_F(Errors, KeepTheFileThatWasThere) {
 }
 
 TEST_F(Errors, NoteOptionsWithoutEffect) {
-  Write("frame.raw", {1});
-  const ToolResult result = Run("convert frame.raw out.bmp --from Grayscale8 --size 1x1 --gain 2,2,2");
-  EXPECT_EQ(result.exitCode, 0);
-  EXPECT_NE(result.output.find("--gain"), std::string::npos) << result.output;
+  struct Case {
+    const char* arguments;
+    bool noted;
+  };
+  const Case cases[] = {{"out.bmp --from Grayscale8 --size 3x1", true},
+                        {"out.raw --from RGB8 --to RGB8 --size 1x1", true},
+                        {"out.raw --from RGB8 --to BGR8 --size 1x1", false},
+                        {"out.bmp --from BGR8 --size 1x1", false}};
+  Write("frame.raw", {1, 2, 3});
+  for (const Case& c : cases) {
+    const ToolResult result = Run(std::string("convert frame.raw --gain 2,2,2 ") + c.arguments);
+    EXPECT_EQ(result.exitCode, 0) << result.output;
+    EXPECT_EQ(result.output.find("--gain") != std::string::npos, c.noted) << c.arguments << result.output;
+  }
+  RunSilently("convert out.bmp balanced.bmp --gain 1,2,3");
+  RunSilently("convert balanced.bmp balanced.raw --to RGB8");
+  EXPECT_EQ(Read("balanced.raw"), (Bytes{6, 8, 6}));
 }
 
 }  // namespace

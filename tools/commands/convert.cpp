@@ -30,7 +30,7 @@ struct Options {
   std::vector<std::string> files;
   std::string directory;
   std::string ending = "png";
-  PixelTypeID from = 0;
+  PixelTypeID from = 0x420006;  // that of pictures in colour
   PixelTypeID to = 0;
   ImageSize size;
   std::size_t lineSize = 0;
@@ -48,18 +48,17 @@ constexpr std::size_t kMostLineBytes = std::size_t{1} << 20;
 constexpr std::size_t kMostFrameBytes = std::size_t{1} << 32;
 
 // The tables that the conversion looks colours up in; conversions use 8 bits, whatever the source has.
-std::optional<RGBFilter> WhiteBalance(const Options& options) {
+std::optional<RGBFilter> WhiteBalance(const Options& options, bool toPicture) {
   const auto& [gain, offset] = std::tie(options.gain, options.offset);
   const bool changes =
       gain.red != 1 || gain.green != 1 || gain.blue != 1 || offset.red != 0 || offset.green != 0 || offset.blue != 0;
   if (!changes) return std::nullopt;
-  const auto isGray = [](const PixelTypeID& type) { return (type & kColorSpaceMask) == kColorSpaceGrayscale; };
-  const bool fromGray = options.Given("--from") && isGray(options.from);
-  const bool toSamples = options.Given("--to") && (options.to == options.from || HasOneSample(options.to));
-  if (fromGray || toSamples) {
+  const bool fromGray = (options.from & kColorSpaceMask) == kColorSpaceGrayscale;
+  const bool copied = options.to == options.from && !toPicture;
+  if (fromGray || (options.Given("--to") && (copied || HasOneSample(options.to)))) {
     std::cerr << "lmimaging: note: --gain and --offset do nothing "
               << (fromGray ? "from " + Label(options.from) : "to " + Label(options.to))
-              << ", because only colours are balanced\n";
+              << ", because only colours are balanced, and not in copies\n";
   }
   std::optional<RGBFilter> filter(8);
   filter->SetMultipliers(gain.red, gain.green, gain.blue, static_cast<unsigned short>(offset.red),
@@ -169,7 +168,7 @@ void ConvertAll(const std::vector<FilePair>& pairs, const Conversion& conversion
 void Run(const Options& options) {
   const std::vector<FilePair> pairs = Pairs(options);
   CheckOptions(options, pairs);
-  const std::optional<RGBFilter> filter = WhiteBalance(options);
+  const std::optional<RGBFilter> filter = WhiteBalance(options, PictureFormatOf(pairs.front().destination).has_value());
   Conversion conversion{{options.from, options.size, options.flags | options.mosaic.Flag(), options.lineSize},
                         options.frames,
                         std::nullopt,
@@ -247,14 +246,15 @@ void AddConvertCommand(CLI::App& app) {
           },
           "What --output writes (default: png)")
       ->type_name("png|bmp|raw");
-  AddTypeOption(*command, "--from", options->from, &options->mosaic,
-                "Type of raw frames: an id, a name, a class name, or what a camera calls it, by PFNC name or code. "
-                "Pictures are Grayscale8 or BGR24");
+  AddTypeOption(
+      *command, "--from", options->from, &options->mosaic,
+      "Type of raw frames, which need it: an id, a name, a class name, or what a camera calls it, by PFNC name "
+      "or code. Pictures are Grayscale8 or BGR24 (0x420006)");
   AddTypeOption(
       *command, "--to", options->to, &options->mosaic,
       "Type to convert to. A picture shows colour types in colour, gray types and mosaics in gray, by the top "
       "8 bits of each sample (default for pictures: gray for gray types, else colour)");
-  AddSizeOption(*command, options->size, "Width and height of raw frames in pixels");
+  AddSizeOption(*command, options->size, "Width and height of raw frames in pixels, which need it");
   AddLineSizeOption(*command, options->lineSize);
   AddFramesOption(*command, options->frames);
   AddLayoutOptions(*command, options->mosaic, options->flags);
