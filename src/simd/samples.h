@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simd/interleave.h"
 #include "simd/loops.h"
 
 // Layouts whose channels are whole samples, in an order that repeats from group to group. A layout is then nothing but

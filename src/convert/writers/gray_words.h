@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simd/loops.h"
+#include "simd/stores.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {

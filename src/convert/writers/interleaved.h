@@ -1,6 +1,7 @@
 #pragma once
 
-#include "simd/loops.h"
+#include "simd/interleave.h"
+#include "simd/stores.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {

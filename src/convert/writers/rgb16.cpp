@@ -1,5 +1,5 @@
 // RGB16: a 16-bit little-endian word, red in bits 15-11, green in 10-5, blue in 4-0.
-#include "simd/loops.h"
+#include "simd/stores.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "simd/rgb.h"
+#include "simd/strip.h"
+
+// The loops around the text of a writer, as `loops.h` has them for source layouts.
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+/// What stores through a writer, from a pixel of the line on.
+using StoreLoop = void(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to,
+                       bool streams);
+
+/// Stores through a writer whose `Pixel` makes the `kBytes` bytes of one pixel.
+template <class Writer>
+void StorePixels(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to,
+                 bool /*streams*/) {
+  for (std::size_t i = 0; i < count; ++i, to += Writer::kBytes) {
+    Rgb pixel{in.red[i], in.green[i], in.blue[i]};
+    if (tables != nullptr) {
+      pixel = {tables->red.entries[pixel.r], tables->green.entries[pixel.g], tables->blue.entries[pixel.b]};
+    }
+    Writer::Pixel(pixel, to);
+  }
+}
+
+#if LM_LANES
+
+/// What happens to pixels before they are stored: nothing, or a lookup in three tables or gains.
+struct AsTheyAre {
+  RgbLanes operator()(const RgbLanes& in) const { return in; }
+};
+
+template <class Entries>
+struct LookedUp {
+  explicit LookedUp(const LookupTables& tables) : red(tables.red), green(tables.green), blue(tables.blue) {}
+
+  RgbLanes operator()(const RgbLanes& in) const { return {red[in.r], green[in.g], blue[in.b]}; }
+
+  Entries red, green, blue;
+};
+
+inline std::uint8_t* Address(std::uint8_t* to) { return to; }
+inline std::uint8_t* Address(Stream to) { return to.at; }
+
+template <class Writer, class To, class Change>
+void StoreBlocks(const Channels& caller, std::size_t count, To to, const Change change) {
+  const Channels in = caller;  // by reference it would be loaded anew after each store
+  std::size_t i = 0;
+  for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
+    Writer::Block(change({Pinned(Load(in.red + i)), Pinned(Load(in.green + i)), Pinned(Load(in.blue + i))}), to);
+  }
+  if (i < count) {
+    // Channels may lie in the source, and either line may end here.
+    const std::size_t rest = count - i;
+    Writer::Block(change({LoadPart(in.red + i, rest), LoadPart(in.green + i, rest), LoadPart(in.blue + i, rest)}),
+                  Part{Address(to), rest * Writer::kBytes});
+  }
+}
+
+/// Stores gray: all channels are the red one.
+template <class Writer, class To>
+void StoreGrayBlocks(const std::uint8_t* gray, std::size_t count, To to) {
+  std::size_t i = 0;
+  for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
+    const U8 v = Load(gray + i);
+    Writer::Block({v, v, v}, to);
+  }
+  if (i < count) StoreBlocks<Writer>({gray + i, gray + i, gray + i}, count - i, Address(to), AsTheyAre{});
+}
+
+template <class Writer, class To>
+void StoreChanged(const Channels& in, const LookupTables* tables, std::size_t count, To to) {
+  if (tables == nullptr && in.red == in.green && in.red == in.blue) {
+    StoreGrayBlocks<Writer>(in.red, count, to);
+  } else if (tables == nullptr) {
+    StoreBlocks<Writer>(in, count, to, AsTheyAre{});
+  } else if (kGainsAreQuicker && tables->areGains) {
+    StoreBlocks<Writer>(in, count, to, LookedUp<GainLanes>(*tables));
+  } else {
+    StoreBlocks<Writer>(in, count, to, LookedUp<Table>(*tables));
+  }
+}
+
+/// Stores through a writer whose `Block` makes kLanes * kBytes bytes.
+template <class Writer>
+void StoreWith(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to, bool streams) {
+  if (kHasStreams && streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
+    StoreChanged<Writer>(in, tables, count, Stream{to});
+  } else {
+    StoreChanged<Writer>(in, tables, count, to);
+  }
+}
+
+template <class Writer>
+constexpr auto Storer(int) -> decltype(&Writer::template Block<std::uint8_t*>, static_cast<StoreLoop*>(nullptr)) {
+  return StoreWith<Writer>;
+}
+
+#endif
+
+/// The best way to store that a writer has for this instruction set.
+template <class Writer>
+constexpr StoreLoop* Storer(...) {
+  return StorePixels<Writer>;
+}
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+/// Exports a writer as the kernel `Name`.
+#define LM_EXPORT_WRITER(Name, ...)                                                                   \
+  namespace LmImagingLib::LM_ISA {                                                                    \
+  StoreKernel Name;                                                                                   \
+  void Name(const Channels& in, const LookupTables* tables, std::size_t count, const TargetLine& out, \
+            std::size_t first) {                                                                      \
+    Storer<__VA_ARGS__>(0)(in, tables, count, out.line + first * __VA_ARGS__::kBytes, out.streams);   \
+  }                                                                                                   \
+  }
