@@ -18,7 +18,7 @@ struct ConversionContext {
   std::uint32_t flags = 0;              ///< bits of `ConversionFlags`
   const RGBFilter* filter = nullptr;    ///< never null while a frame runs
   std::uint32_t currentLine = 0;        ///< the line that the kernel is converting, from 0
-  bool streams = false;                 ///< whether the image is too large for the caches
+  bool streams = false;                 ///< whether the image is too large for the caches; see `StreamScope`
   std::uint32_t fetchAhead = 0;         ///< bytes ahead of which kernels fetch such a source; they decode in bursts
   std::uint32_t stepLines = 2;          ///< destination lines that exist for a kernel of two lines a step
 };

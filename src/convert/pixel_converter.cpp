@@ -118,8 +118,7 @@ Result PixelConverter::Convert(const void* source, unsigned long sourceWidth, un
   context->destinationStride = U32(GetDestinationLineSize(destinationWidth) + destinationPadding);
   context->destinationHeight = U32(destinationHeight);
 
-  context->streams = StreamsPay((std::size_t{context->sourceLineSize} + context->destinationStride) * U32(lines));
-  context->fetchAhead = context->streams ? kFetchAhead : 0;
+  const StreamScope streams(*context, U32(lines));
 
   const bool interlaced = (GetSourceTypeID() & kInterlacedFlag) != 0;
   const std::size_t sourceLine = context->sourceLineSize;
@@ -148,9 +147,6 @@ Result PixelConverter::Convert(const void* source, unsigned long sourceWidth, un
       walk.destination += destinationLine;
     }
   }
-  if (context->streams) FenceStreams();
-  context->streams = false;
-  context->fetchAhead = 0;
   context->filter = nullptr;
   return Result::OK;
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <atomic>
 
+#include "convert/conversion_context.h"
+
 #if defined(LM_VECTOR_X86)
 #include <cpuid.h>
 #endif
@@ -10,6 +12,9 @@
 namespace LmImagingLib {
 
 namespace {
+
+// How far ahead to fetch the source: about a strip. 1 KiB gains half of what 4 KiB do.
+constexpr std::uint32_t kFetchAhead = 4096;
 
 // As the processor tells it. The C library's answer counts the caches of all cores together on some processors.
 std::size_t LastLevelCache() {
@@ -34,7 +39,16 @@ bool StreamsPay(std::size_t bytes) {
   return bytes > sLastLevelCache / 3 * 2;
 }
 
-// A full barrier waits for such stores too.
-void FenceStreams() { std::atomic_thread_fence(std::memory_order_seq_cst); }
+StreamScope::StreamScope(ConversionContext& context, std::uint32_t lines) : mContext(context) {
+  context.streams = StreamsPay((std::size_t{context.sourceLineSize} + context.destinationStride) * lines);
+  context.fetchAhead = context.streams ? kFetchAhead : 0;
+}
+
+StreamScope::~StreamScope() {
+  // A full barrier waits for such stores too.
+  if (mContext.streams) std::atomic_thread_fence(std::memory_order_seq_cst);
+  mContext.streams = false;
+  mContext.fetchAhead = 0;
+}
 
 }  // namespace LmImagingLib

@@ -6,6 +6,7 @@
 #include "convert/conversion_context.h"
 #include "convert/default_filters.h"
 #include "convert/line_converter.h"
+#include "convert/streams.h"
 #include "image/layout.h"
 
 namespace LmImagingLib {
@@ -91,6 +92,7 @@ void ConvertLines(const PixelConverter& converter, const Source* groups, const L
   context->sourceHeight = walk.height;
   context->destinationStride = static_cast<std::uint32_t>(walk.destinationLine);
   context->destinationHeight = static_cast<std::uint32_t>(walk.destinationPlane);
+  const StreamScope streams(*context, walk.end - walk.first);
 
   const bool interlaced = (converter.GetSourceTypeID() & kInterlacedFlag) != 0;
   if (PassesLineEnd(groups, walk.width)) {

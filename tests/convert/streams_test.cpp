@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <random>
 #include <vector>
 
@@ -37,6 +39,19 @@ void ExpectLikeInBands(PixelTypeID from, PixelTypeID to, const RGBFilter* filter
     converter->Convert(filter, source.data() + at * sourceLine, kWidth, kBand, inBands.data() + at * line, kWidth,
                        kBand, kWidth, kBand, 0, 64, nullptr, nullptr);
   }
+  EXPECT_TRUE(whole == inBands);
+
+  // Lines of a checked image may be padded, and are stored one by one then.
+  std::vector<unsigned char> padded((sourceLine + 1) * lines);
+  for (std::uint32_t at = 0; at < lines; ++at) {
+    std::memcpy(&padded[at * (sourceLine + 1)], &source[at * sourceLine], sourceLine);
+  }
+  std::fill(whole.begin(), whole.end(), static_cast<unsigned char>(1));
+  ConvertOptions options;
+  options.filter = filter;
+  EXPECT_TRUE(ConvertImage({from, padded.data(), padded.size(), kWidth, lines, sourceLine + 1},
+                           {to, whole.data(), whole.size(), kWidth, lines, line}, options)
+                  .IsOK());
   EXPECT_TRUE(whole == inBands);
 }
 
