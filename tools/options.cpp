@@ -15,6 +15,8 @@ namespace {
 
 namespace Flags = LmImagingLib::ConversionFlags;
 
+constexpr std::size_t kMostLineBytes = std::size_t{1} << 20;
+
 // A word that an option takes, and the conversion flags it stands for.
 struct Choice {
   const char* word;
@@ -90,6 +92,42 @@ CLI::Option* AddSizeOption(CLI::App& command, ImageSize& size, const std::string
     }
   };
   return command.add_option_function<std::string>("--size", parse, description)->type_name("WxH");
+}
+
+void AddLineSizeOption(CLI::App& command, std::size_t& lineSize) {
+  const auto parse = [&lineSize](const std::string& text) {
+    if (!ParseNumber(text, lineSize) || lineSize == 0 || lineSize > kMostLineBytes) {
+      throw ToolError("--line-size",
+                      "'" + text + "' is no number of bytes; allowed: 1 to " + std::to_string(kMostLineBytes));
+    }
+  };
+  command
+      .add_option_function<std::string>("--line-size", parse,
+                                        "Bytes from the beginning of a raw frame's line to that of the next, where "
+                                        "lines are padded (default: no padding)")
+      ->type_name("BYTES");
+}
+
+void AddFramesOption(CLI::App& command, std::optional<FrameRange>& frames) {
+  const auto parse = [&frames](const std::string& text) {
+    frames.emplace();
+    if (text == "all") return;
+    const std::vector<std::string> parts = Split(text, '-');
+    const bool valid = parts.size() <= 2 && ParseNumber(parts.front(), frames->first) &&
+                       ParseNumber(parts.back(), frames->last) && frames->first <= frames->last &&
+                       frames->last < FrameRange::kEnd / kMostFrameBytes;
+    if (!valid) {
+      throw ToolError("--frames", "'" + text +
+                                      "' tells no frames; allowed: all, a number such as 7, or a range such "
+                                      "as 10-19, counted from 0");
+    }
+  };
+  command
+      .add_option_function<std::string>(
+          "--frames", parse,
+          "The raw files hold several frames, one behind the other: convert all, the one of "
+          "a number, or a range such as 10-19, counted from 0")
+      ->type_name("FRAMES");
 }
 
 void AddLayoutOptions(CLI::App& command, MosaicLayout& mosaic, unsigned long& flags) {

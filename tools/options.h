@@ -1,12 +1,14 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "LmImagingLib/PixelTypeID.h"
 #include "image.h"
 #include "named_type.h"
+#include "raw_file.h"
 
 namespace LmTool {
 
@@ -32,6 +34,12 @@ CLI::Option* AddTypeOption(CLI::App& command, const std::string& name, LmImaging
 
 /// Adds `--size WIDTHxHEIGHT`.
 CLI::Option* AddSizeOption(CLI::App& command, ImageSize& size, const std::string& description);
+
+/// Adds `--line-size BYTES`.
+void AddLineSizeOption(CLI::App& command, std::size_t& lineSize);
+
+/// Adds `--frames FRAMES`.
+void AddFramesOption(CLI::App& command, std::optional<FrameRange>& frames);
 
 /// Adds `--bayer` and `--field-order`, which sets bits of the conversion flags.
 void AddLayoutOptions(CLI::App& command, MosaicLayout& mosaic, unsigned long& flags);

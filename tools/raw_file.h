@@ -11,6 +11,8 @@
 
 namespace LmTool {
 
+inline constexpr std::size_t kMostFrameBytes = std::size_t{1} << 32;  ///< with the padding of its lines
+
 /// What the frames of a raw file are: of a registered type and an allowed size, in lines that hold their pixels.
 struct RawFormat {
   LmImagingLib::PixelTypeID type;
