@@ -1,12 +1,12 @@
 #include "convert/streams.h"
 
 #include <algorithm>
-#include <atomic>
 
 #include "convert/conversion_context.h"
 
 #if defined(LM_VECTOR_X86)
 #include <cpuid.h>
+#include <xmmintrin.h>
 #endif
 
 namespace LmImagingLib {
@@ -45,8 +45,10 @@ StreamScope::StreamScope(ConversionContext& context, std::uint32_t lines) : mCon
 }
 
 StreamScope::~StreamScope() {
-  // A full barrier waits for such stores too.
-  if (mContext.streams) std::atomic_thread_fence(std::memory_order_seq_cst);
+#if defined(LM_VECTOR_X86)
+  // Only these processors have such stores.
+  if (mContext.streams) _mm_sfence();
+#endif
   mContext.streams = false;
   mContext.fetchAhead = 0;
 }
