@@ -16,6 +16,7 @@
 #include "LmImagingLib/LmImagingLib.h"
 #include "LmImagingLib/PFNC.h"
 #include "error.h"
+#include "named_type.h"
 #include "pixel_type_names.h"
 
 namespace py = pybind11;
@@ -67,30 +68,28 @@ std::vector<std::pair<PixelTypeID, PixelTypeID>> ConverterIDs() {
 // A type, and the name of the mosaic's layout if the type was named with it; else "".
 using Found = std::pair<PixelTypeID, std::string>;
 
-Found FoundFormat(const PFNCFormat& format) {
+Found FoundType(const PixelTypeID& id, unsigned long mosaic) {
   for (const auto& [name, flag] : kBayerLayouts) {
-    if (format.flags == flag) return {format.type, name};
+    if (mosaic == flag) return {id, name};
   }
-  return {format.type, ""};
+  return {id, ""};
 }
 
 Found FindNumber(const std::string& argument, const PixelTypeID& number) {
   if (PixelTypeFactory::HasPixelType(number)) return {number, ""};
   const PFNCResult found = FindPFNC(static_cast<std::uint32_t>(number));
-  if (found && number == found.format->code) return FoundFormat(*found.format);
+  if (found && number == found.format->code) return FoundType(found.format->type, found.format->flags);
   std::string message = argument + ": no pixel type has the id or the PFNC code " + LmTool::HexID(number);
   if (found.reason != nullptr) message += std::string("; ") + found.reason;
   throw py::value_error(message + "; allowed: an id of types(), or the PFNC code of one of them");
 }
 
-// Names of the convention come first: "RGB16" is what a camera means by it, not the class of that name.
 Found FindName(const std::string& argument, const std::string& text) {
-  const PFNCResult found = FindPFNC(text.c_str());
-  if (found) return FoundFormat(*found.format);
   try {
-    return {LmTool::ParsePixelType(argument, text), ""};
+    const LmTool::NamedType found = LmTool::FindNamedType(argument, text);
+    return FoundType(found.id, found.mosaic);
   } catch (const LmTool::ToolError& error) {
-    throw py::value_error(std::string(error.what()) + "; as a PFNC name, " + found.reason);
+    throw py::value_error(error.what());
   }
 }
 

@@ -8,8 +8,8 @@ what there is to convert.
 
 A pixel type is named by a `PixelType`, an id (0x20011), a registered name ("Bayer RGB10-bits"), a class name
 ("BayerRGB10"), or the name or code of the GenICam Pixel Format Naming Convention ("BayerRG10", 0x0110000D), which is
-what a camera's PixelFormat feature holds. PFNC names are spelt exactly, others in any case; where a name is both, as
-"RGB16" is, PFNC's meaning counts.
+what a camera's PixelFormat feature holds. PFNC names are spelt exactly, others in any case. "RGB16" is refused: cameras
+mean another type by it than the class of that name.
 """
 
 from .conversion import convert
