@@ -109,6 +109,8 @@ class LM_EXPORT PixelConverter {
   virtual LmBaseLib::Result ConvertPixel(const void* source, void* destination) const;
 
  private:
+  friend class LineConverter;
+
   PixelConverterInfo* mInfo;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "convert/conversion_context.h"
+#include "convert/converter_info.h"
 #include "convert/filter_tables.h"
 
 namespace LmImagingLib {
@@ -32,12 +33,14 @@ constexpr std::uint32_t PixelBytes(const Source& source) {
 }  // namespace
 
 LineConverter::LineConverter(const Source& source, const Writer& writer, const PixelTypeID& from, const PixelTypeID& to,
-                             unsigned long shift)
+                             unsigned long shift, bool linesJoin)
     : PixelConverter(from, to, PixelBytes(source), writer.pixelBytes, 1, 1),
       mSource(source),
       mWriter(writer),
       mShortcut(FindShortcut(source, writer)),
-      mSampleShift(static_cast<std::uint32_t>(shift) & 31U) {}
+      mSampleShift(static_cast<std::uint32_t>(shift) & 31U) {
+  if (linesJoin) mInfo->joinedGroup = source.groupPixels;
+}
 
 unsigned long LineConverter::GetSourceLineSize(unsigned long pixelCount) const {
   if (mSource.groupBytes % mSource.groupPixels == 0) return PixelConverter::GetSourceLineSize(pixelCount);

@@ -46,8 +46,9 @@ class LineConverter : public PixelConverter {
  public:
   /// @param shift  right shift that brings a sample to 8 bits; of use to layouts of wider samples. Its low 5 bits
   /// count.
+  /// @param linesJoin  whether pixels depend on nothing but their group, so that lines may be converted as one
   LineConverter(const Source& source, const Writer& writer, const PixelTypeID& from, const PixelTypeID& to,
-                unsigned long shift);
+                unsigned long shift, bool linesJoin = true);
 
   unsigned long GetSourceLineSize(unsigned long pixelCount) const override;
   LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;

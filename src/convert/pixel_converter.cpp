@@ -5,21 +5,13 @@
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "LmImagingLib/RGBFilter.h"
 #include "convert/conversion_context.h"
+#include "convert/converter_info.h"
 #include "convert/default_filters.h"
 #include "convert/streams.h"
 
 namespace LmImagingLib {
 
 using LmBaseLib::Result;
-
-struct PixelConverterInfo {
-  PixelTypeID sourceTypeID;
-  PixelTypeID destinationTypeID;
-  std::uint32_t sourcePixelByteSize;
-  std::uint32_t destinationPixelByteSize;
-  std::uint32_t pixelsPerStep;
-  std::uint32_t linesPerStep;
-};
 
 namespace {
 
@@ -56,13 +48,26 @@ void ConvertSteps(const PixelConverter& converter, ConversionContext& context, L
   }
 }
 
+// Images are joined up to so many pixels: none of their sizes in bytes comes near 32 bits.
+constexpr std::uint64_t kMostJoined = 1U << 28;
+
+// Whether the image may be converted as one long line: no gap lies between its lines, and no group of pixels reaches
+// from one into the next. What a line costs beside its pixels, narrow images would feel most.
+bool LinesJoin(const PixelConverterInfo& info, const PixelConverter& converter, const ConversionContext& context,
+               std::uint32_t pixelsPerLine, std::uint32_t lines) {
+  return info.joinedGroup != 0 && pixelsPerLine % info.joinedGroup == 0 &&
+         std::uint64_t{pixelsPerLine} * lines <= kMostJoined &&
+         converter.GetSourceLineSize(pixelsPerLine) == context.sourceLineSize &&
+         converter.GetDestinationLineSize(pixelsPerLine) == context.destinationStride;
+}
+
 }  // namespace
 
 PixelConverter::PixelConverter(const PixelTypeID& source, const PixelTypeID& destination,
                                unsigned long sourcePixelByteSize, unsigned long destinationPixelByteSize,
                                unsigned long pixelsPerStep, unsigned long linesPerStep)
     : mInfo(new PixelConverterInfo{source, destination, U32(sourcePixelByteSize), U32(destinationPixelByteSize),
-                                   U32(pixelsPerStep), U32(linesPerStep)}) {}
+                                   U32(pixelsPerStep), U32(linesPerStep), 0}) {}
 
 PixelConverter::~PixelConverter() {
   delete mInfo;
@@ -137,6 +142,9 @@ Result PixelConverter::Convert(const void* source, unsigned long sourceWidth, un
     ConvertSteps(*this, *context, even, pixelsPerLine, wholeLines, step);
     Lines odd{swapped ? firstField : secondField, target + destinationLine, sourceLine, 2 * destinationLine};
     ConvertSteps(*this, *context, odd, pixelsPerLine, wholeLines, step);
+  } else if (LinesJoin(*mInfo, *this, *context, U32(pixelsPerLine), lineCount)) {
+    context->currentLine = 0;
+    ConvertLine(source, destination, U32(pixelsPerLine) * lineCount);
   } else {
     Lines walk{firstField, target, sourceLine * step, destinationLine * step};
     ConvertSteps(*this, *context, walk, pixelsPerLine, wholeLines, step);

@@ -8,7 +8,7 @@ using LmBaseLib::Result;
 
 TwoTapConverter::TwoTapConverter(const Source& source, const Writer& writer, const PixelTypeID& from,
                                  const PixelTypeID& to, unsigned long shift, TapOrder taps)
-    : LineConverter(source, writer, from, to, shift), mTaps(taps) {}
+    : LineConverter(source, writer, from, to, shift, taps.left == 0 && taps.right == 0), mTaps(taps) {}
 
 Result TwoTapConverter::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {
   if (mTaps.left == 0 && mTaps.right == 0) return LineConverter::ConvertLine(source, destination, pixelCount);

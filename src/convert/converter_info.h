@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+
+#include "LmImagingLib/PixelTypeID.h"
+
+namespace LmImagingLib {
+
+/// What a converter is told when it is made.
+struct PixelConverterInfo {
+  PixelTypeID sourceTypeID;
+  PixelTypeID destinationTypeID;
+  std::uint32_t sourcePixelByteSize;
+  std::uint32_t destinationPixelByteSize;
+  std::uint32_t pixelsPerStep;
+  std::uint32_t linesPerStep;
+  std::uint32_t joinedGroup;  ///< lines of multiples of so many pixels convert as one where no gap parts them; 0: never
+};
+
+}  // namespace LmImagingLib
