@@ -56,7 +56,8 @@ Result LineConverter::ConvertLine(const void* source, void* destination, unsigne
   const std::size_t pixels = ConvertedPixels(mSource, static_cast<std::uint32_t>(pixelCount));
   const StripSteps steps = Steps(*context);
   if (mShortcut != nullptr && steps.tables == nullptr) {
-    mShortcut->convert.Active()(lines, 0, pixels * mShortcut->samplesPerPixel, {target.line, target.line, target.line});
+    StripWalk walk(steps, target, pixels, 0, pixels, target.streams);
+    while (walk.Next()) mShortcut->convert.Active()(lines, walk.At(), walk.Pixels(), &target, walk.At());
   } else {
     ConvertStrips(steps, lines, pixels, &target, 1, 0);
   }

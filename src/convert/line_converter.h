@@ -26,8 +26,7 @@ enum SourceTraits : unsigned {
 /// A way from a source to one writer that needs no strip, for conversions that look nothing up.
 struct Shortcut {
   const Writer* writer;
-  Twins<DecodeKernel> convert;    ///< decodes into the destination's line
-  std::uint32_t samplesPerPixel;  ///< what the kernel counts as a pixel is a sample
+  Twins<DirectKernel> convert;
 };
 
 /// A source layout: how its samples are decoded, and how they lie.

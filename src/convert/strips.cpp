@@ -13,8 +13,6 @@ namespace {
 
 Room RoomIn(Strip& strip) { return {strip.red, strip.green, strip.blue}; }
 
-constexpr std::size_t kCacheLine = 64;
-
 // The pixels to convert until the target reaches a cache line: stores that cross one cost twice as much. None where no
 // whole number of groups gets there.
 std::size_t PixelsToCacheLine(const StripSteps& steps, const std::uint8_t* target) {
@@ -39,8 +37,10 @@ void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, 
 }  // namespace
 
 StripWalk::StripWalk(const StripSteps& steps, const TargetLine& target, std::size_t count, std::size_t first,
-                     std::size_t most)
-    : mNext(PixelsToCacheLine(steps, target.line + first * steps.writer.pixelBytes)), mMost(most), mCount(count) {
+                     std::size_t most, bool aligned)
+    : mNext(aligned ? PixelsToCacheLine(steps, target.line + first * steps.writer.pixelBytes) : 0),
+      mMost(most),
+      mCount(count) {
   if (mNext == 0) mNext = most;
 }
 

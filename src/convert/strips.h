@@ -14,12 +14,16 @@ struct StripSteps {
   const Writer& writer;
 };
 
+inline constexpr std::size_t kCacheLine = 64;
+
 /// Divides the pixels of a line into strips.
 class StripWalk {
  public:
   /// @param count  pixels to convert, the first of which is pixel `first` of the target
   /// @param most  pixels of a strip at most
-  StripWalk(const StripSteps& steps, const TargetLine& target, std::size_t count, std::size_t first, std::size_t most);
+  /// @param aligned  whether the first strip ends where the target reaches a cache line
+  StripWalk(const StripSteps& steps, const TargetLine& target, std::size_t count, std::size_t first, std::size_t most,
+            bool aligned = true);
 
   /// Goes on to the next strip; false behind the last.
   bool Next();

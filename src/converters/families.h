@@ -34,13 +34,15 @@ LM_DECLARE_KERNEL(DecodeKernel, BGR10PackedV1Bytes)
 LM_DECLARE_KERNEL(DecodeKernel, BGR10PackedV2Word)
 LM_DECLARE_KERNEL(DecodeKernel, RGB12PackedV1Bytes)
 
-LM_DECLARE_KERNEL(DecodeKernel, Swap24To24)
-LM_DECLARE_KERNEL(DecodeKernel, Keep24To32)
-LM_DECLARE_KERNEL(DecodeKernel, Swap24To32)
-LM_DECLARE_KERNEL(DecodeKernel, Keep32To24)
-LM_DECLARE_KERNEL(DecodeKernel, Swap32To24)
-LM_DECLARE_KERNEL(DecodeKernel, Keep32To32)
-LM_DECLARE_KERNEL(DecodeKernel, Swap32To32)
+LM_DECLARE_KERNEL(DirectKernel, Swap24To24)
+LM_DECLARE_KERNEL(DirectKernel, Keep24To32)
+LM_DECLARE_KERNEL(DirectKernel, Swap24To32)
+LM_DECLARE_KERNEL(DirectKernel, Keep32To24)
+LM_DECLARE_KERNEL(DirectKernel, Swap32To24)
+LM_DECLARE_KERNEL(DirectKernel, Keep32To32)
+LM_DECLARE_KERNEL(DirectKernel, Swap32To32)
+LM_DECLARE_KERNEL(DirectKernel, RGB48ToRGB24)
+LM_DECLARE_KERNEL(DirectKernel, BGR48ToBGR24)
 
 namespace Sources {
 
@@ -59,22 +61,18 @@ inline constexpr Source kYCrCb{LmImagingLib::kYCrCb444, 1, 3};
 inline constexpr Source kYUV8_411{LmImagingLib::kYUV8_411, 4, 6, WholeGroups::kYuv411};
 
 // Bytes that only change places are shuffled in a register, without a strip: two thirds of the time and less.
-inline constexpr Shortcut kShortcutsFromRGB24[] = {{&OutputBGR24::kWriter, kSwap24To24, 1},
-                                                   {&OutputRGB32::kWriter, kKeep24To32, 1},
-                                                   {&OutputBGR32::kWriter, kSwap24To32, 1}};
-inline constexpr Shortcut kShortcutsFromBGR24[] = {{&OutputRGB24::kWriter, kSwap24To24, 1},
-                                                   {&OutputRGB32::kWriter, kSwap24To32, 1},
-                                                   {&OutputBGR32::kWriter, kKeep24To32, 1}};
-inline constexpr Shortcut kShortcutsFromRGB32[] = {{&OutputRGB24::kWriter, kKeep32To24, 1},
-                                                   {&OutputBGR24::kWriter, kSwap32To24, 1},
-                                                   {&OutputRGB32::kWriter, kKeep32To32, 1},
-                                                   {&OutputBGR32::kWriter, kSwap32To32, 1}};
-inline constexpr Shortcut kShortcutsFromBGR32[] = {{&OutputRGB24::kWriter, kSwap32To24, 1},
-                                                   {&OutputBGR24::kWriter, kKeep32To24, 1},
-                                                   {&OutputRGB32::kWriter, kSwap32To32, 1}};
-// Words in the order of the bytes to write: three samples of gray a pixel.
-inline constexpr Shortcut kShortcutsFromRGB48[] = {{&OutputRGB24::kWriter, LmImagingLib::kGrayscale16, 3}};
-inline constexpr Shortcut kShortcutsFromBGR48[] = {{&OutputBGR24::kWriter, LmImagingLib::kGrayscale16, 3}};
+inline constexpr Shortcut kShortcutsFromRGB24[] = {
+    {&OutputBGR24::kWriter, kSwap24To24}, {&OutputRGB32::kWriter, kKeep24To32}, {&OutputBGR32::kWriter, kSwap24To32}};
+inline constexpr Shortcut kShortcutsFromBGR24[] = {
+    {&OutputRGB24::kWriter, kSwap24To24}, {&OutputRGB32::kWriter, kSwap24To32}, {&OutputBGR32::kWriter, kKeep24To32}};
+inline constexpr Shortcut kShortcutsFromRGB32[] = {{&OutputRGB24::kWriter, kKeep32To24},
+                                                   {&OutputBGR24::kWriter, kSwap32To24},
+                                                   {&OutputRGB32::kWriter, kKeep32To32},
+                                                   {&OutputBGR32::kWriter, kSwap32To32}};
+inline constexpr Shortcut kShortcutsFromBGR32[] = {
+    {&OutputRGB24::kWriter, kSwap32To24}, {&OutputBGR24::kWriter, kKeep32To24}, {&OutputRGB32::kWriter, kSwap32To32}};
+inline constexpr Shortcut kShortcutsFromRGB48[] = {{&OutputRGB24::kWriter, kRGB48ToRGB24}};
+inline constexpr Shortcut kShortcutsFromBGR48[] = {{&OutputBGR24::kWriter, kBGR48ToBGR24}};
 
 template <std::size_t kCount>
 constexpr Source WithShortcuts(Source source, const Shortcut (&shortcuts)[kCount]) {

@@ -69,6 +69,14 @@ inline U8 Pinned(U8 v) {
   return v;
 }
 
+/// A pointer of a structure, loaded alone. Compilers load neighbours as a vector, which has to wait where the caller
+/// has just stored them one by one.
+template <class Byte>
+inline Byte* Alone(Byte* pointer) {
+  __asm__("" : "+r"(pointer));
+  return pointer;
+}
+
 /// Where to store the first `bytes` bytes, and no others.
 struct Part {
   std::uint8_t* at;

@@ -30,36 +30,35 @@ constexpr std::size_t BytesOf(std::size_t pixels) {
   return pixels / Layout::kPixels * Layout::kBytes;
 }
 
-/// What exchanges the cell codes of a Bayer mosaic from one column to the next.
-inline constexpr std::uint32_t kNextCell = 2;
-
 /// The lines of `in` from pixel `pixel` on.
 template <class Layout>
 SourceLines At(const SourceLines& in, std::size_t pixel) {
-  SourceLines at = in;
-  for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] += BytesOf<Layout>(pixel);
-  if (pixel % 2 != 0) at.cell ^= kNextCell;
+  // Copied as a whole, it would be read back in pieces wider than those that it was written in, which takes long.
+  SourceLines at{{}, in.shift, in.cell, in.ahead};
+  for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] = in.line[k] + BytesOf<Layout>(pixel);
+  if (pixel % 2 != 0) at.cell ^= kCellToTheRight;
   return at;
 }
 
 /// Decodes a layout whose `Group` makes the `kPixels` pixels of one group, samples or colours.
 template <class Layout>
 Channels DecodeGroups(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
+  std::uint8_t *const red = room.red, *const green = room.green, *const blue = room.blue;
   for (std::size_t i = 0; i < count; i += Layout::kPixels) {
     if constexpr (Layout::kGray) {
-      Layout::Group(At<Layout>(in, first + i), room.red + i);
+      Layout::Group(At<Layout>(in, first + i), red + i);
     } else {
       Rgb pixels[Layout::kPixels];
       Layout::Group(At<Layout>(in, first + i), pixels);
       for (std::size_t k = 0; k < Layout::kPixels; ++k) {
-        room.red[i + k] = pixels[k].r;
-        room.green[i + k] = pixels[k].g;
-        room.blue[i + k] = pixels[k].b;
+        red[i + k] = pixels[k].r;
+        green[i + k] = pixels[k].g;
+        blue[i + k] = pixels[k].b;
       }
     }
   }
-  if constexpr (Layout::kGray) return {room.red, room.red, room.red};
-  return {room.red, room.green, room.blue};
+  if constexpr (Layout::kGray) return {red, red, red};
+  return {red, green, blue};
 }
 
 #if LM_LANES
@@ -102,50 +101,57 @@ inline void DecodeBlock(const Reader& read, std::uint8_t* red, std::uint8_t* gre
   }
 }
 
-/// Fetches what a later block reads into the cache.
+/// Fetches what a later block reads of the lines from `line` on into the cache.
 template <class Layout>
-inline void FetchAhead(const SourceLines& in, std::size_t at) {
-  for (std::size_t line = 0; line < Layout::kLines; ++line) {
+inline void FetchAhead(const SourceLines& in, std::size_t line, std::size_t at) {
+  for (; line < Layout::kLines; ++line) {
     for (std::size_t byte = 0; byte < BytesOf<Layout>(kLanes); byte += 64) {
       __builtin_prefetch(in.line[line] + at + in.ahead + byte);
     }
   }
 }
 
+/// Calls `use` with what reads a last block of `rest` pixels, and no byte behind them. Takes its own lines: the
+/// caller's would no longer stay in registers if `use` knew where they lie.
+template <class Layout, class Use>
+inline void ReadRest(SourceLines in, std::size_t at, std::size_t rest, const Use& use) {
+  const std::size_t bytes = BytesOf<Layout>(rest) + Layout::kBeyond;
+#if LM_LANES == 64
+  use(PartOfBlock{in, at, bytes});
+#else
+  std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kLanes) + Layout::kBeyond];
+  for (std::size_t k = 0; k < Layout::kLines; ++k) {
+    in.line[k] = static_cast<const std::uint8_t*>(std::memcpy(copy[k], in.line[k] + at, bytes));
+  }
+  use(WholeBlock{in, 0});
+#endif
+}
+
 /// Decodes a layout whose `Block` makes kLanes pixels, from BytesOf(kLanes) + kBeyond bytes of each line.
 template <class Layout>
-Channels DecodeBlocks(const SourceLines& lines, std::size_t first, std::size_t count, const Room& caller) {
+Channels DecodeBlocks(const SourceLines& lines, std::size_t first, std::size_t count, const Room& room) {
   // By reference these would be loaded anew after each store.
-  SourceLines in = At<Layout>(lines, first);
-  const Room room = caller;
+  const SourceLines in = At<Layout>(lines, first);
+  std::uint8_t *const red = Alone(room.red), *const green = Alone(room.green), *const blue = Alone(room.blue);
   std::size_t at = 0;
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, at += BytesOf<Layout>(kLanes)) {
-    if (in.ahead != 0) FetchAhead<Layout>(in, at);
-    DecodeBlock<Layout>(WholeBlock{in, at}, room.red + i, room.green + i, room.blue + i);
+    if (in.ahead != 0) FetchAhead<Layout>(in, 0, at);
+    DecodeBlock<Layout>(WholeBlock{in, at}, red + i, green + i, blue + i);
   }
   if (i < count) {
     const std::size_t rest = count - i;
-    const std::size_t bytes = BytesOf<Layout>(rest) + Layout::kBeyond;
     alignas(kLanes) std::uint8_t pixels[3][kLanes];
-#if LM_LANES == 64
-    DecodeBlock<Layout>(PartOfBlock{in, at, bytes}, pixels[0], pixels[1], pixels[2]);
-#else
-    // The last block reads a copy, so that it touches no byte behind the line.
-    std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kLanes) + Layout::kBeyond];
-    for (std::size_t k = 0; k < Layout::kLines; ++k) {
-      in.line[k] = static_cast<const std::uint8_t*>(std::memcpy(copy[k], in.line[k] + at, bytes));
-    }
-    DecodeBlock<Layout>(WholeBlock{in, 0}, pixels[0], pixels[1], pixels[2]);
-#endif
-    StorePart(Load(pixels[0]), room.red + i, rest);
+    ReadRest<Layout>(in, at, rest,
+                     [&](const auto& read) { DecodeBlock<Layout>(read, pixels[0], pixels[1], pixels[2]); });
+    StorePart(Load(pixels[0]), red + i, rest);
     if constexpr (!Layout::kGray) {
-      StorePart(Load(pixels[1]), room.green + i, rest);
-      StorePart(Load(pixels[2]), room.blue + i, rest);
+      StorePart(Load(pixels[1]), green + i, rest);
+      StorePart(Load(pixels[2]), blue + i, rest);
     }
   }
-  if constexpr (Layout::kGray) return {room.red, room.red, room.red};
-  return {room.red, room.green, room.blue};
+  if constexpr (Layout::kGray) return {red, red, red};
+  return {red, green, blue};
 }
 
 template <class Layout>

@@ -107,5 +107,16 @@ struct GraySamples {
 #endif
 };
 
+/// A channel without anything else between its samples.
+struct SingleSample {
+  static constexpr std::size_t kPixels = 1, kSamples = 1;
+  static constexpr std::size_t kAt[][kPixels] = {{0}};
+};
+
+/// Brings `count` 16-bit samples to 8 bits, from sample `first` on.
+inline void WordsToBytes(const SourceLines& in, std::size_t first, std::size_t count, std::uint8_t* to) {
+  Decoder<GraySamples<SingleSample, 2>>(0)(in, first, count, {to, to, to});
+}
+
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA

@@ -48,16 +48,17 @@ inline std::uint8_t* Address(std::uint8_t* to) { return to; }
 inline std::uint8_t* Address(Stream to) { return to.at; }
 
 template <class Writer, class To, class Change>
-void StoreBlocks(const Channels& caller, std::size_t count, To to, const Change change) {
-  const Channels in = caller;  // by reference it would be loaded anew after each store
+void StoreBlocks(const Channels& in, std::size_t count, To to, const Change change) {
+  // By reference these would be loaded anew after each store.
+  const std::uint8_t *const red = Alone(in.red), *const green = Alone(in.green), *const blue = Alone(in.blue);
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
-    Writer::Block(change({Pinned(Load(in.red + i)), Pinned(Load(in.green + i)), Pinned(Load(in.blue + i))}), to);
+    Writer::Block(change({Pinned(Load(red + i)), Pinned(Load(green + i)), Pinned(Load(blue + i))}), to);
   }
   if (i < count) {
     // Channels may lie in the source, and either line may end here.
     const std::size_t rest = count - i;
-    Writer::Block(change({LoadPart(in.red + i, rest), LoadPart(in.green + i, rest), LoadPart(in.blue + i, rest)}),
+    Writer::Block(change({LoadPart(red + i, rest), LoadPart(green + i, rest), LoadPart(blue + i, rest)}),
                   Part{Address(to), rest * Writer::kBytes});
   }
 }

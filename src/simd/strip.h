@@ -31,11 +31,15 @@ struct Channels {
   const std::uint8_t* blue;
 };
 
+/// Cell codes name the 2 x 2 samples that begin at a position of a Bayer mosaic: 0 G R / B G, 1 G B / R G, 2 R G / G B,
+/// 3 B G / G R. Going right exchanges codes by 2 (G R / B G becomes R G / G B), going down by 3 (it becomes B G / G R).
+inline constexpr std::uint32_t kCellToTheRight = 2, kCellBelow = 3;
+
 /// What a source layout reads.
 struct SourceLines {
-  const std::uint8_t* line[3];  ///< as many lines, or planes, as the layout needs
+  const std::uint8_t* line[4];  ///< as many lines, or planes, as the layout needs
   std::uint32_t shift;          ///< right shift that brings a sample to 8 bits
-  std::uint32_t cell;           ///< Bayer cell code of the first pixel
+  std::uint32_t cell;           ///< cell code of the first pixel of a mosaic
   std::uint32_t ahead = 0;  ///< how many bytes ahead to fetch the lines into the cache; 0 leaves it to the processor
 };
 
@@ -74,6 +78,12 @@ using DecodeKernel = Channels(const SourceLines& in, std::size_t first, std::siz
 /// @param tables  null stores the pixels as they are
 using StoreKernel = void(const Channels& in, const LookupTables* tables, std::size_t count, const TargetLine& out,
                          std::size_t first);
+
+/// Converts `count` pixels (whole groups), from pixel `from` of the source on, to pixel `first` of each target on,
+/// without a lookup. Of a mosaic, which makes two targets at once, `in` begins with the neighbourhood of its first
+/// pixel; the cell codes are 0 and 2, as those of 1 and 3 come from them by exchanging red and blue in the target.
+using DirectKernel = void(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                          std::size_t first);
 
 /// Parts the samples of a two-tap readout, which come in pairs of left and right, into the order of the line.
 /// `left` and `right` receive `pairs` samples each, the last one first where the tap reads backwards.

@@ -1,6 +1,7 @@
 // Bayer mosaic of bytes, bilinear method: each pixel of a line from its own sample and the eight around it. The lines
 // are the one above, the pixels' own, and the one below, all beginning one sample left of the first pixel.
-#include "simd/loops.h"
+#include "convert/writers/interleaved.h"
+#include "simd/direct.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -39,56 +40,76 @@ struct Layout {
   }
 
 #if LM_LANES
-  // The samples at, left of and right of the pixels in the even or in the odd lanes.
-  struct Sites {
-    U16 own, left, right;
+  // The samples of a line as words: those at the even and at the odd columns of the block, which begins one column left
+  // of its first pixel, and those two columns further on.
+  struct Samples {
+    U16 even, odd, nextEven, nextOdd;
   };
 
-  struct Line {
-    Sites even, odd;
-  };
-
-  // The first pixel lies at column 1, so pixels in even lanes lie at odd columns. Two loads give all three neighbours.
   template <class Reader>
-  static Line LoadLine(const Reader& read, std::size_t line) {
-    const U16 first = U16(Pinned(read(line, 0)));
-    const U16 third = U16(Pinned(read(line, 2)));
-    const U16 even0 = first & 0xFF, odd1 = first >> 8, even2 = third & 0xFF, odd3 = third >> 8;
-    return {{odd1, even0, even2}, {even2, odd1, odd3}};
+  static Samples LoadLine(const Reader& read, std::size_t line) {
+    const U16 here = U16(Pinned(read(line, 0)));
+    const U16 next = U16(Pinned(read(line, 2)));
+    return {here & 0xFF, here >> 8, next & 0xFF, next >> 8};
   }
+
+  // Bytes of the even lanes, and of the odd ones, which come in the upper halves of words.
+  static U8 Merge(U16 even, U16 odd) { return U8(even | (odd & 0xFF00)); }
 
   // The channel of the colour that shares the line with green, and that of the lines around it.
-  struct Words {
-    U16 line, green, other;
+  struct Lanes {
+    U8 line, green, other;
   };
 
-  static Words AtGreen(const Sites& above, const Sites& own, const Sites& below) {
-    const U16 sum = own.own + (above.left + below.left) + (above.right + below.right);
-    return {(own.left + own.right) >> 1, MultiplyHigh(sum, 13108),  // a fifth, as the sum is at most 1275
-            (above.own + below.own) >> 1};
+  static constexpr std::uint16_t kFifth = 13108;  // of 65536; exact, as the sum is at most 1275
+
+  // Pixels in even lanes lie at odd columns, between the even ones.
+  static Lanes GreenFirst(const Samples& own, const Samples& around) {
+    return {Merge((own.even + own.nextEven) >> 1, own.nextEven << 8),
+            Merge(MultiplyHigh(own.odd + around.even + around.nextEven, kFifth),
+                  (own.odd + own.nextOdd + around.nextEven) << 6),
+            Merge(around.odd >> 1, (around.odd + around.nextOdd) << 6)};
   }
 
-  static Words AtColor(const Sites& above, const Sites& own, const Sites& below) {
-    return {own.own, ((own.left + own.right) + (above.own + below.own)) >> 2,
-            ((above.left + below.left) + (above.right + below.right)) >> 2};
+  static Lanes ColorFirst(const Samples& own, const Samples& around) {
+    return {Merge(own.odd, (own.odd + own.nextOdd) << 7),
+            Merge((own.even + own.nextEven + around.odd) >> 2,
+                  MultiplyHigh(own.nextEven + around.odd + around.nextOdd, kFifth) << 8),
+            Merge((around.even + around.nextEven) >> 2, around.nextEven << 7)};
   }
 
-  static RgbLanes Zip(const Words& even, const Words& odd, bool redInLine) {
-    const U8 line = U8(even.line | odd.line << 8);
-    const U8 other = U8(even.other | odd.other << 8);
-    return {redInLine ? line : other, U8(even.green | odd.green << 8), redInLine ? other : line};
+  static RgbLanes Pixels(const Samples& above, const Samples& own, const Samples& below, std::uint32_t cell) {
+    const Samples around{above.even + below.even, above.odd + below.odd, above.nextEven + below.nextEven,
+                         above.nextOdd + below.nextOdd};
+    const Lanes lanes = cell < 2 ? GreenFirst(own, around) : ColorFirst(own, around);
+    const bool redInLine = cell % 2 == 0;  // cells 0 and 2 lie on a line of greens and reds
+    return {redInLine ? lanes.line : lanes.other, lanes.green, redInLine ? lanes.other : lanes.line};
   }
 
   template <class Reader>
   static RgbLanes Block(const Reader& read) {
-    const Line above = LoadLine(read, 0);
-    const Line own = LoadLine(read, 1);
-    const Line below = LoadLine(read, 2);
-    const bool redInLine = read.in.cell % 2 == 0;  // cells 0 and 2 lie on a line of greens and reds
-    if (read.in.cell < 2) {
-      return Zip(AtGreen(above.even, own.even, below.even), AtColor(above.odd, own.odd, below.odd), redInLine);
-    }
-    return Zip(AtColor(above.even, own.even, below.even), AtGreen(above.odd, own.odd, below.odd), redInLine);
+    return Pixels(LoadLine(read, 0), LoadLine(read, 1), LoadLine(read, 2), read.in.cell);
+  }
+#endif
+};
+
+// Two lines share two of their rows.
+struct LinePair : Layout {
+  using Line = Layout;
+  static constexpr std::size_t kLines = 4, kTargets = 2, kFresh = 2;
+  static constexpr bool kMosaic = true;
+
+  static SourceLines LineOf(const SourceLines& in, std::size_t target) {
+    const std::uint8_t* const* const line = in.line + target;
+    return {{line[0], line[1], line[2]}, in.shift, target == 0 ? in.cell : in.cell ^ kCellBelow};
+  }
+
+#if LM_LANES
+  template <class Reader>
+  static void Blocks(const Reader& read, RgbLanes (&pixels)[kTargets]) {
+    const Samples line[] = {LoadLine(read, 0), LoadLine(read, 1), LoadLine(read, 2), LoadLine(read, 3)};
+    pixels[0] = Pixels(line[0], line[1], line[2], read.in.cell);
+    pixels[1] = Pixels(line[1], line[2], line[3], read.in.cell ^ kCellBelow);
   }
 #endif
 };
@@ -97,3 +118,7 @@ struct Layout {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(BayerBilinear, Layout)
+LM_EXPORT_DIRECT(BayerBilinearToRGB24, LinePair, Interleaved<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerBilinearToBGR24, LinePair, Interleaved<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerBilinearToRGB32, LinePair, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(BayerBilinearToBGR32, LinePair, Interleaved<First::kBlue, 4>)

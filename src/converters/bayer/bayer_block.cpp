@@ -1,4 +1,6 @@
 // Bayer mosaic, block method: each 2 x 2 cell of samples makes four equal pixels, two on each of two lines.
+#include "convert/writers/interleaved.h"
+#include "simd/direct.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -56,8 +58,33 @@ struct Layout {
 #endif
 };
 
+// Both lines that a cell makes are the same.
+template <std::size_t kSampleBytes>
+struct LinePair : Layout<kSampleBytes> {
+  using Line = Layout<kSampleBytes>;
+  static constexpr std::size_t kTargets = 2, kFresh = 2;
+  static constexpr bool kMosaic = true;
+
+  static SourceLines LineOf(const SourceLines& in, std::size_t /*target*/) { return in; }
+
+#if LM_LANES
+  template <class Reader>
+  static void Blocks(const Reader& read, RgbLanes (&pixels)[kTargets]) {
+    pixels[0] = pixels[1] = Line::Block(read);
+  }
+#endif
+};
+
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(BayerBlock8, Layout<1>)
 LM_EXPORT_DECODER(BayerBlock16, Layout<2>)
+LM_EXPORT_DIRECT(BayerBlock8ToRGB24, LinePair<1>, Interleaved<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerBlock8ToBGR24, LinePair<1>, Interleaved<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerBlock8ToRGB32, LinePair<1>, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(BayerBlock8ToBGR32, LinePair<1>, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(BayerBlock16ToRGB24, LinePair<2>, Interleaved<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerBlock16ToBGR24, LinePair<2>, Interleaved<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerBlock16ToRGB32, LinePair<2>, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(BayerBlock16ToBGR32, LinePair<2>, Interleaved<First::kBlue, 4>)

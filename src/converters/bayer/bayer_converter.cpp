@@ -1,6 +1,7 @@
 #include "converters/bayer/bayer_converter.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "convert/conversion_context.h"
 #include "convert/line_converter.h"
@@ -11,15 +12,29 @@ using LmBaseLib::Result;
 
 LM_DECLARE_KERNEL(DecodeKernel, BayerBilinear)
 LM_DECLARE_KERNEL(DecodeKernel, Grayscale16)
+LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToRGB24)
+LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToBGR24)
+LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToRGB32)
+LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToBGR32)
+LM_DECLARE_KERNEL(DirectKernel, BayerBlock16ToRGB24)
+LM_DECLARE_KERNEL(DirectKernel, BayerBlock16ToBGR24)
+LM_DECLARE_KERNEL(DirectKernel, BayerBlock16ToRGB32)
+LM_DECLARE_KERNEL(DirectKernel, BayerBlock16ToBGR32)
+LM_DECLARE_KERNEL(DirectKernel, BayerBilinearToRGB24)
+LM_DECLARE_KERNEL(DirectKernel, BayerBilinearToBGR24)
+LM_DECLARE_KERNEL(DirectKernel, BayerBilinearToRGB32)
+LM_DECLARE_KERNEL(DirectKernel, BayerBilinearToBGR32)
+
+/// A way from a mosaic to one writer that needs no strip, for conversions that look nothing up.
+struct MosaicShortcut {
+  const Writer* writer;
+  Twins<DirectKernel> block8, block16, bilinear;
+  const MosaicShortcut* swapped;  ///< the same with red and blue exchanged
+};
 
 namespace {
 
-// Cell codes name the 2 x 2 samples that begin at a position: 0 G R / B G, 1 G B / R G, 2 R G / G B, 3 B G / G R.
-// The code of the layout holds at even lines and columns. Going down a line exchanges codes by 3 (G R / B G becomes
-// B G / G R), going right by 2 (G R / B G becomes R G / G B).
-constexpr std::uint32_t kNextLine = 3;
-constexpr std::uint32_t kNextColumn = 2;
-
+// The code of the cell at even lines and columns.
 std::uint32_t LayoutCell(std::uint32_t flags) {
   if ((flags & ConversionFlags::kBayerBG) != 0) return 3;
   if ((flags & ConversionFlags::kBayerRG) != 0) return 2;
@@ -27,72 +42,117 @@ std::uint32_t LayoutCell(std::uint32_t flags) {
   return 0;
 }
 
-std::uint32_t CellCode(const ConversionContext& context, std::size_t column) {
-  const std::uint32_t line = context.currentLine % 2 != 0 ? kNextLine : 0;
-  return LayoutCell(context.flags) ^ line ^ (column % 2 != 0 ? kNextColumn : 0);
-}
-
-// Two lines a step: what comes next lies two lines below.
-std::uint32_t AheadOf(const ConversionContext& context) {
-  return context.fetchAhead == 0 ? 0 : 2 * context.sourceLineSize;
-}
-
-// The destination lines of a step.
-struct StepTargets {
-  StepTargets(const ConversionContext& context, void* destination)
-      : lines{TargetAt(destination, context),
-              TargetAt(static_cast<std::uint8_t*>(destination) + context.destinationStride, context)},
-        count(context.stepLines) {}
-
-  TargetLine lines[2];
-  std::size_t count;
+constexpr MosaicShortcut kShortcuts[4] = {
+    {&OutputRGB24::kWriter, kBayerBlock8ToRGB24, kBayerBlock16ToRGB24, kBayerBilinearToRGB24, &kShortcuts[1]},
+    {&OutputBGR24::kWriter, kBayerBlock8ToBGR24, kBayerBlock16ToBGR24, kBayerBilinearToBGR24, &kShortcuts[0]},
+    {&OutputRGB32::kWriter, kBayerBlock8ToRGB32, kBayerBlock16ToRGB32, kBayerBilinearToRGB32, &kShortcuts[3]},
+    {&OutputBGR32::kWriter, kBayerBlock8ToBGR32, kBayerBlock16ToBGR32, kBayerBilinearToBGR32, &kShortcuts[2]},
 };
 
-struct Color {
-  std::uint8_t red, green, blue;
-};
+// The bits of a cell code that shortcuts are made for; the other one exchanges red and blue.
+constexpr std::uint32_t kShortcutCells = 2;
 
-// The colour of a cell.
-Color ColorOf(const BayerSource& source, const SourceLines& cell) {
-  std::uint8_t pixels[3][2];
-  source.block.Definition()(cell, 0, 2, {pixels[0], pixels[1], pixels[2]});
-  return {pixels[0][0], pixels[1][0], pixels[2][0]};
+const MosaicShortcut* FindShortcut(const Writer& writer) {
+  const auto* const found = std::find_if(std::begin(kShortcuts), std::end(kShortcuts),
+                                         [&writer](const MosaicShortcut& each) { return each.writer == &writer; });
+  return found == std::end(kShortcuts) ? nullptr : found;
 }
 
-void Put(const Color& color, const Room& room, std::size_t at) {
-  room.red[at] = color.red;
-  room.green[at] = color.green;
-  room.blue[at] = color.blue;
-}
-
-// The line above a step, its own two, and the one below.
+// The line above a step, its own two, and the one below, from a column on.
 struct Rows {
-  const std::uint8_t* first;
-  std::size_t stride;
+  SourceLines Lines(std::uint32_t cell, std::uint32_t ahead) const {
+    return {{row[0], row[1], row[2], row[3]}, 0, cell, ahead};
+  }
+
+  const std::uint8_t* row[4];
 };
 
 // Rows of wide samples brought to 8 bits. Each is needed by up to three lines, and twice by either of them.
 class NarrowRows {
  public:
-  Rows Fill(const Rows& wide, std::size_t count, std::uint32_t shift, std::uint32_t ahead) {
+  // Leads `rows` here.
+  void Fill(Rows& rows, std::size_t count, std::uint32_t shift, std::uint32_t ahead) {
     for (std::size_t k = 0; k < 4; ++k) {
-      const std::uint8_t* const row = wide.first + k * wide.stride;
-      kGrayscale16.Active()({{row, nullptr, nullptr}, shift, 0, ahead}, 0, count, {mRows[k], mRows[k], mRows[k]});
+      kGrayscale16.Active()({{rows.row[k]}, shift, 0, ahead}, 0, count, {mRows[k], mRows[k], mRows[k]});
+      rows.row[k] = mRows[k];
     }
-    return {mRows[0], sizeof mRows[0]};
   }
 
  private:
   alignas(64) std::uint8_t mRows[4][kStripPixels + 64];  // a sample more on either side; 64 keep the rows aligned
 };
 
+struct Color {
+  std::uint8_t red, green, blue;
+};
+
 }  // namespace
+
+/// The source lines of a step.
+class BayerConverter::Mosaic {
+ public:
+  Mosaic(const BayerConverter& converter, const ConversionContext& context, const void* source)
+      : mSource(converter.mSource),
+        mLine(static_cast<const std::uint8_t*>(source)),
+        mLineSize(context.sourceLineSize),
+        mShift(converter.mSampleShift),
+        mCell(LayoutCell(context.flags) ^ (context.currentLine % 2 != 0 ? kCellBelow : 0)),
+        mAhead(context.fetchAhead) {}
+
+  std::uint32_t CellCode(std::size_t column) const { return column % 2 != 0 ? mCell ^ kCellToTheRight : mCell; }
+
+  SourceLines CellsAt(std::size_t column) const {
+    const std::uint8_t* const line = mLine + column * mSource.sampleBytes;
+    return {{line, line + mLineSize}, mShift, CellCode(column), mAhead};
+  }
+
+  Color ColorAt(std::size_t column) const {
+    std::uint8_t pixels[3][2];
+    mSource.block.Definition()(CellsAt(column), 0, 2, {pixels[0], pixels[1], pixels[2]});
+    return {pixels[0][0], pixels[1][0], pixels[2][0]};
+  }
+
+  Rows RowsAt(std::size_t column) const {
+    const std::uint8_t* const row = mLine - mLineSize + column * mSource.sampleBytes;
+    return {{row, row + mLineSize, row + 2 * mLineSize, row + 3 * mLineSize}};
+  }
+
+  // Two lines a step: what comes next lies two lines below.
+  std::uint32_t RowsAhead() const { return mAhead == 0 ? 0 : static_cast<std::uint32_t>(2 * mLineSize); }
+
+ private:
+  const BayerSource& mSource;
+  const std::uint8_t* mLine;
+  std::size_t mLineSize;
+  std::uint32_t mShift;
+  std::uint32_t mCell;
+  std::uint32_t mAhead;
+};
+
+/// The destination lines of a step.
+struct BayerConverter::StepTargets {
+  StepTargets(const ConversionContext& context, void* destination)
+      : lines{TargetAt(destination, context),
+              TargetAt(static_cast<std::uint8_t*>(destination) + context.destinationStride, context)},
+        count(context.stepLines) {}
+
+  /// Stores a pixel by the definition, which is the quickest for one.
+  void Store(const StripSteps& steps, const Color& color, std::size_t at) const {
+    for (std::size_t k = 0; k < count; ++k) {
+      steps.writer.store.Definition()({&color.red, &color.green, &color.blue}, steps.tables, 1, lines[k], at);
+    }
+  }
+
+  TargetLine lines[2];
+  std::size_t count;
+};
 
 BayerConverter::BayerConverter(const BayerSource& source, const Writer& writer, const PixelTypeID& from,
                                const PixelTypeID& to, unsigned long shift)
     : PixelConverter(from, to, source.sampleBytes, writer.pixelBytes, 1, 1),
       mSource(source),
       mWriter(writer),
+      mShortcut(FindShortcut(writer)),
       mSampleShift(static_cast<std::uint32_t>(shift) & 31U) {}
 
 unsigned long BayerConverter::GetLinesPerStep() const { return 2; }
@@ -120,18 +180,20 @@ Result BayerConverter::DemosaicBlock(const void* source, void* destination, unsi
   const ContextScope context;
   const std::size_t pixels = static_cast<std::uint32_t>(pixelCount);
   if (pixels < 2) return Result::OK;
+  const Mosaic mosaic(*this, *context, source);
   const StepTargets targets(*context, destination);
   const StripSteps steps{mSource.block.Active(), 2, false, LookupOf(*context), mWriter};
-  ConvertStrips(steps, CellsAt(*context, source, 0), pixels - pixels % 2, targets.lines, targets.count, 0);
-  if (pixels % 2 != 0) {
-    StoreKernel* const store = mWriter.store.Active();
-    Strip strip;
-    for (std::size_t k = 0; k < targets.count; ++k) {
-      const Room room = RoomFor(steps, targets.lines[k], pixels - 1, strip);
-      Put(ColorOf(mSource, CellsAt(*context, source, pixels - 2)), room, 0);
-      store({room.red, room.green, room.blue}, steps.tables, 1, targets.lines[k], pixels - 1);
-    }
+  const std::size_t whole = pixels - pixels % 2;
+  if (const MosaicShortcut* const shortcut = ShortcutFor(steps, targets, mosaic.CellCode(0)); shortcut != nullptr) {
+    DirectKernel* const convert = (mSource.sampleBytes == 1 ? shortcut->block8 : shortcut->block16).Active();
+    SourceLines cells = mosaic.CellsAt(0);
+    cells.cell &= kShortcutCells;
+    StripWalk walk(steps, targets.lines[0], whole, 0, whole);
+    while (walk.Next()) convert(cells, walk.At(), walk.Pixels(), targets.lines, walk.At());
+  } else {
+    ConvertStrips(steps, mosaic.CellsAt(0), whole, targets.lines, targets.count, 0);
   }
+  if (pixels % 2 != 0) targets.Store(steps, mosaic.ColorAt(pixels - 2), pixels - 1);
   return Result::OK;
 }
 
@@ -144,48 +206,60 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
   const std::size_t pixels = static_cast<std::uint32_t>(pixelCount);
   if (pixels < 2) return Result::OK;
 
+  const Mosaic mosaic(*this, *context, source);
   const StepTargets targets(*context, destination);
   const StripSteps steps{kBayerBilinear.Active(), 1, false, LookupOf(*context), mWriter};
-  const std::size_t interiorEnd = (pixels - 2) / 2 * 2 + 1;
-  const Color left = ColorOf(mSource, CellsAt(*context, source, 0));
-  // One column of an even line, two of an odd one.
-  const Color last = ColorOf(mSource, CellsAt(*context, source, pixels - 2));
-  const Color right[] = {pixels % 2 == 0 ? last : ColorOf(mSource, CellsAt(*context, source, pixels - 3)), last};
-  StoreKernel* const store = mWriter.store.Active();
-  Strip strip;
-  NarrowRows narrow;
-  StripWalk walk(steps, targets.lines[0], pixels, 0, kStripPixels);
-  while (walk.Next()) {
-    const std::size_t stripEnd = walk.At() + walk.Pixels();
-    const std::size_t begin = std::max(walk.At(), std::size_t{1});
-    const std::size_t end = std::min(stripEnd, interiorEnd);
-    const std::size_t count = end - std::min(begin, end);
-    const std::size_t skip = begin - walk.At();
-    const auto* const own = static_cast<const std::uint8_t*>(source) + (begin - 1) * mSource.sampleBytes;
-    Rows rows{own - context->sourceLineSize, context->sourceLineSize};
-    if (mSource.sampleBytes != 1 && count != 0) {
-      rows = narrow.Fill(rows, count + 2, mSampleShift, AheadOf(*context));
-    }
-    const std::uint32_t ahead = mSource.sampleBytes == 1 ? AheadOf(*context) : 0;
-    for (std::size_t k = 0; k < targets.count; ++k) {
-      const Room room = RoomFor(steps, targets.lines[k], walk.At(), strip);
-      const std::uint8_t* const above = rows.first + k * rows.stride;
-      const std::uint32_t cell = CellCode(*context, begin) ^ (k == 0 ? 0 : kNextLine);
-      steps.decode({{above, above + rows.stride, above + 2 * rows.stride}, 0, cell, ahead}, 0, count,
-                   {room.red + skip, room.green + skip, room.blue + skip});
-      if (walk.At() == 0) Put(left, room, 0);
-      for (std::size_t x = std::max(interiorEnd, walk.At()); x < stripEnd; ++x) {
-        Put(right[x - interiorEnd], room, x - walk.At());
-      }
-      store({room.red, room.green, room.blue}, steps.tables, walk.Pixels(), targets.lines[k], walk.At());
-    }
+  const std::size_t interior = (pixels - 2) / 2 * 2;
+  const MosaicShortcut* const shortcut = ShortcutFor(steps, targets, mosaic.CellCode(1));
+  targets.Store(steps, mosaic.ColorAt(0), 0);
+  if (shortcut != nullptr && mSource.sampleBytes == 1 && !context->streams) {
+    shortcut->bilinear.Active()(mosaic.RowsAt(0).Lines(mosaic.CellCode(1) & kShortcutCells, 0), 0, interior,
+                                targets.lines, 1);
+  } else {
+    InteriorStrips(steps, mosaic, targets, interior, shortcut);
   }
+  // One column of an even line, two of an odd one.
+  if (pixels % 2 != 0) targets.Store(steps, mosaic.ColorAt(pixels - 3), pixels - 2);
+  targets.Store(steps, mosaic.ColorAt(pixels - 2), pixels - 1);
   return Result::OK;
 }
 
-SourceLines BayerConverter::CellsAt(const ConversionContext& context, const void* source, std::size_t column) const {
-  const auto* const line = static_cast<const std::uint8_t*>(source) + column * mSource.sampleBytes;
-  return {{line, line + context.sourceLineSize, nullptr}, mSampleShift, CellCode(context, column), context.fetchAhead};
+void BayerConverter::InteriorStrips(const StripSteps& steps, const Mosaic& mosaic, const StepTargets& targets,
+                                    std::size_t count, const MosaicShortcut* shortcut) const {
+  StoreKernel* const store = mWriter.store.Active();
+  const bool narrows = mSource.sampleBytes != 1;
+  const std::uint32_t ahead = narrows ? 0 : mosaic.RowsAhead();
+  Strip strip;
+  NarrowRows narrow;
+  // Shortcuts wait for memory anyhow, and lose nothing by stores across cache lines.
+  const bool aligned = shortcut == nullptr || targets.lines[0].streams;
+  StripWalk walk(steps, targets.lines[0], count, 1, kStripPixels, aligned);
+  while (walk.Next()) {
+    const std::size_t first = 1 + walk.At();
+    Rows rows = mosaic.RowsAt(walk.At());
+    if (narrows) narrow.Fill(rows, walk.Pixels() + 2, mSampleShift, mosaic.RowsAhead());
+    const std::uint32_t cell = mosaic.CellCode(first);
+    if (shortcut != nullptr) {
+      shortcut->bilinear.Active()(rows.Lines(cell & kShortcutCells, ahead), 0, walk.Pixels(), targets.lines, first);
+      continue;
+    }
+    for (std::size_t k = 0; k < targets.count; ++k) {
+      const Room room = RoomFor(steps, targets.lines[k], first, strip);
+      const std::uint32_t cellOfLine = k == 0 ? cell : cell ^ kCellBelow;
+      store(
+          steps.decode({{rows.row[k], rows.row[k + 1], rows.row[k + 2]}, 0, cellOfLine, ahead}, 0, walk.Pixels(), room),
+          steps.tables, walk.Pixels(), targets.lines[k], first);
+    }
+  }
+}
+
+const MosaicShortcut* BayerConverter::ShortcutFor(const StripSteps& steps, const StepTargets& targets,
+                                                  std::uint32_t cell) const {
+  if (mShortcut == nullptr || steps.tables != nullptr || targets.count != 2) return nullptr;
+  // Only aligned lines can be stored past the caches. Strips align either line.
+  const bool aligned = (targets.lines[1].line - targets.lines[0].line) % kCacheLine == 0;
+  if (targets.lines[0].streams && !aligned) return nullptr;
+  return (cell & ~kShortcutCells) == 0 ? mShortcut : mShortcut->swapped;
 }
 
 }  // namespace LmImagingLib

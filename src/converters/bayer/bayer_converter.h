@@ -7,6 +7,7 @@
 namespace LmImagingLib {
 
 struct ConversionContext;
+struct MosaicShortcut;
 
 /// A mosaic's samples.
 struct BayerSource {
@@ -37,10 +38,17 @@ class BayerConverter : public PixelConverter {
   virtual LmBaseLib::Result DemosaicBilinear(const void* source, void* destination, unsigned long pixelCount) const;
 
  private:
-  SourceLines CellsAt(const ConversionContext& context, const void* source, std::size_t column) const;
+  class Mosaic;
+  struct StepTargets;
+
+  /// The shortcut for pixels from one of cell code `cell` on, or null where strips are due.
+  const MosaicShortcut* ShortcutFor(const StripSteps& steps, const StepTargets& targets, std::uint32_t cell) const;
+  void InteriorStrips(const StripSteps& steps, const Mosaic& mosaic, const StepTargets& targets, std::size_t count,
+                      const MosaicShortcut* shortcut) const;
 
   const BayerSource& mSource;
   const Writer& mWriter;
+  const MosaicShortcut* mShortcut;
   std::uint32_t mSampleShift;
 };
 

@@ -10,37 +10,42 @@ struct Map {
   static constexpr std::size_t kOrder[kTo] = {kOrderOfBytes...};
 };
 
-// Into the room's first plane, which is the line itself.
 template <class Order>
-Channels Shuffle(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
-  ShufflePixels<Order>(in.line[0] + first * Order::kFrom, room.red, count);
-  return {room.red, room.red, room.red};
+void Shuffle(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets, std::size_t first) {
+  ShufflePixels<Order>(in.line[0] + from * Order::kFrom, targets->line + first * Order::kTo, count);
 }
 
 }  // namespace
 
-DecodeKernel Swap24To24, Keep24To32, Swap24To32, Keep32To24, Swap32To24, Keep32To32, Swap32To32;
+DirectKernel Swap24To24, Keep24To32, Swap24To32, Keep32To24, Swap32To24, Keep32To32, Swap32To32;
 
-Channels Swap24To24(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
-  return Shuffle<Map<3, 2, 1, 0>>(in, first, count, room);
+void Swap24To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  Shuffle<Map<3, 2, 1, 0>>(in, from, count, targets, first);
 }
-Channels Keep24To32(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
-  return Shuffle<Map<3, 0, 1, 2, kZero>>(in, first, count, room);
+void Keep24To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  Shuffle<Map<3, 0, 1, 2, kZero>>(in, from, count, targets, first);
 }
-Channels Swap24To32(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
-  return Shuffle<Map<3, 2, 1, 0, kZero>>(in, first, count, room);
+void Swap24To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  Shuffle<Map<3, 2, 1, 0, kZero>>(in, from, count, targets, first);
 }
-Channels Keep32To24(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
-  return Shuffle<Map<4, 0, 1, 2>>(in, first, count, room);
+void Keep32To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  Shuffle<Map<4, 0, 1, 2>>(in, from, count, targets, first);
 }
-Channels Swap32To24(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
-  return Shuffle<Map<4, 2, 1, 0>>(in, first, count, room);
+void Swap32To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  Shuffle<Map<4, 2, 1, 0>>(in, from, count, targets, first);
 }
-Channels Keep32To32(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
-  return Shuffle<Map<4, 0, 1, 2, kZero>>(in, first, count, room);
+void Keep32To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  Shuffle<Map<4, 0, 1, 2, kZero>>(in, from, count, targets, first);
 }
-Channels Swap32To32(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
-  return Shuffle<Map<4, 2, 1, 0, kZero>>(in, first, count, room);
+void Swap32To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  Shuffle<Map<4, 2, 1, 0, kZero>>(in, from, count, targets, first);
 }
 
 }  // namespace LmImagingLib::LM_ISA

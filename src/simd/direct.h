@@ -1,0 +1,129 @@
+#pragma once
+
+#include "simd/loops.h"
+#include "simd/stores.h"
+
+// From a source straight into a writer. A strip keeps decoding and storing apart; here the arithmetic goes on while
+// stores wait for memory. That pays where a source takes long to decode and its pairs are used a lot; each is code of
+// its own.
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+/// A layout of single lines, as `Direct` wants it.
+template <class Layout>
+struct SingleLine : Layout {
+  using Line = Layout;
+  static constexpr std::size_t kTargets = 1;             ///< lines that are made at once
+  static constexpr std::size_t kFresh = Layout::kLines;  ///< source lines, the last ones, that no step before has read
+  static constexpr bool kMosaic = false;
+
+  /// The source of a target's line.
+  static SourceLines LineOf(const SourceLines& in, std::size_t /*target*/) { return in; }
+
+#if LM_LANES
+  /// A block of pixels of each target.
+  template <class Reader>
+  static void Blocks(const Reader& read, RgbLanes (&pixels)[kTargets]) {
+    pixels[0] = Layout::Block(read);
+  }
+#endif
+};
+
+/// Converts group by group.
+template <class Layout, class Writer>
+struct DirectGroups {
+  static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                      std::size_t first) {
+    for (std::size_t k = 0; k < Layout::kTargets; ++k) {
+      const SourceLines line = Layout::LineOf(in, k);
+      std::uint8_t* to = targets[k].line + first * Writer::kBytes;
+      for (std::size_t i = 0; i < count; i += Layout::kPixels) {
+        Rgb pixels[Layout::kPixels];
+        Layout::Group(At<typename Layout::Line>(line, from + i), pixels);
+        for (const Rgb& pixel : pixels) {
+          Writer::Pixel(pixel, to);
+          to += Writer::kBytes;
+        }
+      }
+    }
+  }
+};
+
+#if LM_LANES
+
+/// Converts block by block.
+template <class Layout, class Writer>
+class DirectBlocks {
+ public:
+  static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                      std::size_t first) {
+    const SourceLines at = At<Layout>(in, from);
+    if (Layout::kMosaic && at.cell != 0) {
+      ConvertFrom<Layout::kMosaic ? 2 : 0>(at, count, targets, first);
+    } else {
+      ConvertFrom<0>(at, count, targets, first);
+    }
+  }
+
+ private:
+  // Each cell has a loop of its own, without a branch. Flattened, as compilers would rather call what several loops
+  // use, and hand vectors over in memory.
+  template <std::uint32_t kCell>
+  [[gnu::flatten]] static void ConvertFrom(const SourceLines& in, std::size_t count, const TargetLine* targets,
+                                           std::size_t first) {
+    std::uint8_t* to[Layout::kTargets];
+    bool streams = kHasStreams && targets[0].streams;
+    for (std::size_t k = 0; k < Layout::kTargets; ++k) {
+      to[k] = targets[k].line + first * Writer::kBytes;
+      streams = streams && reinterpret_cast<std::uintptr_t>(to[k]) % kLanes == 0;
+    }
+    if (streams) {
+      ConvertTo<kCell, Stream>(in, count, to);
+    } else {
+      ConvertTo<kCell, std::uint8_t*>(in, count, to);
+    }
+  }
+
+  template <std::uint32_t kCell, class To>
+  static void ConvertTo(const SourceLines& caller, std::size_t count, std::uint8_t* const (&to)[Layout::kTargets]) {
+    // By reference it would be loaded anew after each store.
+    SourceLines in{{}, caller.shift, kCell, caller.ahead};
+    for (std::size_t line = 0; line < Layout::kLines; ++line) in.line[line] = Alone(caller.line[line]);
+    RgbLanes pixels[Layout::kTargets];
+    std::size_t at = 0;
+    std::size_t done = 0;
+    for (; count >= kLanes; count -= kLanes, at += BytesOf<Layout>(kLanes), done += kLanes * Writer::kBytes) {
+      if (in.ahead != 0) FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at);
+      Layout::Blocks(WholeBlock{in, at}, pixels);
+      for (std::size_t k = 0; k < Layout::kTargets; ++k) Writer::Block(pixels[k], To{to[k]} + done);
+    }
+    if (count == 0) return;
+    ReadRest<Layout>(in, at, count, [&pixels](const auto& read) { Layout::Blocks(read, pixels); });
+    for (std::size_t k = 0; k < Layout::kTargets; ++k) {
+      Writer::Block(pixels[k], Part{to[k] + done, count * Writer::kBytes});
+    }
+  }
+};
+
+template <class Layout, class Writer>
+using Direct = DirectBlocks<Layout, Writer>;
+
+#else
+
+template <class Layout, class Writer>
+using Direct = DirectGroups<Layout, Writer>;
+
+#endif
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+/// Exports a layout together with a writer as the kernel `Name`.
+#define LM_EXPORT_DIRECT(Name, Layout, ...)                                                        \
+  namespace LmImagingLib::LM_ISA {                                                                 \
+  DirectKernel Name;                                                                               \
+  void Name(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets, \
+            std::size_t first) {                                                                   \
+    Direct<Layout, __VA_ARGS__>::Convert(in, from, count, targets, first);                         \
+  }                                                                                                \
+  }
