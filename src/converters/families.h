@@ -43,8 +43,23 @@ LM_DECLARE_KERNEL(DirectKernel, Keep32To32)
 LM_DECLARE_KERNEL(DirectKernel, Swap32To32)
 LM_DECLARE_KERNEL(DirectKernel, RGB48ToRGB24)
 LM_DECLARE_KERNEL(DirectKernel, BGR48ToBGR24)
+LM_DECLARE_KERNEL(DirectKernel, YUV8_422ToRGB24)
+LM_DECLARE_KERNEL(DirectKernel, YUV8_422ToBGR24)
+LM_DECLARE_KERNEL(DirectKernel, YUV8_422ToRGB32)
+LM_DECLARE_KERNEL(DirectKernel, YUV8_422ToBGR32)
+LM_DECLARE_KERNEL(DirectKernel, YUV8_422_GEVToRGB24)
+LM_DECLARE_KERNEL(DirectKernel, YUV8_422_GEVToBGR24)
+LM_DECLARE_KERNEL(DirectKernel, YUV8_422_GEVToRGB32)
+LM_DECLARE_KERNEL(DirectKernel, YUV8_422_GEVToBGR32)
 
 namespace Sources {
+
+template <std::size_t kCount>
+constexpr Source WithShortcuts(Source source, const Shortcut (&shortcuts)[kCount]) {
+  source.shortcuts = shortcuts;
+  source.shortcutCount = kCount;
+  return source;
+}
 
 inline constexpr Source kGrayscale8{LmImagingLib::kGrayscale8Bytes, 1, 1, WholeGroups::kInside, kGray | kPlain};
 inline constexpr Source kGrayscale8Signed{LmImagingLib::kGrayscale8Signed, 1, 1, WholeGroups::kInside, kGray};
@@ -52,8 +67,17 @@ inline constexpr Source kGrayscale16{LmImagingLib::kGrayscale16, 1, 2, WholeGrou
 inline constexpr Source kGrayscalePackedGEV{LmImagingLib::kGrayscalePackedGEV, 2, 3, WholeGroups::kCover, kGray};
 inline constexpr Source kGrayscale12Packed{LmImagingLib::kGrayscale12Packed, 2, 3, WholeGroups::kInside, kGray};
 
-inline constexpr Source kYUV8_422{LmImagingLib::kYUV8_422, 2, 4};
-inline constexpr Source kYUV8_422_GEV{LmImagingLib::kYUV8_422_GEV, 2, 4};
+// What screens and most files want of cameras' most common colour, a sixth quicker without strips.
+inline constexpr Shortcut kShortcutsFromYUV8_422[] = {{&OutputRGB24::kWriter, kYUV8_422ToRGB24},
+                                                      {&OutputBGR24::kWriter, kYUV8_422ToBGR24},
+                                                      {&OutputRGB32::kWriter, kYUV8_422ToRGB32},
+                                                      {&OutputBGR32::kWriter, kYUV8_422ToBGR32}};
+inline constexpr Shortcut kShortcutsFromYUV8_422_GEV[] = {{&OutputRGB24::kWriter, kYUV8_422_GEVToRGB24},
+                                                          {&OutputBGR24::kWriter, kYUV8_422_GEVToBGR24},
+                                                          {&OutputRGB32::kWriter, kYUV8_422_GEVToRGB32},
+                                                          {&OutputBGR32::kWriter, kYUV8_422_GEVToBGR32}};
+inline constexpr Source kYUV8_422 = WithShortcuts({LmImagingLib::kYUV8_422, 2, 4}, kShortcutsFromYUV8_422);
+inline constexpr Source kYUV8_422_GEV = WithShortcuts({LmImagingLib::kYUV8_422_GEV, 2, 4}, kShortcutsFromYUV8_422_GEV);
 inline constexpr Source kYUV10{LmImagingLib::kYUV10, 2, 8};
 inline constexpr Source kYUV8_444{LmImagingLib::kYUV8_444, 1, 3};
 inline constexpr Source kYUV8_444_GEV{LmImagingLib::kYUV8_444_GEV, 1, 3};
@@ -73,13 +97,6 @@ inline constexpr Shortcut kShortcutsFromBGR32[] = {
     {&OutputRGB24::kWriter, kSwap32To24}, {&OutputBGR24::kWriter, kKeep32To24}, {&OutputRGB32::kWriter, kSwap32To32}};
 inline constexpr Shortcut kShortcutsFromRGB48[] = {{&OutputRGB24::kWriter, kRGB48ToRGB24}};
 inline constexpr Shortcut kShortcutsFromBGR48[] = {{&OutputBGR24::kWriter, kBGR48ToBGR24}};
-
-template <std::size_t kCount>
-constexpr Source WithShortcuts(Source source, const Shortcut (&shortcuts)[kCount]) {
-  source.shortcuts = shortcuts;
-  source.shortcutCount = kCount;
-  return source;
-}
 
 inline constexpr Source kRGB24 = WithShortcuts({LmImagingLib::kRGB24, 1, 3}, kShortcutsFromRGB24);
 inline constexpr Source kBGR24 = WithShortcuts({LmImagingLib::kBGR24, 1, 3}, kShortcutsFromBGR24);

@@ -21,10 +21,10 @@ struct SingleLine : Layout {
   static SourceLines LineOf(const SourceLines& in, std::size_t /*target*/) { return in; }
 
 #if LM_LANES
-  /// A block of pixels of each target.
-  template <class Reader>
-  static void Blocks(const Reader& read, RgbLanes (&pixels)[kTargets]) {
-    pixels[0] = Layout::Block(read);
+  /// Hands a block of pixels of each target to `store`.
+  template <class Reader, class Store>
+  static void Blocks(const Reader& read, const Store& store) {
+    store(0, Layout::Block(read));
   }
 #endif
 };
@@ -89,19 +89,20 @@ class DirectBlocks {
     // By reference it would be loaded anew after each store.
     SourceLines in{{}, caller.shift, kCell, caller.ahead};
     for (std::size_t line = 0; line < Layout::kLines; ++line) in.line[line] = Alone(caller.line[line]);
-    RgbLanes pixels[Layout::kTargets];
     std::size_t at = 0;
     std::size_t done = 0;
     for (; count >= kLanes; count -= kLanes, at += BytesOf<Layout>(kLanes), done += kLanes * Writer::kBytes) {
       if (in.ahead != 0) FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at);
-      Layout::Blocks(WholeBlock{in, at}, pixels);
-      for (std::size_t k = 0; k < Layout::kTargets; ++k) Writer::Block(pixels[k], To{to[k]} + done);
+      Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const RgbLanes& pixels) {
+        Writer::Block(pixels, To{to[target]} + done);
+      });
     }
     if (count == 0) return;
-    ReadRest<Layout>(in, at, count, [&pixels](const auto& read) { Layout::Blocks(read, pixels); });
-    for (std::size_t k = 0; k < Layout::kTargets; ++k) {
-      Writer::Block(pixels[k], Part{to[k] + done, count * Writer::kBytes});
-    }
+    ReadRest<Layout>(in, at, count, [&to, done, count](const auto& read) {
+      Layout::Blocks(read, [&to, done, count](std::size_t target, const RgbLanes& pixels) {
+        Writer::Block(pixels, Part{to[target] + done, count * Writer::kBytes});
+      });
+    });
   }
 };
 

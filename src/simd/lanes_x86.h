@@ -68,11 +68,15 @@ inline U16 HighWords(U8 v) { return U16(LM_INTRINSIC(unpackhi_epi8)(Register{}, 
 /// Puts two parts together again, signed values clamped to 0..255.
 inline U8 ClampJoin(I16 low, I16 high) { return U8(LM_INTRINSIC(packus_epi16)(Register(low), Register(high))); }
 
-/// The bytes of two vectors of words in turn, signed values clamped to 0..255.
-inline U8 ClampZip(I16 even, I16 odd) {
-  const __m128i order = _mm_setr_epi8(0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15);
-  return U8(LM_INTRINSIC(shuffle_epi8)(Register(ClampJoin(even, odd)), Broadcast(order)));
+// The eights of each 16 bytes in turn.
+template <std::size_t... kLane>
+inline U8 ZipEights(U8 v, std::index_sequence<kLane...>) {
+  return __builtin_shufflevector(v, v, (kLane / 16 * 16 + kLane % 2 * 8 + kLane % 16 / 2)...);
 }
+
+/// The bytes of two vectors of words in turn, signed values clamped to 0..255. The last step is a shuffle that compilers
+/// merge with one that follows.
+inline U8 ClampZip(I16 even, I16 odd) { return ZipEights(ClampJoin(even, odd), std::make_index_sequence<kLanes>{}); }
 
 /// The low bytes of 2 * kLanes bytes' worth of words, in their order in memory.
 inline U8 LowBytes(U16 first, U16 second) {

@@ -105,11 +105,11 @@ struct LinePair : Layout {
   }
 
 #if LM_LANES
-  template <class Reader>
-  static void Blocks(const Reader& read, RgbLanes (&pixels)[kTargets]) {
+  template <class Reader, class Store>
+  static void Blocks(const Reader& read, const Store& store) {
     const Samples line[] = {LoadLine(read, 0), LoadLine(read, 1), LoadLine(read, 2), LoadLine(read, 3)};
-    pixels[0] = Pixels(line[0], line[1], line[2], read.in.cell);
-    pixels[1] = Pixels(line[1], line[2], line[3], read.in.cell ^ kCellBelow);
+    store(0, Pixels(line[0], line[1], line[2], read.in.cell));
+    store(1, Pixels(line[1], line[2], line[3], read.in.cell ^ kCellBelow));
   }
 #endif
 };

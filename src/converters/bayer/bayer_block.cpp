@@ -68,9 +68,11 @@ struct LinePair : Layout<kSampleBytes> {
   static SourceLines LineOf(const SourceLines& in, std::size_t /*target*/) { return in; }
 
 #if LM_LANES
-  template <class Reader>
-  static void Blocks(const Reader& read, RgbLanes (&pixels)[kTargets]) {
-    pixels[0] = pixels[1] = Line::Block(read);
+  template <class Reader, class Store>
+  static void Blocks(const Reader& read, const Store& store) {
+    const RgbLanes pixels = Line::Block(read);
+    store(0, pixels);
+    store(1, pixels);
   }
 #endif
 };

@@ -25,9 +25,9 @@ struct SharedChroma : ColorSamples<Group_, kSampleBytes, Yuv> {
     constexpr std::size_t kCount = kLanes / Group_::kPixels * Group_::kSamples;
     U8 window[2];
     LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
-    const U16 yu = U16(Pick<WordIndex<0>>(window));
-    const U16 yv = U16(Pick<WordIndex<1>>(window));
-    return Yuv::Color(yu & 0xFF00, yv & 0xFF00, yu << 8, yv << 8);
+    const WordBytes yu = PickWords<WordIndex<0>>(window);
+    const WordBytes yv = PickWords<WordIndex<1>>(window);
+    return Yuv::Color(yu.high, yv.high, yu.low, yv.low);
   }
 #endif
 };

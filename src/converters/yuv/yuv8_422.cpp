@@ -1,5 +1,7 @@
 // YUV 8-bit 4:2:2, two pixels in the bytes Y0 U Y1 V.
+#include "convert/writers/interleaved.h"
 #include "converters/yuv/shared_chroma.h"
+#include "simd/direct.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -9,7 +11,13 @@ struct Group {
   static constexpr std::size_t kAt[][kPixels] = {{0, 2}, {1, 1}, {3, 3}};  // Y, U, V
 };
 
+using Line = SingleLine<SharedChroma<Group, 1>>;
+
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(YUV8_422, SharedChroma<Group, 1>)
+LM_EXPORT_DIRECT(YUV8_422ToRGB24, Line, Interleaved<First::kRed, 3>)
+LM_EXPORT_DIRECT(YUV8_422ToBGR24, Line, Interleaved<First::kBlue, 3>)
+LM_EXPORT_DIRECT(YUV8_422ToRGB32, Line, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(YUV8_422ToBGR32, Line, Interleaved<First::kBlue, 4>)
