@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <utility>
 
 #include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelType.h"
@@ -124,6 +125,8 @@ Result PixelConverter::Convert(const void* source, unsigned long sourceWidth, un
   context->destinationHeight = U32(destinationHeight);
 
   const StreamScope streams(*context, U32(lines));
+  const PixelConverter* const outerFrame = std::exchange(context->frame, this);
+  context->narrowRows.Forget();
 
   const bool interlaced = (GetSourceTypeID() & kInterlacedFlag) != 0;
   const std::size_t sourceLine = context->sourceLineSize;
@@ -155,6 +158,7 @@ Result PixelConverter::Convert(const void* source, unsigned long sourceWidth, un
       walk.destination += destinationLine;
     }
   }
+  context->frame = outerFrame;
   context->filter = nullptr;
   return Result::OK;
 }

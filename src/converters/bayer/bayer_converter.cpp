@@ -11,7 +11,6 @@ namespace LmImagingLib {
 using LmBaseLib::Result;
 
 LM_DECLARE_KERNEL(DecodeKernel, BayerBilinear)
-LM_DECLARE_KERNEL(DecodeKernel, Grayscale16)
 LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToRGB24)
 LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToBGR24)
 LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToRGB32)
@@ -58,35 +57,22 @@ const MosaicShortcut* FindShortcut(const Writer& writer) {
   return found == std::end(kShortcuts) ? nullptr : found;
 }
 
-// The line above a step, its own two, and the one below, from a column on.
-struct Rows {
-  SourceLines Lines(std::uint32_t cell, std::uint32_t ahead) const {
-    return {{row[0], row[1], row[2], row[3]}, 0, cell, ahead};
-  }
-
-  const std::uint8_t* row[4];
-};
-
-// Rows of wide samples brought to 8 bits. Each is needed by up to three lines, and twice by either of them.
-class NarrowRows {
- public:
-  // Leads `rows` here.
-  void Fill(Rows& rows, std::size_t count, std::uint32_t shift, std::uint32_t ahead) {
-    for (std::size_t k = 0; k < 4; ++k) {
-      kGrayscale16.Active()({{rows.row[k]}, shift, 0, ahead}, 0, count, {mRows[k], mRows[k], mRows[k]});
-      rows.row[k] = mRows[k];
-    }
-  }
-
- private:
-  alignas(64) std::uint8_t mRows[4][kStripPixels + 64];  // a sample more on either side; 64 keep the rows aligned
-};
-
 struct Color {
   std::uint8_t red, green, blue;
 };
 
 }  // namespace
+
+/// The line above a step, its own two, and the one below, in 8 bits.
+struct BayerConverter::Rows {
+  // From a row on, those that there are.
+  SourceLines Lines(std::size_t first, std::uint32_t cell) const {
+    return {{row[first], row[first + 1], row[first + 2], first == 0 ? row[3] : nullptr}, 0, cell, ahead};
+  }
+
+  const std::uint8_t* row[4];
+  std::uint32_t ahead;
+};
 
 /// The source lines of a step.
 class BayerConverter::Mosaic {
@@ -112,13 +98,21 @@ class BayerConverter::Mosaic {
     return {pixels[0][0], pixels[1][0], pixels[2][0]};
   }
 
-  Rows RowsAt(std::size_t column) const {
-    const std::uint8_t* const row = mLine - mLineSize + column * mSource.sampleBytes;
-    return {{row, row + mLineSize, row + 2 * mLineSize, row + 3 * mLineSize}};
+  // Rows of wide samples are narrowed: each is needed by up to four lines, and twice by either of them.
+  Rows RowsOf(const BayerConverter& converter, ConversionContext& context, std::size_t pixels) const {
+    const std::uint8_t* const row = mLine - mLineSize;
+    // Two lines a step: what comes next lies two lines below.
+    const std::uint32_t ahead = mAhead == 0 ? 0 : static_cast<std::uint32_t>(2 * mLineSize);
+    Rows rows{{row, row + mLineSize, row + 2 * mLineSize, row + 3 * mLineSize}, ahead};
+    if (mSource.sampleBytes == 1) return rows;
+    // A caller that has its own frame may hand over other lines at the same address.
+    if (context.frame != &converter) context.narrowRows.Forget();
+    for (std::size_t k = 0; k < 4; ++k) {
+      rows.row[k] = context.narrowRows.Row(rows.row[k], context.currentLine + k, pixels, mShift, ahead);
+    }
+    rows.ahead = 0;
+    return rows;
   }
-
-  // Two lines a step: what comes next lies two lines below.
-  std::uint32_t RowsAhead() const { return mAhead == 0 ? 0 : static_cast<std::uint32_t>(2 * mLineSize); }
 
  private:
   const BayerSource& mSource;
@@ -210,45 +204,33 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
   const StepTargets targets(*context, destination);
   const StripSteps steps{kBayerBilinear.Active(), 1, false, LookupOf(*context), mWriter};
   const std::size_t interior = (pixels - 2) / 2 * 2;
-  const MosaicShortcut* const shortcut = ShortcutFor(steps, targets, mosaic.CellCode(1));
   targets.Store(steps, mosaic.ColorAt(0), 0);
-  if (shortcut != nullptr && mSource.sampleBytes == 1 && !context->streams) {
-    shortcut->bilinear.Active()(mosaic.RowsAt(0).Lines(mosaic.CellCode(1) & kShortcutCells, 0), 0, interior,
-                                targets.lines, 1);
-  } else {
-    InteriorStrips(steps, mosaic, targets, interior, shortcut);
-  }
+  ConvertInterior(steps, mosaic.CellCode(1), mosaic.RowsOf(*this, *context, pixels), targets, interior);
   // One column of an even line, two of an odd one.
   if (pixels % 2 != 0) targets.Store(steps, mosaic.ColorAt(pixels - 3), pixels - 2);
   targets.Store(steps, mosaic.ColorAt(pixels - 2), pixels - 1);
   return Result::OK;
 }
 
-void BayerConverter::InteriorStrips(const StripSteps& steps, const Mosaic& mosaic, const StepTargets& targets,
-                                    std::size_t count, const MosaicShortcut* shortcut) const {
+void BayerConverter::ConvertInterior(const StripSteps& steps, std::uint32_t cell, const Rows& rows,
+                                     const StepTargets& targets, std::size_t count) const {
+  if (const MosaicShortcut* const shortcut = ShortcutFor(steps, targets, cell); shortcut != nullptr) {
+    DirectKernel* const convert = shortcut->bilinear.Active();
+    const SourceLines lines = rows.Lines(0, cell & kShortcutCells);
+    // Stores across cache lines cost nothing here, but they cannot go past the caches.
+    StripWalk walk(steps, targets.lines[0], count, 1, count, targets.lines[0].streams);
+    while (walk.Next()) convert(lines, walk.At(), walk.Pixels(), targets.lines, 1 + walk.At());
+    return;
+  }
   StoreKernel* const store = mWriter.store.Active();
-  const bool narrows = mSource.sampleBytes != 1;
-  const std::uint32_t ahead = narrows ? 0 : mosaic.RowsAhead();
   Strip strip;
-  NarrowRows narrow;
-  // Shortcuts wait for memory anyhow, and lose nothing by stores across cache lines.
-  const bool aligned = shortcut == nullptr || targets.lines[0].streams;
-  StripWalk walk(steps, targets.lines[0], count, 1, kStripPixels, aligned);
+  StripWalk walk(steps, targets.lines[0], count, 1, kStripPixels);
   while (walk.Next()) {
-    const std::size_t first = 1 + walk.At();
-    Rows rows = mosaic.RowsAt(walk.At());
-    if (narrows) narrow.Fill(rows, walk.Pixels() + 2, mSampleShift, mosaic.RowsAhead());
-    const std::uint32_t cell = mosaic.CellCode(first);
-    if (shortcut != nullptr) {
-      shortcut->bilinear.Active()(rows.Lines(cell & kShortcutCells, ahead), 0, walk.Pixels(), targets.lines, first);
-      continue;
-    }
     for (std::size_t k = 0; k < targets.count; ++k) {
-      const Room room = RoomFor(steps, targets.lines[k], first, strip);
-      const std::uint32_t cellOfLine = k == 0 ? cell : cell ^ kCellBelow;
-      store(
-          steps.decode({{rows.row[k], rows.row[k + 1], rows.row[k + 2]}, 0, cellOfLine, ahead}, 0, walk.Pixels(), room),
-          steps.tables, walk.Pixels(), targets.lines[k], first);
+      const Room room = RoomFor(steps, targets.lines[k], 1 + walk.At(), strip);
+      const SourceLines lines = rows.Lines(k, k == 0 ? cell : cell ^ kCellBelow);
+      store(steps.decode(lines, walk.At(), walk.Pixels(), room), steps.tables, walk.Pixels(), targets.lines[k],
+            1 + walk.At());
     }
   }
 }

@@ -39,12 +39,13 @@ class BayerConverter : public PixelConverter {
 
  private:
   class Mosaic;
+  struct Rows;
   struct StepTargets;
 
   /// The shortcut for pixels from one of cell code `cell` on, or null where strips are due.
   const MosaicShortcut* ShortcutFor(const StripSteps& steps, const StepTargets& targets, std::uint32_t cell) const;
-  void InteriorStrips(const StripSteps& steps, const Mosaic& mosaic, const StepTargets& targets, std::size_t count,
-                      const MosaicShortcut* shortcut) const;
+  void ConvertInterior(const StripSteps& steps, std::uint32_t cell, const Rows& rows, const StepTargets& targets,
+                       std::size_t count) const;
 
   const BayerSource& mSource;
   const Writer& mWriter;
