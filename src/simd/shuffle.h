@@ -40,12 +40,15 @@ void ShufflePixels(const std::uint8_t* from, std::uint8_t* to, std::size_t count
   constexpr std::make_index_sequence<kShuffleBytes> kAll{};
   // A register reaches past its whole pixels. What it loads there is not used, and what it stores there is the next
   // pixels' or is stored again, so a step needs a whole register of line on either side.
-  while (count * Map::kFrom >= kShuffleBytes && count * Map::kTo >= kShuffleBytes) {
+  constexpr std::size_t kReach = (kShuffleBytes - 1) / (Map::kFrom < Map::kTo ? Map::kFrom : Map::kTo) + 1;
+  std::size_t steps = count < kReach ? 0 : (count - kReach) / kPixels + 1;
+  count -= steps * kPixels;
+#pragma GCC unroll 4
+  for (; steps != 0; --steps) {
     Bytes v;
     std::memcpy(&v, from, kShuffleBytes);
     v = ShuffleBytes<Map>(v, kAll);
     std::memcpy(to, &v, kShuffleBytes);
-    count -= kPixels;
     from += kPixels * Map::kFrom;
     to += kPixels * Map::kTo;
   }
