@@ -58,6 +58,20 @@ inline void StoreInterleaved(U8 a, U8 b, U8 c, To to) {
 #endif
 }
 
+template <std::size_t kPart, std::size_t... kLane>
+inline U8 Tripled(U8 v, std::index_sequence<kLane...>) {
+  return __builtin_shufflevector(v, v, ((kPart * kLanes + kLane) / 3)...);
+}
+
+/// Stores a0 a0 a0 a1 a1 a1 ...: 3 * kLanes bytes.
+template <class To>
+inline void StoreTripled(U8 v, To to) {
+  constexpr std::make_index_sequence<kLanes> kAll{};
+  Store(Tripled<0>(v, kAll), to);
+  Store(Tripled<1>(v, kAll), to + kLanes);
+  Store(Tripled<2>(v, kAll), to + 2 * kLanes);
+}
+
 /// Lane i of the result is byte 3 i + kChannel of the window.
 template <std::size_t kChannel>
 inline U8 Deinterleave(const U8 (&window)[3]) {

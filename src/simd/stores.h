@@ -63,13 +63,22 @@ void StoreBlocks(const Channels& in, std::size_t count, To to, const Change chan
   }
 }
 
+// Gray has fewer bytes to move; a writer may make use of that.
+template <class Writer, class To>
+inline auto StoreGrayBlock(U8 v, To to, int) -> decltype(Writer::GrayBlock(v, to)) {
+  Writer::GrayBlock(v, to);
+}
+template <class Writer, class To>
+inline void StoreGrayBlock(U8 v, To to, long) {
+  Writer::Block({v, v, v}, to);
+}
+
 /// Stores gray: all channels are the red one.
 template <class Writer, class To>
 void StoreGrayBlocks(const std::uint8_t* gray, std::size_t count, To to) {
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
-    const U8 v = Load(gray + i);
-    Writer::Block({v, v, v}, to);
+    StoreGrayBlock<Writer>(Load(gray + i), to, 0);
   }
   if (i < count) StoreBlocks<Writer>({gray + i, gray + i, gray + i}, count - i, Address(to), AsTheyAre{});
 }

@@ -22,6 +22,15 @@ struct Interleaved {
 
 #if LM_LANES
   template <class To>
+  static void GrayBlock(U8 v, To to) {
+    if constexpr (kBytes == 4) {
+      Block({v, v, v}, to);
+    } else {
+      StoreTripled(v, to);
+    }
+  }
+
+  template <class To>
   static void Block(const RgbLanes& in, To to) {
     const U8 first = kFirst == First::kRed ? in.r : in.b;
     const U8 last = kFirst == First::kRed ? in.b : in.r;
