@@ -26,14 +26,17 @@ inline U16 HighWords(U8 v) { return U16(vzip2q_u8(vdupq_n_u8(0), uint8x16_t(v)))
 /// Puts two parts together again, signed values clamped to 0..255.
 inline U8 ClampJoin(I16 low, I16 high) { return U8(vqmovun_high_s16(vqmovun_s16(int16x8_t(low)), int16x8_t(high))); }
 
+/// 16 bytes each from `from`, and from every `step` bytes on.
+inline U8 LoadUnits(const std::uint8_t* from, std::size_t /*step*/) { return Load(from); }
+
 /// The bytes of two vectors of words in turn, signed values clamped to 0..255.
 inline U8 ClampZip(I16 even, I16 odd) {
   const uint8x8x2_t halves = vzip_u8(vqmovun_s16(int16x8_t(even)), vqmovun_s16(int16x8_t(odd)));
   return U8(vcombine_u8(halves.val[0], halves.val[1]));
 }
 
-/// The low bytes of 2 * kLanes bytes' worth of words, in their order in memory.
-inline U8 LowBytes(U16 first, U16 second) { return U8(vuzp1q_u8(uint8x16_t(first), uint8x16_t(second))); }
+/// Words of at most 255, in the order of a reader's `Words`, as bytes.
+inline U8 JoinWords(U16 first, U16 second) { return U8(vuzp1q_u8(uint8x16_t(first), uint8x16_t(second))); }
 
 /// The mean of each pair of bytes, halves rounded up.
 inline U8 MeanUp(U8 a, U8 b) { return U8(vrhaddq_u8(uint8x16_t(a), uint8x16_t(b))); }

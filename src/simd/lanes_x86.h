@@ -44,6 +44,15 @@ inline U8 LoadHalf(const std::uint8_t* from) {
 inline U8 LoadHalf(const std::uint8_t* from) { return U8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from))); }
 #endif
 
+#if LM_LANES == 32
+/// 16 bytes each from `from` and from `step` bytes on.
+inline U8 LoadUnits(const std::uint8_t* from, std::size_t step) {
+  return U8(_mm256_loadu2_m128i(reinterpret_cast<const __m128i*>(from + step), reinterpret_cast<const __m128i*>(from)));
+}
+#elif LM_LANES == 16
+inline U8 LoadUnits(const std::uint8_t* from, std::size_t /*step*/) { return Load(from); }
+#endif
+
 #if LM_LANES == 64
 /// Loads and stores the first `count` bytes, at most kLanes, and touches no other; the rest loads as 0.
 inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
@@ -74,20 +83,17 @@ inline U8 ZipEights(U8 v, std::index_sequence<kLane...>) {
   return __builtin_shufflevector(v, v, (kLane / 16 * 16 + kLane % 2 * 8 + kLane % 16 / 2)...);
 }
 
-/// The bytes of two vectors of words in turn, signed values clamped to 0..255. The last step is a shuffle that compilers
-/// merge with one that follows.
+/// The bytes of two vectors of words in turn, signed values clamped to 0..255. The last step is a shuffle that
+/// compilers merge with one that follows.
 inline U8 ClampZip(I16 even, I16 odd) { return ZipEights(ClampJoin(even, odd), std::make_index_sequence<kLanes>{}); }
 
-/// The low bytes of 2 * kLanes bytes' worth of words, in their order in memory.
-inline U8 LowBytes(U16 first, U16 second) {
+/// Words of at most 255, in the order of a reader's `Words`, as bytes.
+inline U8 JoinWords(U16 first, U16 second) {
+  const U8 bytes = ClampJoin(I16(first), I16(second));
 #if LM_LANES == 64
-  const __m512i bytes = _mm512_packus_epi16(__m512i(first & 0xFF), __m512i(second & 0xFF));
-  return U8(_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), bytes));
-#elif LM_LANES == 32
-  const __m256i bytes = _mm256_packus_epi16(__m256i(first & 0xFF), __m256i(second & 0xFF));
-  return U8(_mm256_permute4x64_epi64(bytes, 0xD8));
+  return U8(_mm512_permutexvar_epi64(_mm512_setr_epi64(0, 2, 4, 6, 1, 3, 5, 7), __m512i(bytes)));
 #else
-  return U8(_mm_packus_epi16(__m128i(first & 0xFF), __m128i(second & 0xFF)));
+  return bytes;
 #endif
 }
 

@@ -63,6 +63,11 @@ Channels DecodeGroups(const SourceLines& in, std::size_t first, std::size_t coun
 
 #if LM_LANES
 
+/// Two registers of words, in an order that `JoinWords` turns into theirs in memory.
+struct WordPair {
+  U16 first, second;
+};
+
 /// Reads the bytes of a whole block.
 struct WholeBlock {
   const SourceLines& in;
@@ -71,6 +76,19 @@ struct WholeBlock {
   U8 operator()(std::size_t line, std::size_t offset) const { return Load(in.line[line] + at + offset); }
   /// The first half of a register; the rest is anything.
   U8 Half(std::size_t line, std::size_t offset) const { return LoadHalf(in.line[line] + at + offset); }
+  WordPair Words(std::size_t line, std::size_t offset) const {
+#if LM_LANES == 32
+    return {U16(Units(line, offset, 32)), U16(Units(line, offset + 16, 32))};
+#else
+    return {U16((*this)(line, offset)), U16((*this)(line, offset + kLanes))};
+#endif
+  }
+#if LM_LANES < 64
+  /// 16 bytes from `offset`, and from every `step` bytes on.
+  U8 Units(std::size_t line, std::size_t offset, std::size_t step) const {
+    return LoadUnits(in.line[line] + at + offset, step);
+  }
+#endif
 };
 
 #if LM_LANES == 64
@@ -85,6 +103,9 @@ struct PartOfBlock {
     return LoadPart(in.line[line] + at + offset, bytes - offset < kLanes ? bytes - offset : kLanes);
   }
   U8 Half(std::size_t line, std::size_t offset) const { return (*this)(line, offset); }
+  WordPair Words(std::size_t line, std::size_t offset) const {
+    return {U16((*this)(line, offset)), U16((*this)(line, offset + kLanes))};
+  }
 };
 #endif
 

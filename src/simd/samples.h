@@ -27,17 +27,17 @@ struct PlainRgb {
 };
 
 #if LM_LANES
-/// Loads `count` samples of a line, from byte `offset` on, as bytes.
+/// Loads `count` samples of a line, from byte `offset` on, as bytes. Of words these are whole registers.
 template <std::size_t kSampleBytes, class Reader, std::size_t kVectors>
 inline void LoadSamples(const Reader& read, std::size_t line, std::size_t offset, std::size_t count,
                         U8 (&window)[kVectors]) {
-  const auto shift = static_cast<std::uint16_t>(read.in.shift);
   for (std::size_t k = 0; k < kVectors; ++k, offset += kLanes * kSampleBytes) {
-    const bool half = (k + 1) * kLanes > count;
     if constexpr (kSampleBytes == 1) {
-      window[k] = Pinned(half ? read.Half(line, offset) : read(line, offset));
+      window[k] = Pinned((k + 1) * kLanes > count ? read.Half(line, offset) : read(line, offset));
     } else {
-      window[k] = LowBytes(U16(read(line, offset)) >> shift, half ? U16{} : U16(read(line, offset + kLanes)) >> shift);
+      const auto shift = static_cast<std::uint16_t>(read.in.shift);
+      const WordPair words = read.Words(line, offset);
+      window[k] = JoinWords(words.first >> shift & 0xFF, words.second >> shift & 0xFF);
     }
   }
 }

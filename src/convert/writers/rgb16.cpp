@@ -13,12 +13,14 @@ struct Writer {
   }
 
 #if LM_LANES
-  static U16 Words(U16 r, U16 g, U16 b) { return (r & 0xF8) << 8 | (g & 0xFC) << 3 | b >> 3; }
-
+  // Bytes moved by shifts of words; what comes from the neighbour is masked.
   template <class To>
   static void Block(const RgbLanes& in, To to) {
-    Store(U8(Words(FirstHalf(in.r), FirstHalf(in.g), FirstHalf(in.b))), to);
-    Store(U8(Words(SecondHalf(in.r), SecondHalf(in.g), SecondHalf(in.b))), to + kLanes);
+    const U8 upper = (in.r & 0xF8) | (U8(U16(in.g) >> 5) & 0x07);
+    const U8 lower = (U8(U16(in.g) << 3) & 0xE0) | (U8(U16(in.b) >> 3) & 0x1F);
+    constexpr std::make_index_sequence<kLanes> kAll{};
+    Store(Zip<0>(lower, upper, kAll), to);
+    Store(Zip<1>(lower, upper, kAll), to + kLanes);
   }
 #endif
 };

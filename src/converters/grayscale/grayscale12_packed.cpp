@@ -15,23 +15,45 @@ struct Layout {
   }
 
 #if LM_LANES
-  // Byte kByte of the group that lane i belongs to.
-  template <std::size_t kByte>
-  struct ByteIndex {
-    static constexpr std::size_t At(std::size_t lane) { return lane / 2 * 3 + lane % 2 + kByte; }
+  // Half of each 16 pixels as the words that they lie in: p0 in bits 0-11 of the first two bytes of a group, p1 in bits
+  // 4-15 of the last two.
+  template <std::size_t kHalf>
+  struct WordIndex {
+    static constexpr std::size_t At(std::size_t lane) {
+      return lane / 16 * 24 + 12 * kHalf + lane % 16 / 4 * 3 + lane % 4 / 2 + lane % 2;
+    }
   };
 
-  // Every lane gets the two bytes that its sample lies in: p0 in bits 0-11 of the first two bytes of the group, p1 in
-  // bits 4-15 of the last two. The low byte of the shifted pair, put together from the bytes.
+  // The same, where each 16 pixels of a half have 16 bytes of the register to themselves.
+  template <std::size_t kHalf>
+  struct UnitIndex {
+    static constexpr std::size_t At(std::size_t lane) {
+      return lane / 16 * 16 + 4 * kHalf + lane % 16 / 4 * 3 + lane % 4 / 2 + lane % 2;
+    }
+  };
+
+  template <std::size_t kHalf, class Reader>
+  static U16 Words(const Reader& read) {
+#if LM_LANES == 64
+    const U8 window[2] = {Pinned(read(0, 0)), Pinned(read.Half(0, kLanes))};
+    return U16(Pick<WordIndex<kHalf>>(window));
+#else
+    // Both halves fit into 16 bytes, which a shuffle does not leave.
+    return U16(Pick<UnitIndex<kHalf>>({read.Units(0, 8 * kHalf, 24)}));
+#endif
+  }
+
+  template <std::size_t kHalf, class Reader>
+  static I16 Samples(const Reader& read) {
+    const U16 words = Words<kHalf>(read);
+    const U32 mask = U32{} + 0xFFFF;
+    const U16 samples = (words & 0x0FFF & U16(mask)) | (words >> 4 & ~U16(mask));
+    return I16(samples >> static_cast<std::uint16_t>(read.in.shift) & 0xFF);
+  }
+
   template <class Reader>
   static U8 Block(const Reader& read) {
-    U8 window[2] = {read(0, 0), read.Half(0, kLanes)};
-    const U16 low = U16(Pick<ByteIndex<0>>(window));
-    const U16 high = U16(Pick<ByteIndex<1>>(window));
-    const U16 even = (low & 0xFF) | high << 8;
-    const U16 odd = low >> 8 | (high & 0xFF00);
-    const auto shift = static_cast<std::uint16_t>(read.in.shift);
-    return U8(((even & 0x0FFF) >> shift & 0xFF) | odd >> 4 >> shift << 8);
+    return ClampJoin(Samples<0>(read), Samples<1>(read));
   }
 #endif
 };

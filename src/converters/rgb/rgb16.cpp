@@ -18,10 +18,9 @@ struct Layout {
 #if LM_LANES
   template <class Reader>
   static RgbLanes Block(const Reader& read) {
-    const U16 first = U16(read(0, 0));
-    const U16 second = U16(read(0, kLanes));
-    return {LowBytes(first >> 8, second >> 8) & 0xF8, LowBytes(first >> 3, second >> 3) & 0xFC,
-            LowBytes(first << 3, second << 3) & 0xF8};
+    const auto [first, second] = read.Words(0, 0);
+    return {JoinWords(first >> 8 & 0xF8, second >> 8 & 0xF8), JoinWords(first >> 3 & 0xFC, second >> 3 & 0xFC),
+            JoinWords(first << 3 & 0xF8, second << 3 & 0xF8)};
   }
 #endif
 };
