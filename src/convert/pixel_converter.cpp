@@ -1,5 +1,4 @@
 #include <cstdint>
-#include <utility>
 
 #include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelType.h"
@@ -125,7 +124,7 @@ Result PixelConverter::Convert(const void* source, unsigned long sourceWidth, un
   context->destinationHeight = U32(destinationHeight);
 
   const StreamScope streams(*context, U32(lines));
-  const PixelConverter* const outerFrame = std::exchange(context->frame, this);
+  context->frame = this;
   context->narrowRows.Forget();
 
   const bool interlaced = (GetSourceTypeID() & kInterlacedFlag) != 0;
@@ -158,7 +157,7 @@ Result PixelConverter::Convert(const void* source, unsigned long sourceWidth, un
       walk.destination += destinationLine;
     }
   }
-  context->frame = outerFrame;
+  context->frame = nullptr;
   context->filter = nullptr;
   return Result::OK;
 }
