@@ -55,7 +55,7 @@ constexpr std::uint64_t kMostJoined = 1U << 28;
 // from one into the next. What a line costs beside its pixels, narrow images would feel most.
 bool LinesJoin(const PixelConverterInfo& info, const PixelConverter& converter, const ConversionContext& context,
                std::uint32_t pixelsPerLine, std::uint32_t lines) {
-  return info.joinedGroup != 0 && pixelsPerLine % info.joinedGroup == 0 &&
+  return lines != 0 && info.joinedGroup != 0 && pixelsPerLine % info.joinedGroup == 0 &&
          std::uint64_t{pixelsPerLine} * lines <= kMostJoined &&
          converter.GetSourceLineSize(pixelsPerLine) == context.sourceLineSize &&
          converter.GetDestinationLineSize(pixelsPerLine) == context.destinationStride;

@@ -80,8 +80,7 @@ using StoreKernel = void(const Channels& in, const LookupTables* tables, std::si
                          std::size_t first);
 
 /// Converts `count` pixels (whole groups), from pixel `from` of the source on, to pixel `first` of each target on,
-/// without a lookup. Of a mosaic, which makes two targets at once, `in` begins with the neighbourhood of its first
-/// pixel; the cell codes are 0 and 2, as those of 1 and 3 come from them by exchanging red and blue in the target.
+/// without a lookup. Of a mosaic, two targets are made at once, and the cell code is 0 or 2.
 using DirectKernel = void(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                           std::size_t first);
 

@@ -5,31 +5,13 @@
 
 #include "convert/conversion_context.h"
 #include "convert/line_converter.h"
+#include "converters/bayer/mosaic_shortcuts.h"
 
 namespace LmImagingLib {
 
 using LmBaseLib::Result;
 
 LM_DECLARE_KERNEL(DecodeKernel, BayerBilinear)
-LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToRGB24)
-LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToBGR24)
-LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToRGB32)
-LM_DECLARE_KERNEL(DirectKernel, BayerBlock8ToBGR32)
-LM_DECLARE_KERNEL(DirectKernel, BayerBlock16ToRGB24)
-LM_DECLARE_KERNEL(DirectKernel, BayerBlock16ToBGR24)
-LM_DECLARE_KERNEL(DirectKernel, BayerBlock16ToRGB32)
-LM_DECLARE_KERNEL(DirectKernel, BayerBlock16ToBGR32)
-LM_DECLARE_KERNEL(DirectKernel, BayerBilinearToRGB24)
-LM_DECLARE_KERNEL(DirectKernel, BayerBilinearToBGR24)
-LM_DECLARE_KERNEL(DirectKernel, BayerBilinearToRGB32)
-LM_DECLARE_KERNEL(DirectKernel, BayerBilinearToBGR32)
-
-/// A way from a mosaic to one writer that needs no strip, for conversions that look nothing up.
-struct MosaicShortcut {
-  const Writer* writer;
-  Twins<DirectKernel> block8, block16, bilinear;
-  const MosaicShortcut* swapped;  ///< the same with red and blue exchanged
-};
 
 namespace {
 
@@ -41,20 +23,10 @@ std::uint32_t LayoutCell(std::uint32_t flags) {
   return 0;
 }
 
-constexpr MosaicShortcut kShortcuts[4] = {
-    {&OutputRGB24::kWriter, kBayerBlock8ToRGB24, kBayerBlock16ToRGB24, kBayerBilinearToRGB24, &kShortcuts[1]},
-    {&OutputBGR24::kWriter, kBayerBlock8ToBGR24, kBayerBlock16ToBGR24, kBayerBilinearToBGR24, &kShortcuts[0]},
-    {&OutputRGB32::kWriter, kBayerBlock8ToRGB32, kBayerBlock16ToRGB32, kBayerBilinearToRGB32, &kShortcuts[3]},
-    {&OutputBGR32::kWriter, kBayerBlock8ToBGR32, kBayerBlock16ToBGR32, kBayerBilinearToBGR32, &kShortcuts[2]},
-};
-
-// The bits of a cell code that shortcuts are made for; the other one exchanges red and blue.
-constexpr std::uint32_t kShortcutCells = 2;
-
 const MosaicShortcut* FindShortcut(const Writer& writer) {
-  const auto* const found = std::find_if(std::begin(kShortcuts), std::end(kShortcuts),
+  const auto* const found = std::find_if(std::begin(kMosaicShortcuts), std::end(kMosaicShortcuts),
                                          [&writer](const MosaicShortcut& each) { return each.writer == &writer; });
-  return found == std::end(kShortcuts) ? nullptr : found;
+  return found == std::end(kMosaicShortcuts) ? nullptr : found;
 }
 
 struct Color {
