@@ -211,8 +211,8 @@ const MosaicShortcut* BayerConverter::ShortcutFor(const StripSteps& steps, const
                                                   std::uint32_t cell) const {
   if (mShortcut == nullptr || steps.tables != nullptr || targets.count != 2) return nullptr;
   // Only aligned lines can be stored past the caches. Strips align either line.
-  const bool aligned = (targets.lines[1].line - targets.lines[0].line) % kCacheLine == 0;
-  if (targets.lines[0].streams && !aligned) return nullptr;
+  const auto stride = static_cast<std::size_t>(targets.lines[1].line - targets.lines[0].line);
+  if (targets.lines[0].streams && stride % kCacheLine != 0) return nullptr;
   return (cell & ~kShortcutCells) == 0 ? mShortcut : mShortcut->swapped;
 }
 
