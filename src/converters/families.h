@@ -41,8 +41,7 @@ LM_DECLARE_KERNEL(DirectKernel, Keep32To24)
 LM_DECLARE_KERNEL(DirectKernel, Swap32To24)
 LM_DECLARE_KERNEL(DirectKernel, Keep32To32)
 LM_DECLARE_KERNEL(DirectKernel, Swap32To32)
-LM_DECLARE_KERNEL(DirectKernel, RGB48ToRGB24)
-LM_DECLARE_KERNEL(DirectKernel, BGR48ToBGR24)
+LM_DECLARE_KERNEL(DirectKernel, Keep48To24)
 LM_DECLARE_KERNEL(DirectKernel, YUV8_422ToRGB24)
 LM_DECLARE_KERNEL(DirectKernel, YUV8_422ToBGR24)
 LM_DECLARE_KERNEL(DirectKernel, YUV8_422ToRGB32)
@@ -95,8 +94,8 @@ inline constexpr Shortcut kShortcutsFromRGB32[] = {{&OutputRGB24::kWriter, kKeep
                                                    {&OutputBGR32::kWriter, kSwap32To32}};
 inline constexpr Shortcut kShortcutsFromBGR32[] = {
     {&OutputRGB24::kWriter, kSwap32To24}, {&OutputBGR24::kWriter, kKeep32To24}, {&OutputRGB32::kWriter, kSwap32To32}};
-inline constexpr Shortcut kShortcutsFromRGB48[] = {{&OutputRGB24::kWriter, kRGB48ToRGB24}};
-inline constexpr Shortcut kShortcutsFromBGR48[] = {{&OutputBGR24::kWriter, kBGR48ToBGR24}};
+inline constexpr Shortcut kShortcutsFromRGB48[] = {{&OutputRGB24::kWriter, kKeep48To24}};
+inline constexpr Shortcut kShortcutsFromBGR48[] = {{&OutputBGR24::kWriter, kKeep48To24}};
 
 inline constexpr Source kRGB24 = WithShortcuts({LmImagingLib::kRGB24, 1, 3}, kShortcutsFromRGB24);
 inline constexpr Source kBGR24 = WithShortcuts({LmImagingLib::kBGR24, 1, 3}, kShortcutsFromBGR24);

@@ -1,4 +1,6 @@
-// RGB and BGR of 24 and 32 bits to each other: the bytes of a pixel change places, and the fourth becomes 0.
+// RGB and BGR of 24 and 32 bits to each other: the bytes of a pixel change places, and the fourth becomes 0. Of 48 to
+// 24 bits, the words lie in the order of the bytes to write.
+#include "simd/samples.h"
 #include "simd/shuffle.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -17,7 +19,7 @@ void Shuffle(const SourceLines& in, std::size_t from, std::size_t count, const T
 
 }  // namespace
 
-DirectKernel Swap24To24, Keep24To32, Swap24To32, Keep32To24, Swap32To24, Keep32To32, Swap32To32;
+DirectKernel Swap24To24, Keep24To32, Swap24To32, Keep32To24, Swap32To24, Keep32To32, Swap32To32, Keep48To24;
 
 void Swap24To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                 std::size_t first) {
@@ -46,6 +48,10 @@ void Keep32To32(const SourceLines& in, std::size_t from, std::size_t count, cons
 void Swap32To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                 std::size_t first) {
   Shuffle<Map<4, 2, 1, 0, kZero>>(in, from, count, targets, first);
+}
+void Keep48To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  WordsToBytes(in, 3 * from, 3 * count, targets->line + 3 * first);
 }
 
 }  // namespace LmImagingLib::LM_ISA
