@@ -56,8 +56,7 @@ Result LineConverter::ConvertLine(const void* source, void* destination, unsigne
   const std::size_t pixels = ConvertedPixels(mSource, static_cast<std::uint32_t>(pixelCount));
   const StripSteps steps = Steps(*context);
   if (mShortcut != nullptr && steps.tables == nullptr) {
-    StripWalk walk(steps, target, pixels, 0, pixels, target.streams);
-    while (walk.Next()) mShortcut->convert.Active()(lines, walk.At(), walk.Pixels(), &target, walk.At());
+    ConvertDirectly(mShortcut->convert.Active(), steps, lines, pixels, &target, 0);
   } else {
     ConvertStrips(steps, lines, pixels, &target, 1, 0);
   }
@@ -78,11 +77,6 @@ SourceLines LineConverter::LinesAt(const void* source, const ConversionContext& 
 
 const LookupTables* LookupOf(const ConversionContext& context) {
   return context.filter == nullptr ? nullptr : TablesOf(*context.filter).Lookup();
-}
-
-TargetLine TargetAt(void* line, const ConversionContext& context) {
-  return {static_cast<std::uint8_t*>(line), std::size_t{context.destinationStride} * context.destinationHeight,
-          context.streams};
 }
 
 }  // namespace LmImagingLib

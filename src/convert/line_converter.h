@@ -1,13 +1,12 @@
 #pragma once
 
 #include "LmImagingLib/PixelConverter.h"
+#include "convert/conversion_context.h"
 #include "convert/strips.h"
 #include "convert/writers/writers.h"
 #include "simd/kernel.h"
 
 namespace LmImagingLib {
-
-struct ConversionContext;
 
 /// Which pixels of a line a source layout converts.
 enum class WholeGroups {
@@ -69,7 +68,10 @@ class LineConverter : public PixelConverter {
 const LookupTables* LookupOf(const ConversionContext& context);
 
 /// Where the pixels of a writer's line go.
-TargetLine TargetAt(void* line, const ConversionContext& context);
+inline TargetLine TargetAt(void* line, const ConversionContext& context) {
+  return {static_cast<std::uint8_t*>(line), std::size_t{context.destinationStride} * context.destinationHeight,
+          context.streams};
+}
 
 /// A line converter as a class of its source layout and writer: the converter families are names for these.
 template <const Source& kSource, class Output>

@@ -37,10 +37,8 @@ void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, 
 }  // namespace
 
 StripWalk::StripWalk(const StripSteps& steps, const TargetLine& target, std::size_t count, std::size_t first,
-                     std::size_t most, bool aligned)
-    : mNext(aligned ? PixelsToCacheLine(steps, target.line + first * steps.writer.pixelBytes) : 0),
-      mMost(most),
-      mCount(count) {
+                     std::size_t most)
+    : mNext(PixelsToCacheLine(steps, target.line + first * steps.writer.pixelBytes)), mMost(most), mCount(count) {
   if (mNext == 0) mNext = most;
 }
 

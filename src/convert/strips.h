@@ -21,9 +21,7 @@ class StripWalk {
  public:
   /// @param count  pixels to convert, the first of which is pixel `first` of the target
   /// @param most  pixels of a strip at most
-  /// @param aligned  whether the first strip ends where the target reaches a cache line
-  StripWalk(const StripSteps& steps, const TargetLine& target, std::size_t count, std::size_t first, std::size_t most,
-            bool aligned = true);
+  StripWalk(const StripSteps& steps, const TargetLine& target, std::size_t count, std::size_t first, std::size_t most);
 
   /// Goes on to the next strip; false behind the last.
   bool Next();
@@ -51,6 +49,18 @@ inline Room RoomFor(const StripSteps& steps, const TargetLine& target, std::size
 /// @param targetCount  lines that receive the same pixels
 void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first);
+
+/// Converts `count` pixels from the beginning of `in` to pixel `first` of the targets by a kernel that needs no strips.
+/// What goes past the caches is aligned.
+inline void ConvertDirectly(DirectKernel* convert, const StripSteps& steps, const SourceLines& in, std::size_t count,
+                            const TargetLine* targets, std::size_t first) {
+  if (!targets[0].streams) {
+    convert(in, 0, count, targets, first);
+    return;
+  }
+  StripWalk walk(steps, targets[0], count, first, count);
+  while (walk.Next()) convert(in, walk.At(), walk.Pixels(), targets, first + walk.At());
+}
 
 /// Converts `pairs` pairs of gray samples of a two-tap readout; the first samples of the pairs make the left half of
 /// the target, the second ones the right half.

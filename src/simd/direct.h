@@ -16,9 +16,8 @@ struct SingleLine : Layout {
   static constexpr std::size_t kTargets = 1;             ///< lines that are made at once
   static constexpr std::size_t kFresh = Layout::kLines;  ///< source lines, the last ones, that no step before has read
   static constexpr bool kMosaic = false;
-
-  /// The source of a target's line.
-  static SourceLines LineOf(const SourceLines& in, std::size_t /*target*/) { return in; }
+  static constexpr std::size_t kNextLine = 0;    ///< source lines from one target's to the next one's
+  static constexpr std::uint32_t kNextCell = 0;  ///< what exchanges their cell codes
 
 #if LM_LANES
   /// Hands a block of pixels of each target to `store`.
@@ -35,7 +34,8 @@ struct DirectGroups {
   static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                       std::size_t first) {
     for (std::size_t k = 0; k < Layout::kTargets; ++k) {
-      const SourceLines line = Layout::LineOf(in, k);
+      SourceLines line{{}, in.shift, k == 0 ? in.cell : in.cell ^ Layout::kNextCell, 0};
+      for (std::size_t j = 0; j < Layout::Line::kLines; ++j) line.line[j] = in.line[k * Layout::kNextLine + j];
       std::uint8_t* to = targets[k].line + first * Writer::kBytes;
       for (std::size_t i = 0; i < count; i += Layout::kPixels) {
         Rgb pixels[Layout::kPixels];

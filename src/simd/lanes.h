@@ -19,6 +19,22 @@
 #define LM_LANES 16
 #endif
 
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+/// A member of a structure, loaded alone. Compilers load neighbours as a vector, which has to wait where the caller has
+/// just stored them one by one.
+template <class Member>
+inline Member Alone(Member member) {
+#if LM_LANES
+  __asm__("" : "+r"(member));
+#endif
+  return member;
+}
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
 #if LM_LANES
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -67,14 +83,6 @@ inline U8 Pinned(U8 v) {
   __asm__("" : "+x"(v));
 #endif
   return v;
-}
-
-/// A pointer of a structure, loaded alone. Compilers load neighbours as a vector, which has to wait where the caller
-/// has just stored them one by one.
-template <class Byte>
-inline Byte* Alone(Byte* pointer) {
-  __asm__("" : "+r"(pointer));
-  return pointer;
 }
 
 /// Where to store the first `bytes` bytes, and no others.

@@ -33,9 +33,8 @@ constexpr std::size_t BytesOf(std::size_t pixels) {
 /// The lines of `in` from pixel `pixel` on.
 template <class Layout>
 SourceLines At(const SourceLines& in, std::size_t pixel) {
-  // Copied as a whole, it would be read back in pieces wider than those that it was written in, which takes long.
-  SourceLines at{{}, in.shift, in.cell, in.ahead};
-  for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] = in.line[k] + BytesOf<Layout>(pixel);
+  SourceLines at{{}, Alone(in.shift), Alone(in.cell), Alone(in.ahead)};
+  for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] = Alone(in.line[k]) + BytesOf<Layout>(pixel);
   if (pixel % 2 != 0) at.cell ^= kCellToTheRight;
   return at;
 }

@@ -98,11 +98,8 @@ struct LinePair : Layout {
   using Line = Layout;
   static constexpr std::size_t kLines = 4, kTargets = 2, kFresh = 2;
   static constexpr bool kMosaic = true;
-
-  static SourceLines LineOf(const SourceLines& in, std::size_t target) {
-    const std::uint8_t* const* const line = in.line + target;
-    return {{line[0], line[1], line[2]}, in.shift, target == 0 ? in.cell : in.cell ^ kCellBelow};
-  }
+  static constexpr std::size_t kNextLine = 1;
+  static constexpr std::uint32_t kNextCell = kCellBelow;
 
 #if LM_LANES
   template <class Reader, class Store>

@@ -64,8 +64,8 @@ struct LinePair : Layout<kSampleBytes> {
   using Line = Layout<kSampleBytes>;
   static constexpr std::size_t kTargets = 2, kFresh = 2;
   static constexpr bool kMosaic = true;
-
-  static SourceLines LineOf(const SourceLines& in, std::size_t /*target*/) { return in; }
+  static constexpr std::size_t kNextLine = 0;
+  static constexpr std::uint32_t kNextCell = 0;
 
 #if LM_LANES
   template <class Reader, class Store>

@@ -59,9 +59,10 @@ class BayerConverter::Mosaic {
 
   std::uint32_t CellCode(std::size_t column) const { return column % 2 != 0 ? mCell ^ kCellToTheRight : mCell; }
 
-  SourceLines CellsAt(std::size_t column) const {
+  // @param cells  the bits of cell codes that the kernel takes
+  SourceLines CellsAt(std::size_t column, std::uint32_t cells = 3) const {
     const std::uint8_t* const line = mLine + column * mSource.sampleBytes;
-    return {{line, line + mLineSize}, mShift, CellCode(column), mAhead};
+    return {{line, line + mLineSize}, mShift, CellCode(column) & cells, mAhead};
   }
 
   Color ColorAt(std::size_t column) const {
@@ -151,11 +152,7 @@ Result BayerConverter::DemosaicBlock(const void* source, void* destination, unsi
   const StripSteps steps{mSource.block.Active(), 2, false, LookupOf(*context), mWriter};
   const std::size_t whole = pixels - pixels % 2;
   if (const MosaicShortcut* const shortcut = ShortcutFor(steps, targets, mosaic.CellCode(0)); shortcut != nullptr) {
-    DirectKernel* const convert = (mSource.sampleBytes == 1 ? shortcut->block8 : shortcut->block16).Active();
-    SourceLines cells = mosaic.CellsAt(0);
-    cells.cell &= kShortcutCells;
-    StripWalk walk(steps, targets.lines[0], whole, 0, whole);
-    while (walk.Next()) convert(cells, walk.At(), walk.Pixels(), targets.lines, walk.At());
+    ConvertDirectly(BlockOf(*shortcut).Active(), steps, mosaic.CellsAt(0, kShortcutCells), whole, targets.lines, 0);
   } else {
     ConvertStrips(steps, mosaic.CellsAt(0), whole, targets.lines, targets.count, 0);
   }
@@ -176,24 +173,28 @@ Result BayerConverter::DemosaicBilinear(const void* source, void* destination, u
   const StepTargets targets(*context, destination);
   const StripSteps steps{kBayerBilinear.Active(), 1, false, LookupOf(*context), mWriter};
   const std::size_t interior = (pixels - 2) / 2 * 2;
-  targets.Store(steps, mosaic.ColorAt(0), 0);
-  ConvertInterior(steps, mosaic.CellCode(1), mosaic.RowsOf(*this, *context, pixels), targets, interior);
-  // One column of an even line, two of an odd one.
-  if (pixels % 2 != 0) targets.Store(steps, mosaic.ColorAt(pixels - 3), pixels - 2);
-  targets.Store(steps, mosaic.ColorAt(pixels - 2), pixels - 1);
+  const Rows rows = mosaic.RowsOf(*this, *context, pixels);
+  // The outer columns are those of the cells that the line begins and ends with: one on the right of an even line, two
+  // of an odd one.
+  if (const MosaicShortcut* const shortcut = ShortcutFor(steps, targets, mosaic.CellCode(1)); shortcut != nullptr) {
+    // A cell makes two pixels, of which what comes behind covers one. The definition is the quickest for a cell.
+    DirectKernel* const convertCell = BlockOf(*shortcut).Definition();
+    convertCell(mosaic.CellsAt(pixels - 2, kShortcutCells), 0, 2, targets.lines, pixels - 2);
+    if (pixels % 2 != 0) convertCell(mosaic.CellsAt(pixels - 3, kShortcutCells), 0, 2, targets.lines, pixels - 3);
+    convertCell(mosaic.CellsAt(0, kShortcutCells), 0, 2, targets.lines, 0);
+    ConvertDirectly(shortcut->bilinear.Active(), steps, rows.Lines(0, mosaic.CellCode(1) & kShortcutCells), interior,
+                    targets.lines, 1);
+  } else {
+    targets.Store(steps, mosaic.ColorAt(0), 0);
+    ConvertInterior(steps, mosaic.CellCode(1), rows, targets, interior);
+    if (pixels % 2 != 0) targets.Store(steps, mosaic.ColorAt(pixels - 3), pixels - 2);
+    targets.Store(steps, mosaic.ColorAt(pixels - 2), pixels - 1);
+  }
   return Result::OK;
 }
 
 void BayerConverter::ConvertInterior(const StripSteps& steps, std::uint32_t cell, const Rows& rows,
                                      const StepTargets& targets, std::size_t count) const {
-  if (const MosaicShortcut* const shortcut = ShortcutFor(steps, targets, cell); shortcut != nullptr) {
-    DirectKernel* const convert = shortcut->bilinear.Active();
-    const SourceLines lines = rows.Lines(0, cell & kShortcutCells);
-    // Stores across cache lines cost nothing here, but they cannot go past the caches.
-    StripWalk walk(steps, targets.lines[0], count, 1, count, targets.lines[0].streams);
-    while (walk.Next()) convert(lines, walk.At(), walk.Pixels(), targets.lines, 1 + walk.At());
-    return;
-  }
   StoreKernel* const store = mWriter.store.Active();
   Strip strip;
   StripWalk walk(steps, targets.lines[0], count, 1, kStripPixels);
@@ -205,6 +206,10 @@ void BayerConverter::ConvertInterior(const StripSteps& steps, std::uint32_t cell
             1 + walk.At());
     }
   }
+}
+
+const Twins<DirectKernel>& BayerConverter::BlockOf(const MosaicShortcut& shortcut) const {
+  return mSource.sampleBytes == 1 ? shortcut.block8 : shortcut.block16;
 }
 
 const MosaicShortcut* BayerConverter::ShortcutFor(const StripSteps& steps, const StepTargets& targets,

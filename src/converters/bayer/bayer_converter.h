@@ -44,6 +44,7 @@ class BayerConverter : public PixelConverter {
 
   /// The shortcut for pixels from one of cell code `cell` on, or null where strips are due.
   const MosaicShortcut* ShortcutFor(const StripSteps& steps, const StepTargets& targets, std::uint32_t cell) const;
+  const Twins<DirectKernel>& BlockOf(const MosaicShortcut& shortcut) const;
   void ConvertInterior(const StripSteps& steps, std::uint32_t cell, const Rows& rows, const StepTargets& targets,
                        std::size_t count) const;
 
