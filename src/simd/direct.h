@@ -98,6 +98,18 @@ class DirectBlocks {
       });
     }
     if (count == 0) return;
+    const std::size_t again = kLanes - count;
+    // Cells alternate, so blocks of a mosaic begin an even number of pixels apart.
+    if (at != 0 && (!Layout::kMosaic || again % 2 == 0)) {
+      // A block that ends with the line; some of its pixels are there already. No such source is converted in place.
+      static_assert(Layout::kBytes < Layout::kPixels * Writer::kBytes);
+      at -= BytesOf<Layout>(again);
+      done -= again * Writer::kBytes;
+      Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const RgbLanes& pixels) {
+        Writer::Block(pixels, to[target] + done);
+      });
+      return;
+    }
     ReadRest<Layout>(in, at, count, [&to, done, count](const auto& read) {
       Layout::Blocks(read, [&to, done, count](std::size_t target, const RgbLanes& pixels) {
         Writer::Block(pixels, Part{to[target] + done, count * Writer::kBytes});
