@@ -52,12 +52,15 @@ struct Yuv {
     I16 r, g, b;
   };
 
+  // A shift by 6, as a product: shifts would wait for the shuffles around, with which they share their units.
+  static I16 Down(I16 v) { return MultiplyHigh(v, 1 << 10); }
+
   static Words Convert(U16 y, const Chroma& chroma) {
     // n quarters, as n/256 of a y, add 0.29 n: enough to carry where 299/4 y has 4 - n quarters, and no more.
     constexpr std::uint16_t kLuma = 299 * 64;
     const I16 luma = I16(MultiplyHigh(y, kLuma));
     const I16 lumaOfRed = I16(MultiplyHigh(y | chroma.quarters, kLuma));
-    return {(lumaOfRed + chroma.r) >> 6, (luma + chroma.g) >> 6, AddClamped(luma, chroma.b) >> 6};
+    return {Down(lumaOfRed + chroma.r), Down(luma + chroma.g), Down(AddClamped(luma, chroma.b))};
   }
 
   static RgbLanes Color(U8 y, U8 u, U8 v) {
