@@ -24,9 +24,16 @@ std::uint32_t NormalizedFlags(unsigned long flags) {
   return U32((flags & kBayerLayouts) == 0 ? flags | ConversionFlags::kBayerGR : flags);
 }
 
-const RGBFilter& DefaultFilterOf(const PixelTypeID& source) {
-  const PixelType* type = PixelTypeFactory::FindPixelType(source);
-  return DefaultFilter(type == nullptr ? 16U : type->GetPixelBitSize());
+// Asked for every image without a filter, so the registry, where all threads meet, is asked only until it knows the
+// type. Types are never removed.
+const RGBFilter& DefaultFilterOf(PixelConverterInfo& info, const PixelTypeID& source) {
+  const RGBFilter* const known = info.defaultFilter.load(std::memory_order_acquire);
+  if (known != nullptr && source == info.sourceTypeID) return *known;
+  const PixelType* const type = PixelTypeFactory::FindPixelType(source);
+  if (type == nullptr) return DefaultFilter(16);
+  const RGBFilter& filter = DefaultFilter(type->GetPixelBitSize());
+  if (source == info.sourceTypeID) info.defaultFilter.store(&filter, std::memory_order_release);
+  return filter;
 }
 
 // A walk over the lines of a source and a destination.
@@ -116,7 +123,7 @@ Result PixelConverter::Convert(const void* source, unsigned long sourceWidth, un
                                unsigned long destinationPadding, void** /*scratch*/,
                                unsigned long* /*scratchSize*/) const {
   const ContextScope context;
-  if (context->filter == nullptr) context->filter = &DefaultFilterOf(GetSourceTypeID());
+  if (context->filter == nullptr) context->filter = &DefaultFilterOf(*mInfo, GetSourceTypeID());
   context->flags = NormalizedFlags(flags);
   context->sourceLineSize = U32(GetSourceLineSize(sourceWidth));
   context->sourceHeight = U32(sourceHeight);

@@ -13,8 +13,8 @@ namespace LmImagingLib {
 
 namespace {
 
-// How far ahead to fetch the source: about a strip. 1 KiB gains half of what 4 KiB do.
-constexpr std::uint32_t kFetchAhead = 4096;
+// How far ahead to fetch the source: more than a strip of most layouts. 4 KiB leave a tenth to a fifth of the time.
+constexpr std::uint32_t kFetchAhead = 8192;
 
 // As the processor tells it. The C library's answer counts the caches of all cores together on some processors.
 std::size_t LastLevelCache() {
