@@ -1,7 +1,7 @@
 #include "convert/conversion_context.h"
 
 #include <map>
-#include <memory>
+#include <utility>
 
 #include "LmBaseLib/Gate.h"
 #include "LmBaseLib/LockScope.h"
@@ -14,9 +14,11 @@ namespace {
 using LmBaseLib::LockScope;
 using LmUserLib::Thread;
 
+using Entries = std::map<unsigned long, ConversionContext>;
+
 struct ContextMap {
   LmBaseLib::Gate gate;
-  std::map<unsigned long, std::unique_ptr<ConversionContext>> contexts;
+  Entries contexts;
 };
 
 ContextMap& Contexts() {
@@ -37,20 +39,23 @@ ConversionContext* AcquireConversionContext() {
     ++tContext->references;
     return tContext;
   }
+  // Entries are made and destroyed where no other thread waits for it.
+  Entries made;
+  auto entry = made.extract(made.try_emplace(Thread::GetCurrentThreadID()).first);
+  tContext = &entry.mapped();
   ContextMap& map = Contexts();
   const LockScope lock(map.gate);
-  auto& entry = map.contexts[Thread::GetCurrentThreadID()];
-  if (entry == nullptr) entry = std::make_unique<ConversionContext>();
-  tContext = entry.get();
+  map.contexts.insert(std::move(entry));
   return tContext;
 }
 
 void ReleaseConversionContext(ConversionContext* context) {
   if (--context->references != 0) return;
+  tContext = nullptr;
+  Entries::node_type entry;
   ContextMap& map = Contexts();
   const LockScope lock(map.gate);
-  tContext = nullptr;
-  map.contexts.erase(Thread::GetCurrentThreadID());
+  entry = map.contexts.extract(Thread::GetCurrentThreadID());
 }
 
 std::size_t CountConversionContexts() {
