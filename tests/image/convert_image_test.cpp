@@ -12,7 +12,7 @@
 #include "model/guarded_buffer.h"
 
 // What is accepted equals the unchecked conversion, and touches no byte outside the pixels: buffers have exactly the
-// size that is asked for and lie at inaccessible pages. What is refused touches nothing and says why.
+// size that is asked for and lie at inaccessible pages.
 
 namespace LmImagingLib {
 namespace {
@@ -130,104 +130,6 @@ TEST_F(ConvertImageTest, ChainsOfAnySizeEqualTheUncheckedConversion) {
   }
 }
 
-struct Refusal {
-  const char* what;
-  void (*spoil)(ConstImageView& source, ImageView& destination, ConvertOptions& options);
-  int code;
-  std::vector<const char*> message;  // what it must name
-};
-
-TEST(ConvertImage, RefusesWithASentenceAndTouchesNothing) {
-  // A mosaic of 10-bit words, 6 x 4, to 24-bit colours; each row spoils one thing.
-  using C = ConstImageView;
-  using I = ImageView;
-  using O = ConvertOptions;
-  constexpr int kInvalid = LmBaseLib::Result::INVALID_PARAMETER;
-  const Refusal refusals[] = {
-      {"no source", [](C& s, I&, O&) { s.data = nullptr; }, kInvalid, {"source.data", "null"}},
-      {"no destination", [](C&, I& d, O&) { d.data = nullptr; }, kInvalid, {"destination.data", "null"}},
-      {"no pixels", [](C& s, I&, O&) { s.width = 0; }, kInvalid, {"source", "0 x 4"}},
-      {"no lines", [](C&, I& d, O&) { d.height = 0; }, kInvalid, {"destination", "6 x 0"}},
-      {"small source", [](C& s, I&, O&) { s.size = 47; }, kInvalid, {"source.size", "47", "48"}},
-      {"small destination", [](C&, I& d, O&) { d.size = 71; }, kInvalid, {"destination.size", "71", "72"}},
-      {"small source for its padding",
-       [](C& s, I&, O&) {
-         s.lineSize = 20;
-         s.size = 71;
-       },
-       kInvalid,
-       {"source.size", "71", "72"}},
-      {"short lines", [](C& s, I&, O&) { s.lineSize = 11; }, kInvalid, {"source.lineSize", "11", "12"}},
-      {"sizes that differ", [](C&, I& d, O&) { d.width = 5; }, kInvalid, {"5 x 4", "6 x 4"}},
-      {"unknown type", [](C& s, I&, O&) { s.type = 0x31337; }, kInvalid, {"source.type", "0x31337"}},
-      {"unknown pair",
-       [](C&, I& d, O&) { d.type = 0x10001; },
-       LmBaseLib::Result::NOT_IMPLEMENTED,
-       {"destination.type", "0x10001", "0x20011"}},
-      {"two layouts", [](C&, I&, O& o) { o.flags = 0x30; }, kInvalid, {"options.flags", "0x30"}},
-      {"line that is not there", [](C&, I&, O& o) { o.firstLine = 4; }, kInvalid, {"options.firstLine", "4", "0 to 3"}},
-      {"too many lines",
-       [](C&, I&, O& o) {
-         o.firstLine = 2;
-         o.lines = 3;
-       },
-       kInvalid,
-       {"options.lines", "3", "1 to 2"}},
-      {"none", [](C&, I&, O& o) { o.lines = 0; }, kInvalid, {"options.lines", "0"}},
-      {"half a pair above", [](C&, I&, O& o) { o.firstLine = 1; }, kInvalid, {"options.firstLine", "multiples of 2"}},
-      {"half a pair below", [](C&, I&, O& o) { o.lines = 3; }, kInvalid, {"options.lines", "3", "multiples of 2"}},
-      {"narrow", [](C& s, I& d, O&) { s.width = d.width = 1; }, kInvalid, {"1 x 4", "2 x 2"}},
-      {"low", [](C& s, I& d, O&) { s.height = d.height = 1; }, kInvalid, {"6 x 1", "2 x 2"}},
-#ifndef _WIN32  // whose unsigned long has 32 bits
-      {"width that wraps", [](C& s, I& d, O&) { s.width = d.width = 0x100000006; }, kInvalid, {"4294967302"}},
-#endif
-      {"line that wraps", [](C& s, I& d, O&) { s.width = d.width = 0x80000003; }, kInvalid, {"source.width"}},
-      {"size that wraps",
-       [](C& s, I& d, O&) { s.width = s.height = d.width = d.height = 0x10000; },
-       kInvalid,
-       {"source.size", "8589934592"}},
-      {"line size that wraps", [](C& s, I&, O&) { s.lineSize = ~std::size_t{0} / 2; }, kInvalid, {"source.lineSize"}},
-      {"in place", [](C& s, I& d, O&) { s.data = d.data; }, kInvalid, {"overlap"}},
-      {"shifted by a byte",
-       [](C& s, I& d, O&) { s.data = static_cast<std::uint8_t*>(d.data) - 47; },
-       kInvalid,
-       {"overlap"}},
-      {"dual lines with padding",
-       [](C& s, I& d, O&) {
-         s.type = 0x10010001;
-         d.type = 0x10001;
-         s.lineSize = 8;
-       },
-       kInvalid,
-       {"source.lineSize", "8", "6"}},
-      {"fields that padding parts",
-       [](C& s, I& d, O&) {
-         s.type = 0x210001;
-         d.type = 0x10001;
-         s.height = d.height = 3;
-         s.lineSize = 7;
-       },
-       kInvalid,
-       {"source.lineSize", "7", "odd height, 3"}}};
-  const Bytes frame(100, 1);
-  const Bytes blank(200, 2);
-  for (const Refusal& refusal : refusals) {
-    Bytes memory = blank;
-    ConstImageView source{0x20011, frame.data(), frame.size(), 6, 4};
-    ImageView destination{0x20002, memory.data() + 100, 100, 6, 4};
-    ConvertOptions options;
-    ASSERT_TRUE(ConvertImage(source, destination, options).IsOK());
-    memory = blank;
-    refusal.spoil(source, destination, options);
-    const ConversionResult result = ConvertImage(source, destination, options);
-    EXPECT_EQ(result.result.GetCode(), refusal.code) << refusal.what;
-    for (const char* const part : refusal.message) {
-      EXPECT_NE(result.message.find(part), std::string::npos) << refusal.what << ": " << result.message;
-    }
-    EXPECT_EQ(memory, blank) << refusal.what;
-  }
-}
-
 TEST(RequiredSize, IsWhatConversionsReadAndWrite) {
   const struct {
     PixelTypeID type;
@@ -265,78 +167,6 @@ TEST(RequiredSize, IsWhatConversionsReadAndWrite) {
     EXPECT_EQ(RequiredSize(c.type, c.width, c.height, c.lineSize), c.bytes)
         << std::hex << c.type << std::dec << ", " << c.width << " x " << c.height << " in lines of " << c.lineSize;
   }
-}
-
-// An application's own format: 10-bit samples, four pixels in five bytes.
-class Dense10To8 : public PixelConverter {
- public:
-  Dense10To8(PixelTypeID from, PixelTypeID to) : PixelConverter(from, to, 2, 1, 4, 1) {}
-  unsigned long GetSourceLineSize(unsigned long pixels) const override { return (pixels * 5 + 3) / 4; }
-  LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixels) const override {
-    for (unsigned long x = 0; x < pixels; ++x) {
-      const auto* const bytes = static_cast<const std::uint8_t*>(source) + x / 4 * 5 + x % 4;
-      const auto shift = static_cast<unsigned>(2 + 2 * (x % 4));
-      static_cast<std::uint8_t*>(destination)[x] = static_cast<std::uint8_t>((bytes[0] | bytes[1] << 8) >> shift);
-    }
-    return LmBaseLib::Result::OK;
-  }
-};
-
-TEST(ConvertImage, TakesAnApplicationsOwnFormat) {
-  constexpr PixelTypeID kDense10 = 0x5000000010010;
-  static const Dense10To8 sConverter(kDense10, 0x10001);  // stays registered
-  const PixelType type(kDense10, 10, 2, false);
-  ASSERT_TRUE(PixelTypeFactory::RegisterPixelType(kDense10, &type, "Dense 10-bit").IsOK());
-  ASSERT_TRUE(PixelTypeFactory::RegisterPixelConverter(sConverter).IsOK());
-
-  EXPECT_EQ(RequiredSize(kDense10, 6, 2), 16u);
-  Bytes frame(20, 0);
-  frame[10] = 0xFF;  // the second line's first pixel, where lines have ten bytes
-  frame[11] = 0x03;
-  Bytes gray(12, 9);
-  ConstImageView source{kDense10, frame.data(), frame.size(), 6, 2, 10};
-  ImageView destination{0x10001, gray.data(), gray.size(), 6, 2};
-  const ConversionResult result = ConvertImage(source, destination);
-  ASSERT_TRUE(result.IsOK()) << result.message;
-  EXPECT_EQ(gray, (Bytes{0, 0, 0, 0, 0, 0, 0xFF, 0, 0, 0, 0, 0}));
-
-  ConvertOptions options;
-  options.firstLine = 1;
-  EXPECT_FALSE(ConvertImage(source, destination, options).IsOK());
-  source.lineSize = 11;  // no whole number of pixels ends there
-  EXPECT_FALSE(ConvertImage(source, destination).IsOK());
-}
-
-// An application's own way from 8-bit gray: the negative.
-class Negative : public PixelConverter {
- public:
-  explicit Negative(PixelTypeID to) : PixelConverter(0x10001, to, 1, 1, 1, 1) {}
-  LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixels) const override {
-    const auto* const from = static_cast<const std::uint8_t*>(source);
-    std::transform(from, from + pixels, static_cast<std::uint8_t*>(destination),
-                   [](std::uint8_t gray) { return static_cast<std::uint8_t>(255 - gray); });
-    return LmBaseLib::Result::OK;
-  }
-};
-
-TEST(ConvertImage, TakesAnApplicationsChainWhereItReadsNothingBeyond) {
-  constexpr PixelTypeID kNegative8 = 0x5000000010011;
-  static const Negative sNegative(kNegative8);  // stay registered
-  static const ComplexConverter sChain(*PixelTypeFactory::FindConverter(0x10009, 0x10001), sNegative);
-  const PixelType type(kNegative8, 8, 1, false);
-  ASSERT_TRUE(PixelTypeFactory::RegisterPixelType(kNegative8, &type, "Negative").IsOK());
-  ASSERT_TRUE(PixelTypeFactory::RegisterPixelConverter(sChain).IsOK());
-
-  const Bytes frame(20, 0x55);
-  Bytes gray(12, 9);
-  const auto convert = [&](unsigned long width, std::size_t lineSize) {
-    const ConstImageView source{0x10009, frame.data(), frame.size(), width, 2, lineSize};
-    return ConvertImage(source, {kNegative8, gray.data(), gray.size(), width, 2});
-  };
-  EXPECT_TRUE(convert(6, 0).IsOK());
-  EXPECT_EQ(gray, Bytes(12, 0xAA));
-  EXPECT_NE(convert(5, 0).message.find("source.width is 5"), std::string::npos);
-  EXPECT_NE(convert(4, 9).message.find("without padding"), std::string::npos);
 }
 
 }  // namespace
