@@ -20,7 +20,8 @@ struct Layout {
   Layout(PixelTypeID type, std::size_t width, std::size_t theHeight, std::size_t lineSize)
       : planes(PlanesOf(type)),
         lineBytes(*LmImagingLib::RequiredSize(type, width, 1) - (planes - 1) * LineStep(type, width)),
-        line(lineSize != 0 ? lineSize : LineStep(type, width)),
+        // To a single line the next one may be gigabytes away: it does not matter.
+        line(lineSize != 0 && planes * theHeight > 1 ? lineSize : LineStep(type, width)),
         height(theHeight) {}
 
   std::size_t Lines() const { return planes * height; }
