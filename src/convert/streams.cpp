@@ -13,7 +13,7 @@ namespace LmImagingLib {
 
 namespace {
 
-// How far ahead to fetch the source: more than a strip of most layouts. 4 KiB leave a tenth to a fifth of the time.
+// How far ahead to fetch the source: more than a strip of most layouts. 4 KiB take up to a fifth longer.
 constexpr std::uint32_t kFetchAhead = 8192;
 
 // As the processor tells it. The C library's answer counts the caches of all cores together on some processors.

@@ -66,7 +66,7 @@ inline constexpr Source kGrayscale16{LmImagingLib::kGrayscale16, 1, 2, WholeGrou
 inline constexpr Source kGrayscalePackedGEV{LmImagingLib::kGrayscalePackedGEV, 2, 3, WholeGroups::kCover, kGray};
 inline constexpr Source kGrayscale12Packed{LmImagingLib::kGrayscale12Packed, 2, 3, WholeGroups::kInside, kGray};
 
-// What screens and most files want of cameras' most common colour, a sixth quicker without strips.
+// What screens and most files want of cameras' most common colour, up to a sixth quicker without strips.
 inline constexpr Shortcut kShortcutsFromYUV8_422[] = {{&OutputRGB24::kWriter, kYUV8_422ToRGB24},
                                                       {&OutputBGR24::kWriter, kYUV8_422ToBGR24},
                                                       {&OutputRGB32::kWriter, kYUV8_422ToRGB32},

@@ -83,8 +83,7 @@ inline U8 ZipEights(U8 v, std::index_sequence<kLane...>) {
   return __builtin_shufflevector(v, v, (kLane / 16 * 16 + kLane % 2 * 8 + kLane % 16 / 2)...);
 }
 
-/// The bytes of two vectors of words in turn, signed values clamped to 0..255. The last step is a shuffle that
-/// compilers merge with one that follows.
+/// The bytes of two vectors of words in turn, signed values clamped to 0..255.
 inline U8 ClampZip(I16 even, I16 odd) { return ZipEights(ClampJoin(even, odd), std::make_index_sequence<kLanes>{}); }
 
 /// Words of at most 255, in the order of a reader's `Words`, as bytes.
