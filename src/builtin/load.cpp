@@ -1,5 +1,5 @@
 #include "builtin/builtin.h"
-#include "convert/default_filters.h"
+#include "filter/default_filters.h"
 
 namespace LmImagingLib::Builtin {
 

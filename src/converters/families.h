@@ -1,8 +1,8 @@
 #pragma once
 
-#include "converters/bayer/bayer_converter.h"
-#include "converters/grayscale/reorder_converter.h"
-#include "converters/grayscale/two_tap_converter.h"
+#include "converters/bayer_converter.h"
+#include "converters/reorder_converter.h"
+#include "converters/two_tap_converter.h"
 
 // The catalogue of source layouts. A layout is decoded in the file of its name; here it gets its geometry and the
 // names of its converters, which take the writer as their last argument.

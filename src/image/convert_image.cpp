@@ -4,11 +4,11 @@
 #include <new>
 
 #include "LmImagingLib/Image.h"
-#include "convert/conversion_context.h"
-#include "convert/line_converter.h"
+#include "converters/line_converter.h"
 #include "image/plan.h"
 #include "image/stages.h"
 #include "image/walk.h"
+#include "walk/conversion_context.h"
 
 namespace LmImagingLib {
 

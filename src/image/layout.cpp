@@ -7,7 +7,7 @@
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeFactory.h"
-#include "convert/line_converter.h"
+#include "converters/line_converter.h"
 #include "image/stages.h"
 
 namespace LmImagingLib {

@@ -5,9 +5,9 @@
 #include <typeinfo>
 
 #include "LmImagingLib/PixelTypeFactory.h"
-#include "convert/line_converter.h"
-#include "converters/bayer/bayer_converter.h"
-#include "converters/grayscale/reorder_converter.h"
+#include "converters/bayer_converter.h"
+#include "converters/line_converter.h"
+#include "converters/reorder_converter.h"
 #include "image/stages.h"
 #include "image/walk.h"
 

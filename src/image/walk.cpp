@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
-#include "convert/conversion_context.h"
-#include "convert/default_filters.h"
-#include "convert/line_converter.h"
-#include "convert/streams.h"
+#include "converters/line_converter.h"
+#include "filter/default_filters.h"
 #include "image/layout.h"
+#include "walk/conversion_context.h"
+#include "walk/streams.h"
 
 namespace LmImagingLib {
 

@@ -4,8 +4,8 @@ namespace LmImagingLib {
 
 namespace {
 
-#define LM_NAME(Name) #Name,
-constexpr const char* kNames[] = {LM_FOR_EACH_INSTRUCTION_SET(LM_NAME)};
+#define LM_NAME(Set, Type, Name) #Set,
+constexpr const char* kNames[] = {LM_FOR_EACH_INSTRUCTION_SET(LM_NAME, , )};
 #undef LM_NAME
 
 std::size_t BestInstructionSet() {
@@ -14,10 +14,7 @@ std::size_t BestInstructionSet() {
   return best;
 }
 
-std::size_t& Active() {
-  static std::size_t sActive = BestInstructionSet();
-  return sActive;
-}
+std::size_t sActive = BestInstructionSet();
 
 }  // namespace
 
@@ -26,26 +23,19 @@ const char* InstructionSetName(std::size_t set) { return kNames[set]; }
 bool HasInstructionSet(std::size_t set) {
 #if defined(LM_VECTOR_X86)
   __builtin_cpu_init();
-  switch (set) {
-    case 1:
-      return __builtin_cpu_supports("sse4.1") != 0;
-    case 2:
-      return __builtin_cpu_supports("avx2") != 0;
-    case 3:
-      return __builtin_cpu_supports("avx512bw") != 0 && __builtin_cpu_supports("avx512vl") != 0 &&
-             __builtin_cpu_supports("avx512dq") != 0 && __builtin_cpu_supports("avx512vbmi") != 0 &&
-             __builtin_cpu_supports("bmi2") != 0;
-    default:
-      return true;
-  }
+#define LM_HAS(feature) __builtin_cpu_supports(feature) != 0
 #else
-  (void)set;
-  return true;
+#define LM_HAS(feature) true  // NEON belongs to the architecture
 #endif
+#define LM_SUPPORTED(Set, Type, Name) LM_FEATURES_##Set,
+  const bool supported[] = {LM_FOR_EACH_INSTRUCTION_SET(LM_SUPPORTED, , )};
+#undef LM_SUPPORTED
+#undef LM_HAS
+  return supported[set];
 }
 
-std::size_t ActiveInstructionSet() { return Active(); }
+std::size_t ActiveInstructionSet() { return sActive; }
 
-void ForceInstructionSet(std::size_t set) { Active() = set; }
+void ForceInstructionSet(std::size_t set) { sActive = set; }
 
 }  // namespace LmImagingLib

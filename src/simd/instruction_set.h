@@ -2,21 +2,13 @@
 
 #include <cstddef>
 
-// The instruction sets that kernels are compiled for, worst first. The first one is the definition; the others equal it
-// bit for bit and need a compiler with vector types.
-#if defined(LM_VECTOR_X86)
-#define LM_FOR_EACH_INSTRUCTION_SET(Apply) Apply(scalar) Apply(sse41) Apply(avx2) Apply(avx512vbmi)
-#elif defined(LM_VECTOR_NEON)
-#define LM_FOR_EACH_INSTRUCTION_SET(Apply) Apply(scalar) Apply(neon)
-#else
-#define LM_FOR_EACH_INSTRUCTION_SET(Apply) Apply(scalar)
-#endif
+#include "simd/instruction_sets.h"
 
 namespace LmImagingLib {
 
 /// The number of instruction sets that kernels are compiled for.
-#define LM_COUNT(Name) +1  // NOLINT(bugprone-macro-parentheses): a term of the sum below
-inline constexpr std::size_t kInstructionSets = 0 LM_FOR_EACH_INSTRUCTION_SET(LM_COUNT);
+#define LM_COUNT(Set, Type, Name) +1  // NOLINT(bugprone-macro-parentheses): a term of the sum below
+inline constexpr std::size_t kInstructionSets = 0 LM_FOR_EACH_INSTRUCTION_SET(LM_COUNT, , );
 #undef LM_COUNT
 
 /// The name of an instruction set, which is also the namespace of its kernels.
@@ -37,7 +29,7 @@ struct Twins {
   Kernel* of[kInstructionSets];
 
   Kernel* Active() const { return of[ActiveInstructionSet()]; }
-  /// The scalar one, which is also the quickest for a pixel or two.
+  /// The scalar one, which is also the fastest for a pixel or two.
   Kernel* Definition() const { return of[0]; }
 };
 

@@ -1,4 +1,0 @@
-// BGR24: the bytes blue, green, red.
-#include "convert/writers/interleaved.h"
-
-LM_EXPORT_WRITER(StoreBGR24, Interleaved<First::kBlue, 3>)

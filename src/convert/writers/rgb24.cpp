@@ -1,4 +1,0 @@
-// RGB24: the bytes red, green, blue.
-#include "convert/writers/interleaved.h"
-
-LM_EXPORT_WRITER(StoreRGB24, Interleaved<First::kRed, 3>)

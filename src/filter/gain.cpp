@@ -1,0 +1,27 @@
+#include "filter/gain.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace LmImagingLib {
+
+std::optional<Gain> FindGain(const unsigned char (&table)[256]) {
+  if (table[0] != 0) return std::nullopt;
+  // Entry i is i * product >> 16: each entry leaves a range of products. Clamped entries have no upper bound.
+  std::uint32_t least = 0;
+  std::uint32_t most = 0xFFFF << 7;
+  for (std::uint32_t i = 1; i < 256; ++i) {
+    const std::uint32_t entry = table[i];
+    least = std::max(least, ((entry << 16) + i - 1) / i);
+    if (entry != 255) most = std::min(most, (((entry + 1) << 16) - 1) / i);
+  }
+  for (unsigned shift = 0; shift <= 7; ++shift) {
+    const std::uint32_t factor = (least + (1U << shift) - 1) >> shift;
+    if (factor <= 0xFFFF && factor << shift <= most) {
+      return Gain{static_cast<std::uint16_t>(factor), static_cast<std::uint16_t>(shift)};
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace LmImagingLib

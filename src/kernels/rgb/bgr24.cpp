@@ -1,0 +1,15 @@
+// BGR24: the bytes blue, green, red.
+#include "simd/samples.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+struct BGR24Group {
+  static constexpr std::size_t kPixels = 1, kSamples = 3;
+  static constexpr std::size_t kAt[][kPixels] = {{2}, {1}, {0}};  // red, green, blue
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_DECODER(BGR24, ColorSamples<BGR24Group, 1>)

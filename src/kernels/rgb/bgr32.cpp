@@ -1,0 +1,15 @@
+// BGR32: the bytes blue, green, red and one that is ignored.
+#include "simd/samples.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+struct BGR32Group {
+  static constexpr std::size_t kPixels = 1, kSamples = 4;
+  static constexpr std::size_t kAt[][kPixels] = {{2}, {1}, {0}};  // red, green, blue
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_DECODER(BGR32, ColorSamples<BGR32Group, 1>)

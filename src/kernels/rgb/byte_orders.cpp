@@ -1,0 +1,58 @@
+// RGB and BGR of 24 and 32 bits to each other: the bytes of a pixel change places, and the fourth becomes 0. Of 48 to
+// 24 bits, the words lie in the order of the bytes to write.
+#include "simd/samples.h"
+#include "simd/shuffle.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+template <std::size_t kFromBytes, std::size_t... kOrderOfBytes>
+struct ByteMap {
+  static constexpr std::size_t kFrom = kFromBytes, kTo = sizeof...(kOrderOfBytes);
+  static constexpr std::size_t kOrder[kTo] = {kOrderOfBytes...};
+};
+
+template <class Order>
+void ShuffleLine(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                 std::size_t first) {
+  ShufflePixels<Order>(in.line[0] + from * Order::kFrom, targets->line + first * Order::kTo, count);
+}
+
+}  // namespace
+
+DirectKernel Swap24To24, Keep24To32, Swap24To32, Keep32To24, Swap32To24, Keep32To32, Swap32To32, Keep48To24;
+
+void Swap24To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  ShuffleLine<ByteMap<3, 2, 1, 0>>(in, from, count, targets, first);
+}
+void Keep24To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  ShuffleLine<ByteMap<3, 0, 1, 2, kZero>>(in, from, count, targets, first);
+}
+void Swap24To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  ShuffleLine<ByteMap<3, 2, 1, 0, kZero>>(in, from, count, targets, first);
+}
+void Keep32To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  ShuffleLine<ByteMap<4, 0, 1, 2>>(in, from, count, targets, first);
+}
+void Swap32To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  ShuffleLine<ByteMap<4, 2, 1, 0>>(in, from, count, targets, first);
+}
+void Keep32To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  ShuffleLine<ByteMap<4, 0, 1, 2, kZero>>(in, from, count, targets, first);
+}
+void Swap32To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  ShuffleLine<ByteMap<4, 2, 1, 0, kZero>>(in, from, count, targets, first);
+}
+void Keep48To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  WordsToBytes(in, 3 * from, 3 * count, targets->line + 3 * first);
+}
+
+}  // namespace LmImagingLib::LM_ISA

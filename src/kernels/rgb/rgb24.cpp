@@ -1,0 +1,15 @@
+// RGB24: the bytes red, green, blue.
+#include "simd/samples.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+struct RGB24Group {
+  static constexpr std::size_t kPixels = 1, kSamples = 3;
+  static constexpr std::size_t kAt[][kPixels] = {{0}, {1}, {2}};  // red, green, blue
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_DECODER(RGB24, ColorSamples<RGB24Group, 1>)

@@ -1,0 +1,15 @@
+// RGB32: the bytes red, green, blue and one that is ignored.
+#include "simd/samples.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+struct RGB32Group {
+  static constexpr std::size_t kPixels = 1, kSamples = 4;
+  static constexpr std::size_t kAt[][kPixels] = {{0}, {1}, {2}};  // red, green, blue
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_DECODER(RGB32, ColorSamples<RGB32Group, 1>)

@@ -1,0 +1,16 @@
+// YUV 8-bit 4:4:4, the bytes Y U V.
+#include "kernels/yuv/yuv_to_rgb.h"
+#include "simd/samples.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+struct YUV8_444Group {
+  static constexpr std::size_t kPixels = 1, kSamples = 3;
+  static constexpr std::size_t kAt[][kPixels] = {{0}, {1}, {2}};  // Y, U, V
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_DECODER(YUV8_444, ColorSamples<YUV8_444Group, 1, Yuv>)

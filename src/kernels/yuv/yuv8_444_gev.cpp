@@ -1,0 +1,16 @@
+// YUV 8-bit 4:4:4 GEV, the bytes U Y V.
+#include "kernels/yuv/yuv_to_rgb.h"
+#include "simd/samples.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+struct YUV8_444_GEVGroup {
+  static constexpr std::size_t kPixels = 1, kSamples = 3;
+  static constexpr std::size_t kAt[][kPixels] = {{1}, {0}, {2}};  // Y, U, V
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_DECODER(YUV8_444_GEV, ColorSamples<YUV8_444_GEVGroup, 1, Yuv>)
