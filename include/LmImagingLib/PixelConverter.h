@@ -11,6 +11,7 @@ namespace LmImagingLib {
 
 class PixelType;
 class RGBFilter;
+class LibraryConverter;
 struct ConverterStages;
 struct PixelConverterInfo;
 
@@ -27,6 +28,9 @@ inline constexpr unsigned long kBayerRG = 0x40;  ///< R G / G B
 inline constexpr unsigned long kBayerBG = 0x80;  ///< B G / G R
 /// Demosaic each pixel from its 3 x 3 neighbourhood. Clear: a 2 x 2 cell makes four equal pixels.
 inline constexpr unsigned long kBilinear = 0x100;
+/// Destinations of more than 8 bits receive all the bits of the samples: a value v of S bits becomes v << (D - S) or
+/// v >> (S - D) in a destination of D bits. Clear: samples are brought to their upper 8 bits first.
+inline constexpr unsigned long kFullDepth = 0x800;
 }  // namespace ConversionFlags
 
 /// Converts images from one pixel type to another.
@@ -109,7 +113,8 @@ class LM_EXPORT PixelConverter {
   virtual LmBaseLib::Result ConvertPixel(const void* source, void* destination) const;
 
  private:
-  friend class LineConverter;
+  friend class LibraryConverter;
+  friend const LibraryConverter* AsLibraryConverter(const PixelConverter& converter);
 
   PixelConverterInfo* mInfo;
 };

@@ -11,6 +11,7 @@ namespace LmImagingLib {
 
 class PixelConverter;
 class PixelTypeFactoryInternal;
+struct RegistryRelease;
 
 /// What a query for pixel types asks for; a member left empty asks for nothing.
 ///
@@ -90,6 +91,7 @@ class LM_EXPORT PixelTypeFactory {
   static bool EnumConverterFrom(unsigned long index, const PixelTypeID& to, PixelTypeID& from);
 
  private:
+  friend struct RegistryRelease;
   static PixelTypeFactoryInternal* Internal();
 
   static PixelTypeFactoryInternal* sInternal;

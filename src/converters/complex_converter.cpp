@@ -1,9 +1,12 @@
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 
 #include "LmImagingLib/PixelConverter.h"
-#include "walk/conversion_context.h"
+#include "converters/chain.h"
+#include "converters/library_converter.h"
+#include "walk/streams.h"
 
 namespace LmImagingLib {
 
@@ -15,25 +18,27 @@ namespace {
 // it; neither by more than a group. The size that callers see does not count these bytes.
 constexpr std::size_t kSpareBytes = 32;
 
-std::unique_ptr<unsigned char[]> NewScratch(std::size_t bytes) {
-  return std::unique_ptr<unsigned char[]>(new unsigned char[bytes + kSpareBytes]);
-}
+// First stages leave pixels out that belong to no group or field. They are 0, and not what was in the memory before.
+unsigned char* NewScratch(std::size_t bytes) { return new unsigned char[bytes + kSpareBytes](); }
 
 // A step that both stages divide: the larger one, or else their product, even where a smaller multiple would do.
 unsigned long CombinedStep(unsigned long a, unsigned long b) {
   const unsigned long larger = std::max(a, b);
-  return larger % a == 0 && larger % b == 0 ? larger : a * b;
+  const bool divides = a != 0 && b != 0 && larger % a == 0 && larger % b == 0;
+  return divides ? larger : a * b;
 }
+
+constexpr std::uint32_t U32(unsigned long value) { return static_cast<std::uint32_t>(value); }
 
 }  // namespace
 
-/// A scratch buffer of at least `needed` bytes for one call: the caller's, the converter's own, or, where another
-/// thread is using that one, a buffer that lives as long as the lease.
+/// A scratch buffer of at least `needed` bytes for one call: the converter's own, or, where another thread is using
+/// that one, a buffer that lives as long as the lease. It begins as zeros.
 class ComplexConverter::ScratchLease {
  public:
   ScratchLease(const ComplexConverter& owner, unsigned long needed) : mOwner(owner) {
     if (owner.mScratchInUse.test_and_set(std::memory_order_acquire)) {
-      mTemporary = NewScratch(needed);
+      mTemporary.reset(NewScratch(needed));
       mData = mTemporary.get();
       return;
     }
@@ -45,21 +50,11 @@ class ComplexConverter::ScratchLease {
         owner.mScratchInUse.clear(std::memory_order_release);
         throw;
       }
+    } else if (owner.mScratch != nullptr) {
+      std::memset(owner.mScratch, 0, needed + kSpareBytes);
     }
     mData = owner.mScratch;
   }
-
-  ScratchLease(const ComplexConverter& owner, unsigned long needed, void** scratch, unsigned long* scratchSize)
-      : mOwner(owner) {
-    auto* data = static_cast<unsigned char*>(*scratch);
-    if (needed > *scratchSize) {
-      *scratch = nullptr;
-      Grow(data, *scratchSize, needed);
-      *scratch = data;
-    }
-    mData = data;
-  }
-
   ~ScratchLease() {
     if (mHoldsOwn) mOwner.mScratchInUse.clear(std::memory_order_release);
   }
@@ -68,15 +63,15 @@ class ComplexConverter::ScratchLease {
 
   unsigned char* Data() const { return mData; }
 
- private:
   static void Grow(unsigned char*& data, unsigned long& capacity, unsigned long needed) {
     delete[] data;
     data = nullptr;
     capacity = 0;
-    data = NewScratch(needed).release();
+    data = NewScratch(needed);
     capacity = needed;
   }
 
+ private:
   const ComplexConverter& mOwner;
   std::unique_ptr<unsigned char[]> mTemporary;
   unsigned char* mData = nullptr;
@@ -105,31 +100,48 @@ Result ComplexConverter::Convert(const void* source, unsigned long sourceWidth, 
                                  void* destination, unsigned long destinationWidth, unsigned long destinationHeight,
                                  unsigned long pixelsPerLine, unsigned long lines, unsigned long flags,
                                  unsigned long destinationPadding, void** scratch, unsigned long* scratchSize) const {
-  const auto pixels =
-      static_cast<std::uint32_t>(static_cast<std::uint32_t>(sourceWidth) * static_cast<std::uint32_t>(sourceHeight));
-  const unsigned long needed = mFirst->GetDestinationLineSize(pixels);
-  const bool callersScratch = scratch != nullptr && scratchSize != nullptr;
-  const ScratchLease intermediate =
-      callersScratch ? ScratchLease(*this, needed, scratch, scratchSize) : ScratchLease(*this, needed);
-
-  const ContextScope context;
-  const RGBFilter* const filter = context->filter;
-  const Result result = mFirst->Convert(source, sourceWidth, sourceHeight, intermediate.Data(), sourceWidth,
-                                        sourceHeight, sourceWidth, sourceHeight, flags, 0, nullptr, nullptr);
-  if (!result.IsOK()) return result;
-  context->filter = filter;  // the first stage cleared it
-  return mSecond->Convert(intermediate.Data(), sourceWidth, sourceHeight, destination, destinationWidth,
-                          destinationHeight, pixelsPerLine, lines, flags, destinationPadding, nullptr, nullptr);
+  const auto convertThrough = [&](void* intermediate) {
+    const RGBFilter* const filter = CurrentThread().filter;
+    const Result result = mFirst->Convert(source, sourceWidth, sourceHeight, intermediate, sourceWidth, sourceHeight,
+                                          sourceWidth, sourceHeight, flags, 0, nullptr, nullptr);
+    if (!result.IsOK()) return result;
+    const FilterScope again(filter);  // the first stage used it up
+    return mSecond->Convert(intermediate, sourceWidth, sourceHeight, destination, destinationWidth, destinationHeight,
+                            pixelsPerLine, lines, flags, destinationPadding, nullptr, nullptr);
+  };
+  const unsigned long needed = mFirst->GetDestinationLineSize(U32(U32(sourceWidth) * U32(sourceHeight)));
+  if (scratch != nullptr && scratchSize != nullptr) {
+    auto* data = static_cast<unsigned char*>(*scratch);
+    if (needed > *scratchSize) {
+      *scratch = nullptr;
+      ScratchLease::Grow(data, *scratchSize, needed);
+      *scratch = data;
+    }
+    return convertThrough(data);
+  }
+  if (const BandedChain banded{ConverterStages{*mFirst, mSecond}}) {
+    Frame frame = FrameOf(*this, source, sourceWidth, sourceHeight, destination, destinationWidth, destinationHeight,
+                          pixelsPerLine, lines, flags, destinationPadding);
+    // The first stage converts all lines of the source, whatever the number of lines that the second one needs.
+    frame.fieldLines = frame.sourceHeight / 2 * 2;
+    const StreamScope streams(frame, U32(lines));
+    banded.ConvertLines(frame, 0, U32(lines));
+    CurrentThread().filter = nullptr;
+    return Result::OK;
+  }
+  const ScratchLease intermediate(*this, needed);
+  return convertThrough(intermediate.Data());
 }
 
 Result ComplexConverter::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {
-  const ContextScope context;
-  const auto pixels = static_cast<std::uint32_t>(static_cast<std::uint32_t>(GetLinesPerStep()) *
-                                                 static_cast<std::uint32_t>(pixelCount));
-  const ScratchLease intermediate(*this, mFirst->GetDestinationLineSize(pixels));
+  const ScratchLease intermediate(*this, mFirst->GetDestinationLineSize(U32(U32(GetLinesPerStep()) * U32(pixelCount))));
+  const ThreadState& thread = CurrentThread();
+  Frame frame;
+  if (thread.frame != nullptr) frame = *thread.frame;
   // The stride stays that of the intermediate line for the second stage too: a step writes into its first lines.
-  context->destinationStride = static_cast<std::uint32_t>(mFirst->GetDestinationLineSize(pixelCount));
-  context->sourceLineSize = static_cast<std::uint32_t>(mSecond->GetSourceLineSize(pixelCount));
+  frame.destinationLine = U32(mFirst->GetDestinationLineSize(pixelCount));
+  frame.sourceLine = U32(mSecond->GetSourceLineSize(pixelCount));
+  FrameScope scope(frame);
   const Result result = mFirst->ConvertLine(source, intermediate.Data(), pixelCount);
   if (!result.IsOK()) return result;
   return mSecond->ConvertLine(intermediate.Data(), destination, pixelCount);

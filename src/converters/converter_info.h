@@ -1,15 +1,14 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 
 #include "LmImagingLib/PixelTypeID.h"
 
 namespace LmImagingLib {
 
-class RGBFilter;
+class LibraryConverter;
 
-/// What a converter is told when it is made, and what it finds out.
+/// What a converter is constructed with.
 struct PixelConverterInfo {
   PixelTypeID sourceTypeID;
   PixelTypeID destinationTypeID;
@@ -17,8 +16,7 @@ struct PixelConverterInfo {
   std::uint32_t destinationPixelByteSize;
   std::uint32_t pixelsPerStep;
   std::uint32_t linesPerStep;
-  std::uint32_t joinedGroup;  ///< lines of multiples of so many pixels convert as one where no gap parts them; 0: never
-  std::atomic<const RGBFilter*> defaultFilter{nullptr};  ///< of the source type, once that is registered
+  const LibraryConverter* library = nullptr;  ///< the converter itself, if it is one of the library's own
 };
 
 }  // namespace LmImagingLib

@@ -1,82 +1,146 @@
 #include "converters/line_converter.h"
 
 #include <algorithm>
+#include <cstring>
 
-#include "converters/converter_info.h"
+#include "converters/line_tail.h"
 #include "filter/filter_tables.h"
-#include "walk/conversion_context.h"
+#include "walk/lines.h"
+#include "walk/tap_strips.h"
 
 namespace LmImagingLib {
 
-using LmBaseLib::Result;
-
 namespace {
 
-std::size_t ConvertedPixels(const Source& source, std::uint32_t pixelCount) {
-  std::size_t pixels = pixelCount;
-  if (source.groups == WholeGroups::kYuv411 && pixels % 4 != 0) --pixels;
-  if (source.groups != WholeGroups::kInside) pixels += source.groupPixels - 1;
-  return pixels & ~std::size_t{source.groupPixels - 1};  // a group is a power of two
-}
-
-const Shortcut* FindShortcut(const Source& source, const Writer& writer) {
-  const Shortcut* const end = source.shortcuts + source.shortcutCount;
-  const Shortcut* const found =
-      std::find_if(source.shortcuts, end, [&writer](const Shortcut& shortcut) { return shortcut.writer == &writer; });
-  return found == end ? nullptr : found;
-}
-
-constexpr std::uint32_t PixelBytes(const Source& source) {
-  return (source.groupBytes + source.groupPixels - 1) / source.groupPixels;
-}
+// Images are joined up to so many pixels: none of their sizes in bytes comes near 32 bits.
+constexpr std::uint64_t kMostJoined = 1U << 28;
 
 }  // namespace
 
-LineConverter::LineConverter(const Source& source, const Writer& writer, const PixelTypeID& from, const PixelTypeID& to,
-                             unsigned long shift, bool linesJoin)
-    : PixelConverter(from, to, PixelBytes(source), writer.pixelBytes, 1, 1),
+Fit FitOf(std::uint32_t depth, const Writer& writer, bool inFull) {
+  if (!inFull) return {writer.eightBitShift, 0};
+  return depth <= writer.depth ? Fit{writer.depth - depth, 0} : Fit{0, depth - writer.depth};
+}
+
+template <>
+const LookupTables<std::uint8_t>* LookupOf(const Frame& frame, std::uint32_t /*depth*/, const Writer& /*writer*/) {
+  return frame.filter == nullptr ? nullptr : TablesOf(*frame.filter).Lookup();
+}
+template <>
+const LookupTables<std::uint16_t>* LookupOf(const Frame& frame, std::uint32_t depth, const Writer& writer) {
+  return frame.filter == nullptr ? nullptr : TablesOf(*frame.filter).Lookup(depth, writer.depth);
+}
+
+/// The lines of a frame, decoded into bytes or into words.
+template <class Sample>
+class LineConverter::Lines {
+ public:
+  Lines(const LineConverter& converter, const Frame& frame)
+      : mConverter(converter),
+        mFrame(frame),
+        mInFull(converter.mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0),
+        mFit(FitOf(sizeof(Sample) == 1 ? 8 : converter.mSource.depth, converter.mWriter, mInFull)),
+        mSteps{Format().decode.template Of<Sample>().Active(), Format().groupPixels, Format().Is(kBytes), nullptr,
+               converter.mWriter} {
+    if (Format().Is(kGray)) return;
+    if (sizeof(Sample) == 1 && mInFull) {
+      mSteps.widening = LookupOf<std::uint16_t>(frame, 8, converter.mWriter);
+    } else {
+      mSteps.tables = LookupOf<Sample>(frame, converter.mSource.depth, converter.mWriter);
+    }
+  }
+
+  void ConvertPixels(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels) const {
+    const TargetLine target = TargetAt(destination, mFrame, mFit);
+    const SourceLines lines = LinesAt(source);
+    const Shortcut* const shortcut = mConverter.mShortcut;
+    if (shortcut != nullptr && mSteps.tables == nullptr) {
+      ConvertDirectly(shortcut->convert.Active(), mSteps.groupPixels, mSteps.writer, lines, pixels, &target, 0);
+    } else {
+      ConvertStrips(mSteps, lines, pixels, &target, 1, 0);
+    }
+  }
+
+  void ConvertTaps(const FrameLine& line) const {
+    const TargetLine target = TargetAt(line.destination, mFrame, mFit);
+    StoreKernel<Sample>* const store = mSteps.writer.store.template Of<Sample>().Active();
+    ForEachTapStrip(mSteps.decode, LinesAt(line.source), mFrame.pixels / 2, mConverter.mSource.readout,
+                    [&](const Sample* samples, std::size_t count, std::size_t first) {
+                      store({samples, samples, samples}, nullptr, count, target, first);
+                    });
+  }
+
+  void ConvertWithTail(const FrameLine& line, const LineTail& tail) const {
+    const std::optional<std::uint32_t> inOneGo = tail.PixelsInOneGo(line.index, mSteps.writer);
+    if (inOneGo) return ConvertPixels(line.source, line.destination, *inOneGo);
+    ConvertPixels(line.source, line.destination, tail.WholePixels());
+    tail.Convert(line, mSteps.writer, mFit,
+                 [this](const std::uint8_t* group, const TargetLine& target, std::size_t pixels) {
+                   ConvertStrips(mSteps, LinesAt(group), pixels, &target, 1, 0);
+                 });
+  }
+
+ private:
+  const struct Format& Format() const { return *mConverter.mSource.format; }
+  SourceLines LinesAt(const std::uint8_t* line) const {
+    return mConverter.mSource.Lines<Sample>(line, mFrame.SourcePlane(), mFrame.fetchAhead);
+  }
+
+  const LineConverter& mConverter;
+  const Frame& mFrame;
+  const bool mInFull;
+  const Fit mFit;
+  StripSteps<Sample> mSteps;
+};
+
+LineConverter::LineConverter(const SourceType& source, const Writer& writer, const PixelTypeID& from,
+                             const PixelTypeID& to)
+    : LibraryConverter(from, to,
+                       (source.format->groupBits / 8 + source.format->groupPixels - 1) / source.format->groupPixels,
+                       writer.pixelBytes, 1, {source.format, writer.planes}),
       mSource(source),
       mWriter(writer),
-      mShortcut(FindShortcut(source, writer)),
-      mSampleShift(static_cast<std::uint32_t>(shift) & 31U) {
-  if (linesJoin) mInfo->joinedGroup = source.groupPixels;
-}
+      mShortcut(FindShortcut(source.format->name, writer)) {}
 
 unsigned long LineConverter::GetSourceLineSize(unsigned long pixelCount) const {
-  if (mSource.groupBytes % mSource.groupPixels == 0) return PixelConverter::GetSourceLineSize(pixelCount);
-  // Half bytes a pixel, rounded down over the line.
-  const std::uint32_t pairBytes = 2 * mSource.groupBytes / mSource.groupPixels;
-  return static_cast<std::uint32_t>(pairBytes * static_cast<std::uint32_t>(pixelCount)) >> 1;
+  return DenseLineBytes(*mSource.format, static_cast<std::uint32_t>(pixelCount));
 }
 
-Result LineConverter::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {
-  const ContextScope context;
-  const TargetLine target = TargetAt(destination, *context);
-  const SourceLines lines = LinesAt(source, *context);
-  const std::size_t pixels = ConvertedPixels(mSource, static_cast<std::uint32_t>(pixelCount));
-  const StripSteps steps = Steps(*context);
-  if (mShortcut != nullptr && steps.tables == nullptr) {
-    ConvertDirectly(mShortcut->convert.Active(), steps, lines, pixels, &target, 0);
+void LineConverter::ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
+  const bool words = mSource.depth > 8 && mWriter.depth > 8 && mSource.format->decode.words.of[0] != nullptr &&
+                     (frame.flags & ConversionFlags::kFullDepth) != 0;
+  if (words) {
+    Convert<std::uint16_t>(frame, first, end);
   } else {
-    ConvertStrips(steps, lines, pixels, &target, 1, 0);
+    Convert<std::uint8_t>(frame, first, end);
   }
-  return Result::OK;
 }
 
-StripSteps LineConverter::Steps(const ConversionContext& context) const {
-  return {mSource.decode.Active(), mSource.groupPixels, (mSource.traits & kPlain) != 0,
-          (mSource.traits & kGray) != 0 ? nullptr : LookupOf(context), mWriter};
+template <class Sample>
+void LineConverter::Convert(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
+  const Lines<Sample> lines(*this, frame);
+  if (mSource.readout.taps == Readout::Taps::kTwo) {
+    ForEachLine(frame, first, end, 1, [&](const FrameLine& line) { lines.ConvertTaps(line); });
+  } else if (LinesJoin(frame, end - first)) {
+    lines.ConvertPixels(SourceLineAt(frame, first), DestinationLineAt(frame, first),
+                        std::size_t{frame.pixels} * (end - first));
+  } else if (PassesLineEnd(*mSource.format, frame.pixels)) {
+    const LineTail tail(*mSource.format, frame, end);
+    ForEachLine(frame, first, end, 1, [&](const FrameLine& line) { lines.ConvertWithTail(line, tail); });
+  } else {
+    const std::uint32_t pixels = frame.pixels - frame.pixels % mSource.format->groupPixels;
+    ForEachLine(frame, first, end, 1,
+                [&](const FrameLine& line) { lines.ConvertPixels(line.source, line.destination, pixels); });
+  }
 }
 
-SourceLines LineConverter::LinesAt(const void* source, const ConversionContext& context) const {
-  const auto* const line = static_cast<const std::uint8_t*>(source);
-  if ((mSource.traits & kPlanar) == 0) return {{line, nullptr, nullptr}, mSampleShift, 0, context.fetchAhead};
-  const std::size_t plane = std::size_t{context.sourceLineSize} * context.sourceHeight;
-  return {{line, line + plane, line + 2 * plane}, mSampleShift, 0, context.fetchAhead};
-}
-
-const LookupTables* LookupOf(const ConversionContext& context) {
-  return context.filter == nullptr ? nullptr : TablesOf(*context.filter).Lookup();
+// Whether the lines may be converted as one long line: no gap separates them, and no group of pixels reaches from one
+// into the next. The cost of a line beside its pixels matters to narrow images.
+bool LineConverter::LinesJoin(const Frame& frame, std::uint32_t lines) const {
+  return lines > 1 && !frame.interlaced && frame.pixels % mSource.format->groupPixels == 0 &&
+         std::uint64_t{frame.pixels} * lines <= kMostJoined &&
+         DenseLineBytes(*mSource.format, frame.pixels) == frame.sourceLine &&
+         std::size_t{frame.pixels} * mWriter.pixelBytes == frame.destinationLine;
 }
 
 }  // namespace LmImagingLib

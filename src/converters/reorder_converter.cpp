@@ -2,12 +2,9 @@
 
 #include <cstring>
 
-#include "simd/kernel.h"
-#include "walk/conversion_context.h"
+#include "walk/lines.h"
 
 namespace LmImagingLib {
-
-using LmBaseLib::Result;
 
 LM_DECLARE_KERNEL(ReorderKernel, JoinQuadTaps8)
 LM_DECLARE_KERNEL(ReorderKernel, JoinQuadTaps16)
@@ -15,44 +12,33 @@ LM_DECLARE_KERNEL(ReorderKernel, TakeEverySecondByte)
 
 namespace {
 
-constexpr unsigned long kPixelsPerStep = 4;
-
-Result Reorder(const Twins<ReorderKernel>& kernel, const void* source, void* destination, std::uint32_t pixels) {
-  kernel.Active()(static_cast<const std::uint8_t*>(source), static_cast<std::uint8_t*>(destination), pixels);
-  return Result::OK;
-}
+constexpr std::uint32_t kPixelsPerStep = 4;
 
 }  // namespace
 
-Dalsa4x8ToGrayscale8::Dalsa4x8ToGrayscale8(const PixelTypeID& from, const PixelTypeID& to)
-    : PixelConverter(from, to, 1, 1, kPixelsPerStep, 1) {}
+QuadTapsConverter::QuadTapsConverter(std::uint32_t sampleBytes, const PixelTypeID& from, const PixelTypeID& to)
+    : LibraryConverter(from, to, sampleBytes, sampleBytes, kPixelsPerStep, {}),
+      mKernel(sampleBytes == 1 ? kJoinQuadTaps8 : kJoinQuadTaps16) {}
 
-Result Dalsa4x8ToGrayscale8::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {
-  return Reorder(kJoinQuadTaps8, source, destination, static_cast<std::uint32_t>(pixelCount));
-}
-
-Dalsa4x16ToGrayscale16::Dalsa4x16ToGrayscale16(const PixelTypeID& from, const PixelTypeID& to)
-    : PixelConverter(from, to, 2, 2, kPixelsPerStep, 1) {}
-
-Result Dalsa4x16ToGrayscale16::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {
-  return Reorder(kJoinQuadTaps16, source, destination, static_cast<std::uint32_t>(pixelCount));
+void QuadTapsConverter::ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
+  ReorderKernel* const reorder = mKernel.Active();
+  ForEachLine(frame, first, end, 1,
+              [&](const FrameLine& line) { reorder(line.source, line.destination, frame.pixels); });
 }
 
 DualLinesGrayscale8ToGrayscale8::DualLinesGrayscale8ToGrayscale8(const PixelTypeID& from, const PixelTypeID& to)
-    : PixelConverter(from, to, 1, 1, kPixelsPerStep, 1) {}
+    : LibraryConverter(from, to, 1, 1, kPixelsPerStep, {nullptr, 1, false, true}) {}
 
-Result DualLinesGrayscale8ToGrayscale8::ConvertLine(const void* source, void* destination,
-                                                    unsigned long pixelCount) const {
-  const ContextScope context;
-  const auto pixels = static_cast<std::uint32_t>(pixelCount);
-  const auto* line = static_cast<const std::uint8_t*>(source);
-  const bool lower = context->currentLine % 2 != 0;
-  if (!lower && context->currentLine + 1 >= context->sourceHeight) {
-    if (pixels != 0) std::memmove(destination, source, pixels);
-    return Result::OK;
-  }
-  if (lower) line = line - context->sourceLineSize + 1;
-  return Reorder(kTakeEverySecondByte, line, destination, pixels);
+void DualLinesGrayscale8ToGrayscale8::ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
+  ReorderKernel* const takeEverySecond = kTakeEverySecondByte.Active();
+  ForEachLine(frame, first, end, 1, [&](const FrameLine& line) {
+    const bool isLower = line.index % 2 != 0;
+    if (!isLower && line.index + 1 >= frame.sourceHeight) {
+      if (frame.pixels != 0) std::memmove(line.destination, line.source, frame.pixels);
+    } else {
+      takeEverySecond(isLower ? line.source - frame.sourceLine + 1 : line.source, line.destination, frame.pixels);
+    }
+  });
 }
 
 }  // namespace LmImagingLib

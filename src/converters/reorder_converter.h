@@ -1,30 +1,41 @@
 #pragma once
 
-#include "LmImagingLib/PixelConverter.h"
+#include "converters/library_converter.h"
+#include "simd/kernel.h"
 
 namespace LmImagingLib {
 
-/// Puts the bytes of a readout by four taps in order, `Grayscale8_DualQuadMultiplexed` to 8-bit grayscale. Pixels past
-/// the last multiple of four stay.
-class Dalsa4x8ToGrayscale8 : public PixelConverter {
+/// Puts the samples of a readout by four taps in order, as they are. Pixels past the last multiple of four stay.
+class QuadTapsConverter : public LibraryConverter {
  public:
-  Dalsa4x8ToGrayscale8(const PixelTypeID& from, const PixelTypeID& to);
-  LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
+  void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
+
+ protected:
+  /// @param sampleBytes  1 or 2
+  QuadTapsConverter(std::uint32_t sampleBytes, const PixelTypeID& from, const PixelTypeID& to);
+
+ private:
+  const Twins<ReorderKernel>& mKernel;
 };
 
-/// The same for 16-bit words, which stay as they are.
-class Dalsa4x16ToGrayscale16 : public PixelConverter {
+/// A readout of bytes by four taps to 8-bit grayscale.
+class Dalsa4x8ToGrayscale8 : public QuadTapsConverter {
  public:
-  Dalsa4x16ToGrayscale16(const PixelTypeID& from, const PixelTypeID& to);
-  LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
+  Dalsa4x8ToGrayscale8(const PixelTypeID& from, const PixelTypeID& to) : QuadTapsConverter(1, from, to) {}
 };
 
-/// Parts pairs of lines whose bytes alternate between the upper and the lower line. A last line without a partner is
-/// copied.
-class DualLinesGrayscale8ToGrayscale8 : public PixelConverter {
+/// A readout of 16-bit words by four taps to grayscale of the same words.
+class Dalsa4x16ToGrayscale16 : public QuadTapsConverter {
+ public:
+  Dalsa4x16ToGrayscale16(const PixelTypeID& from, const PixelTypeID& to) : QuadTapsConverter(2, from, to) {}
+};
+
+/// Separates pairs of lines whose bytes alternate between the upper and the lower line. A last line without a partner
+/// is copied.
+class DualLinesGrayscale8ToGrayscale8 : public LibraryConverter {
  public:
   DualLinesGrayscale8ToGrayscale8(const PixelTypeID& from, const PixelTypeID& to);
-  LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
+  void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
 };
 
 }  // namespace LmImagingLib

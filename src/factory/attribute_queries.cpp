@@ -29,21 +29,22 @@ bool HasAttributes(const PixelTypeID& id, const PixelType& type, const PixelType
 
 unsigned long PixelTypeFactory::CountPixelTypes(const PixelTypeAttributes& attributes) {
   const LockScope lock(FactoryGate());
-  const PixelTypeFactoryInternal* const state = Internal();
+  PixelTypeFactoryInternal* const state = Internal();
   if (state == nullptr) return 0;
   unsigned long count = 0;
-  for (const auto& [id, type] : state->types) {
-    if (HasAttributes(id, *type, attributes)) ++count;
+  for (const PixelTypeID& id : state->TypeIds()) {
+    if (HasAttributes(id, *state->FindType(id), attributes)) ++count;
   }
   return count;
 }
 
 PixelType* PixelTypeFactory::CreatePixelType(unsigned long index, const PixelTypeAttributes& attributes) {
   const LockScope lock(FactoryGate());
-  const PixelTypeFactoryInternal* const state = Internal();
+  PixelTypeFactoryInternal* const state = Internal();
   if (state == nullptr) return nullptr;
-  for (const auto& [id, type] : state->types) {
-    if (HasAttributes(id, *type, attributes) && index-- == 0) return type->Clone();
+  for (const PixelTypeID& id : state->TypeIds()) {
+    const PixelType& type = *state->FindType(id);
+    if (HasAttributes(id, type, attributes) && index-- == 0) return type.Clone();
   }
   return nullptr;
 }

@@ -1,5 +1,5 @@
 // PixelTypeFactory's registry of converters between pairs of types.
-#include <iterator>
+#include <new>
 
 #include "LmBaseLib/LockScope.h"
 #include "LmImagingLib/PixelTypeFactory.h"
@@ -16,8 +16,15 @@ Result PixelTypeFactory::RegisterPixelConverter(const PixelTypeID& from, const P
   const LockScope lock(FactoryGate());
   PixelTypeFactoryInternal* const state = Internal();
   if (state == nullptr) return Result::NOT_ENOUGH_MEMORY;
-  const bool added = state->converters.emplace(std::make_pair(from, to), converter).second;
-  return added ? Result::OK : Result::INVALID_PARAMETER;
+  if (converter == nullptr || state->HasConverter({from, to})) return Result::INVALID_PARAMETER;
+  try {
+    std::map<PixelTypeFactoryInternal::Pair, const PixelConverter*> added;
+    added.emplace(std::make_pair(from, to), converter);
+    state->AddConverters(std::move(added));
+  } catch (const std::bad_alloc&) {
+    return Result::NOT_ENOUGH_MEMORY;
+  }
+  return Result::OK;
 }
 
 Result PixelTypeFactory::RegisterPixelConverter(const PixelConverter& converter) {
@@ -30,14 +37,14 @@ const PixelConverter& PixelTypeFactory::GetConverter(const PixelTypeID& from, co
 
 const PixelConverter* PixelTypeFactory::FindConverter(const PixelTypeID& from, const PixelTypeID& to) {
   const LockScope lock(FactoryGate());
-  const PixelTypeFactoryInternal* const state = Internal();
-  if (state == nullptr) return nullptr;
-  const auto found = state->converters.find({from, to});
-  return found == state->converters.end() ? nullptr : found->second;
+  PixelTypeFactoryInternal* const state = Internal();
+  return state == nullptr ? nullptr : state->FindConverter({from, to});
 }
 
 bool PixelTypeFactory::HasConverter(const PixelTypeID& from, const PixelTypeID& to) {
-  return FindConverter(from, to) != nullptr;
+  const LockScope lock(FactoryGate());
+  const PixelTypeFactoryInternal* const state = Internal();
+  return state != nullptr && state->HasConverter({from, to});
 }
 
 Result PixelTypeFactory::ReplacePixelConverter(const PixelConverter& converter, const PixelConverter** previous) {
@@ -45,10 +52,15 @@ Result PixelTypeFactory::ReplacePixelConverter(const PixelConverter& converter, 
   if (previous != nullptr) *previous = nullptr;
   PixelTypeFactoryInternal* const state = Internal();
   if (state == nullptr) return Result::NOT_ENOUGH_MEMORY;
-  const auto found = state->converters.find({converter.GetSourceTypeID(), converter.GetDestinationTypeID()});
-  if (found == state->converters.end()) return Result::INVALID_PARAMETER;
-  if (previous != nullptr) *previous = found->second;
-  found->second = &converter;
+  const PixelTypeFactoryInternal::Pair pair(converter.GetSourceTypeID(), converter.GetDestinationTypeID());
+  try {
+    const PixelConverter* const found = state->FindConverter(pair);
+    if (found == nullptr) return Result::INVALID_PARAMETER;
+    if (previous != nullptr) *previous = found;
+  } catch (const std::bad_alloc&) {
+    return Result::NOT_ENOUGH_MEMORY;
+  }
+  state->ReplaceConverter(pair, converter);
   return Result::OK;
 }
 
@@ -56,38 +68,41 @@ Result PixelTypeFactory::ClonePixelConverters(const PixelTypeID& from, const Pix
   const LockScope lock(FactoryGate());
   PixelTypeFactoryInternal* const state = Internal();
   if (state == nullptr) return Result::NOT_ENOUGH_MEMORY;
-  bool known = false;
-  decltype(state->converters) clones;
-  for (const auto& [pair, converter] : state->converters) {
-    const bool source = pair.first == from;
-    const bool destination = pair.second == from;
-    known = known || source || destination;
-    if (source != destination) {
-      clones.emplace(source ? std::make_pair(to, pair.second) : std::make_pair(pair.first, to), converter);
+  try {
+    bool known = false;
+    std::map<PixelTypeFactoryInternal::Pair, const PixelConverter*> clones;
+    for (const PixelTypeFactoryInternal::Pair& pair : state->Pairs()) {
+      const bool source = pair.first == from;
+      const bool destination = pair.second == from;
+      known = known || source || destination;
+      if (source == destination) continue;
+      const auto clone = source ? std::make_pair(to, pair.second) : std::make_pair(pair.first, to);
+      if (!state->HasConverter(clone)) clones.emplace(clone, state->FindConverter(pair));
     }
+    if (!known) return Result::INVALID_PARAMETER;
+    state->AddConverters(std::move(clones));
+  } catch (const std::bad_alloc&) {
+    return Result::NOT_ENOUGH_MEMORY;
   }
-  if (!known) return Result::INVALID_PARAMETER;
-  state->converters.merge(clones);  // pairs that exist stay
   return Result::OK;
 }
 
 bool PixelTypeFactory::EnumConverters(unsigned long index, PixelTypeID& from, PixelTypeID& to) {
   const LockScope lock(FactoryGate());
-  const PixelTypeFactoryInternal* const state = Internal();
-  if (state == nullptr || index >= state->converters.size()) return false;
-  const auto& pair = std::next(state->converters.begin(), static_cast<std::ptrdiff_t>(index))->first;
-  from = pair.first;
-  to = pair.second;
+  PixelTypeFactoryInternal* const state = Internal();
+  if (state == nullptr || index >= state->Pairs().size()) return false;
+  from = state->Pairs()[index].first;
+  to = state->Pairs()[index].second;
   return true;
 }
 
 bool PixelTypeFactory::EnumConverterTo(unsigned long index, const PixelTypeID& from, PixelTypeID& to) {
   const LockScope lock(FactoryGate());
-  const PixelTypeFactoryInternal* const state = Internal();
+  PixelTypeFactoryInternal* const state = Internal();
   if (state == nullptr) return false;
-  for (const auto& entry : state->converters) {
-    if (entry.first.first == from && index-- == 0) {
-      to = entry.first.second;
+  for (const PixelTypeFactoryInternal::Pair& pair : state->Pairs()) {
+    if (pair.first == from && index-- == 0) {
+      to = pair.second;
       return true;
     }
   }
@@ -96,11 +111,11 @@ bool PixelTypeFactory::EnumConverterTo(unsigned long index, const PixelTypeID& f
 
 bool PixelTypeFactory::EnumConverterFrom(unsigned long index, const PixelTypeID& to, PixelTypeID& from) {
   const LockScope lock(FactoryGate());
-  const PixelTypeFactoryInternal* const state = Internal();
+  PixelTypeFactoryInternal* const state = Internal();
   if (state == nullptr) return false;
-  for (const auto& entry : state->converters) {
-    if (entry.first.second == to && index-- == 0) {
-      from = entry.first.first;
+  for (const PixelTypeFactoryInternal::Pair& pair : state->Pairs()) {
+    if (pair.second == to && index-- == 0) {
+      from = pair.first;
       return true;
     }
   }

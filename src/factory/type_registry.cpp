@@ -1,4 +1,6 @@
 // PixelTypeFactory's registry of pixel types.
+#include <new>
+
 #include "LmBaseLib/LockScope.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "factory/factory_internal.h"
@@ -14,12 +16,13 @@ Result PixelTypeFactory::RegisterPixelType(const PixelTypeID& id, const PixelTyp
   const LockScope lock(FactoryGate());
   PixelTypeFactoryInternal* const state = Internal();
   if (state == nullptr) return Result::NOT_ENOUGH_MEMORY;
-  if (HasPixelType(id)) return Result::INVALID_PARAMETER;
-  state->types.emplace(id, std::unique_ptr<const PixelType>(type->Clone()));
-  state->names.emplace(id, name != nullptr ? name : ComposeTypeName(id, *type));
-  if (!HasConverter(id, id)) {
-    state->ownedConverters.push_back(std::make_unique<IdentityConverter>(id, type->GetPixelByteSize()));
-    RegisterPixelConverter(id, id, state->ownedConverters.back().get());
+  if (type == nullptr || state->HasType(id)) return Result::INVALID_PARAMETER;
+  try {
+    std::unique_ptr<const PixelType> clone(type->Clone());
+    if (clone == nullptr) return Result::NOT_ENOUGH_MEMORY;
+    state->AddType(id, std::move(clone), name != nullptr ? name : ComposeTypeName(id, *type));
+  } catch (const std::bad_alloc&) {
+    return Result::NOT_ENOUGH_MEMORY;
   }
   return Result::OK;
 }
@@ -28,13 +31,15 @@ const PixelType& PixelTypeFactory::GetPixelType(const PixelTypeID& id) { return 
 
 const PixelType* PixelTypeFactory::FindPixelType(const PixelTypeID& id) {
   const LockScope lock(FactoryGate());
-  const PixelTypeFactoryInternal* const state = Internal();
-  if (state == nullptr) return nullptr;
-  const auto found = state->types.find(id);
-  return found == state->types.end() ? nullptr : found->second.get();
+  PixelTypeFactoryInternal* const state = Internal();
+  return state == nullptr ? nullptr : state->FindType(id);
 }
 
-bool PixelTypeFactory::HasPixelType(const PixelTypeID& id) { return FindPixelType(id) != nullptr; }
+bool PixelTypeFactory::HasPixelType(const PixelTypeID& id) {
+  const LockScope lock(FactoryGate());
+  const PixelTypeFactoryInternal* const state = Internal();
+  return state != nullptr && state->HasType(id);
+}
 
 PixelType* PixelTypeFactory::CreatePixelType(const PixelTypeID& id) {
   const LockScope lock(FactoryGate());
@@ -44,12 +49,9 @@ PixelType* PixelTypeFactory::CreatePixelType(const PixelTypeID& id) {
 
 const char* PixelTypeFactory::GetPixelTypeName(const PixelTypeID& id) {
   const LockScope lock(FactoryGate());
-  const PixelTypeFactoryInternal* const state = Internal();
-  if (state != nullptr) {
-    const auto found = state->names.find(id);
-    if (found != state->names.end()) return found->second.c_str();
-  }
-  return "Unregistered pixel type";
+  PixelTypeFactoryInternal* const state = Internal();
+  const char* const name = state == nullptr ? nullptr : state->FindName(id);
+  return name != nullptr ? name : "Unregistered pixel type";
 }
 
 }  // namespace LmImagingLib

@@ -24,4 +24,20 @@ std::optional<Gain> FindGain(const unsigned char (&table)[256]) {
   return std::nullopt;
 }
 
+std::optional<WideGain> FindWideGain(const std::vector<std::uint16_t>& table, unsigned depth) {
+  if (table[0] != 0) return std::nullopt;
+  const std::uint32_t up = 16 - depth;
+  const std::uint64_t white = table.size() - 1;
+  // Entry i is (i << up) * factor >> 32: each entry leaves a range of factors. Clamped entries have no upper bound.
+  std::uint64_t least = 0;
+  std::uint64_t most = 0xFFFFFFFF;
+  for (std::uint64_t i = 1; i <= white; ++i) {
+    const std::uint64_t entry = table[i], x = i << up;
+    least = std::max(least, ((entry << 32) + x - 1) / x);
+    if (entry != white) most = std::min(most, (((entry + 1) << 32) - 1) / x);
+  }
+  if (least > most) return std::nullopt;
+  return WideGain{static_cast<std::uint32_t>(least), up};
+}
+
 }  // namespace LmImagingLib

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "simd/strip.h"
 
@@ -8,5 +9,8 @@ namespace LmImagingLib {
 
 /// The gain that equals a table of 256 entries in each of them, or nothing if there is none.
 std::optional<Gain> FindGain(const unsigned char (&table)[256]);
+
+/// The same of a table of 1 << `depth` entries of that many bits.
+std::optional<WideGain> FindWideGain(const std::vector<std::uint16_t>& table, unsigned depth);
 
 }  // namespace LmImagingLib

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
+#include <utility>
 
 #include "LmImagingLib/RGBFilter.h"
 #include "filter/filter_tables.h"
@@ -14,16 +15,10 @@ using LmBaseLib::Result;
 
 constexpr unsigned long kEntries8 = 256;
 
-// v = gain * index + offset, saturated at the top entry. Written so that a gain that is not a number saturates too.
-unsigned short Scaled(double gain, unsigned long index, unsigned short offset, unsigned long entryCount) {
-  const double value = gain * static_cast<double>(index) + offset;
-  if (!(value < static_cast<double>(entryCount))) return static_cast<unsigned short>(entryCount - 1);
-  return static_cast<unsigned short>(static_cast<std::uint32_t>(value));
-}
-
 }  // namespace
 
-RGBFilterTables::RGBFilterTables(unsigned long entryCount) : red16(entryCount) {
+RGBFilterTables::RGBFilterTables(unsigned long bitSize)
+    : bits(static_cast<unsigned>(bitSize)), red16(std::size_t{1} << bitSize) {
   std::iota(std::begin(red8), std::end(red8), static_cast<unsigned char>(0));
   std::copy(std::begin(red8), std::end(red8), std::begin(green8));
   std::copy(std::begin(red8), std::end(red8), std::begin(blue8));
@@ -43,14 +38,35 @@ void RGBFilterTables::FindGains() {
   lookup.blue.gain = *blue;
 }
 
+void RGBFilterTables::ForgetDerived() {
+  if (mDerived.load(std::memory_order_relaxed) == nullptr) return;
+  for (const WideTables* tables = mDerived.exchange(nullptr, std::memory_order_relaxed); tables != nullptr;) {
+    delete std::exchange(tables, tables->next);
+  }
+}
+
+// Threads that need the same tables at once may derive them twice; the list keeps both. No lock: none may be held while
+// the process forks.
+const LookupTables<std::uint16_t>* RGBFilterTables::Lookup(unsigned depth, unsigned resultDepth) const {
+  const WideTables* newest = mDerived.load(std::memory_order_acquire);
+  for (const WideTables* tables = newest; tables != nullptr; tables = tables->next) {
+    if (tables->Serves(depth, resultDepth)) return tables->Lookup();
+  }
+  auto* const made = new WideTables(*this, depth, resultDepth);
+  do {
+    made->next = newest;
+  } while (!mDerived.compare_exchange_weak(newest, made, std::memory_order_acq_rel, std::memory_order_acquire));
+  return made->Lookup();
+}
+
 const RGBFilterTables& TablesOf(const RGBFilter& filter) { return *filter.mTables; }
 
-// The tables start as the identity without a pass through the setters: five filters are made while the library loads.
+// The tables start as the identity without a pass through the setters.
 RGBFilter::RGBFilter(unsigned long bitSize)
     : mBitSize(bitSize),
       mEntryCount(std::uint32_t{1} << (bitSize & 31)),
       mIndexMask(mEntryCount - 1),
-      mTables(std::make_shared<RGBFilterTables>(mEntryCount)) {}
+      mTables(std::make_shared<RGBFilterTables>(bitSize & 31)) {}
 
 RGBFilter::RGBFilter(const RGBFilter& other) = default;
 RGBFilter& RGBFilter::operator=(const RGBFilter& other) = default;
@@ -62,11 +78,18 @@ unsigned long RGBFilter::GetEntryCount() const { return mEntryCount; }
 Result RGBFilter::SetMultipliers(double red, double green, double blue, unsigned short redOffset,
                                  unsigned short greenOffset, unsigned short blueOffset) {
   if (red < 0.0 || green < 0.0 || blue < 0.0) return Result::INVALID_PARAMETER;
+  bool asSet = true;  // a class that derives from this one may set other values
   for (unsigned long i = 0; i < mEntryCount; ++i) {
-    SetRedValue(i, Scaled(red, i, redOffset, mEntryCount), false);
-    SetGreenValue(i, Scaled(green, i, greenOffset, mEntryCount), false);
-    SetBlueValue(i, Scaled(blue, i, blueOffset, mEntryCount), false);
+    const unsigned short values[] = {ScaledEntry(red, i, redOffset, mEntryCount),
+                                     ScaledEntry(green, i, greenOffset, mEntryCount),
+                                     ScaledEntry(blue, i, blueOffset, mEntryCount)};
+    SetRedValue(i, values[0], false);
+    SetGreenValue(i, values[1], false);
+    SetBlueValue(i, values[2], false);
+    asSet =
+        asSet && mTables->red16[i] == values[0] && mTables->green16[i] == values[1] && mTables->blue16[i] == values[2];
   }
+  if (asSet) mTables->multipliers = Multipliers{red, green, blue, redOffset, greenOffset, blueOffset};
   mTables->FindGains();
   UpdateIdentity();
   return Result::OK;
@@ -119,6 +142,8 @@ void RGBFilter::UpdateIdentity() {
 Result RGBFilter::SetValue(Channel channel, unsigned long index, unsigned short value, bool update) {
   if (index >= mEntryCount || value >= mEntryCount) return Result::INVALID_PARAMETER;
   RGBFilterTables& tables = *mTables;
+  tables.ForgetDerived();
+  tables.multipliers.reset();
   std::vector<unsigned short>* const tables16[] = {&tables.red16, &tables.green16, &tables.blue16};
   (*tables16[channel])[index] = value;
   if (index < kEntries8) {

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <limits>
-#include <typeinfo>
 
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeFactory.h"
-#include "converters/line_converter.h"
-#include "image/stages.h"
+#include "converters/chain.h"
+#include "converters/identity.h"
+#include "converters/library_converter.h"
+#include "formats/source_type.h"
 
 namespace LmImagingLib {
 
@@ -18,23 +19,22 @@ namespace {
 constexpr PixelTypeID kReachedByAll = 0x420006;
 constexpr PixelTypeID kReachedByThatOne = 0x420002;
 
+// Of an application's converter, whose planes only the type's id and sizes tell.
 std::uint64_t PlanesOf(const PixelTypeID& type, std::uint64_t bytesInPlane) {
   if ((type & kPlanarFlag) == 0 || bytesInPlane == 0) return 1;
   const PixelType* const registered = PixelTypeFactory::FindPixelType(type);
   return std::max<std::uint64_t>(1, registered->GetPixelByteSize() / bytesInPlane);
 }
 
-bool IsCopy(const PixelConverter& converter) { return typeid(converter) == typeid(IdentityConverter); }
-
 const PixelConverter* FindDecoder(const PixelTypeID& type) {
   for (const PixelTypeID to : {kReachedByAll, kReachedByThatOne}) {
     const PixelConverter* const converter = PixelTypeFactory::FindConverter(type, to);
-    if (converter != nullptr && !IsCopy(*converter)) return converter;
+    if (converter != nullptr && !IsIdentity(*converter)) return converter;
   }
   PixelTypeID to = 0;
   for (unsigned long i = 0; PixelTypeFactory::EnumConverterTo(i, type, to); ++i) {
     const PixelConverter* const converter = PixelTypeFactory::FindConverter(type, to);
-    if (!IsCopy(*converter)) return converter;
+    if (!IsIdentity(*converter)) return converter;
   }
   return nullptr;
 }
@@ -43,7 +43,7 @@ const PixelConverter* FindEncoder(const PixelTypeID& type) {
   PixelTypeID from = 0;
   for (unsigned long i = 0; PixelTypeFactory::EnumConverterFrom(i, type, from); ++i) {
     const PixelConverter* const converter = PixelTypeFactory::FindConverter(from, type);
-    if (!IsCopy(*converter)) return converter;
+    if (!IsIdentity(*converter)) return converter;
   }
   return nullptr;
 }
@@ -61,13 +61,7 @@ std::uint64_t ImageLayout::DenseLine(std::uint64_t width) const {
 }
 
 std::uint64_t ImageLayout::LineBytes(std::uint64_t width) const {
-  return groups == nullptr ? DenseLine(width) : LineBytesOf(*groups, width);
-}
-
-std::uint64_t LineBytesOf(const Source& groups, std::uint64_t width) {
-  const std::uint64_t bytes = (width * groups.groupBytes + groups.groupPixels - 1) / groups.groupPixels;
-  // U Y0 Y1 V Y2 Y3: the second pixel of four needs the V behind it.
-  return groups.groups == WholeGroups::kYuv411 && width % 4 == 2 ? bytes + 1 : bytes;
+  return format == nullptr ? DenseLine(width) : LineBytesOf(*format, width);
 }
 
 std::optional<std::size_t> ImageLayout::Required(std::uint64_t width, std::uint64_t height,
@@ -83,10 +77,14 @@ std::optional<std::size_t> ImageLayout::Required(std::uint64_t width, std::uint6
 ImageLayout SourceLayoutOf(const PixelConverter& converter, const PixelTypeID& type) {
   ImageLayout layout;
   layout.converter = &converter;
-  const auto* const lines = dynamic_cast<const LineConverter*>(&StagesOf(converter).first);
-  if (lines != nullptr) layout.groups = &lines->SourceLayout();
   layout.pairBytes = converter.GetSourceLineSize(2);
   layout.planes = PlanesOf(type, converter.GetSourcePixelByteSize());
+  const LibraryConverter* const library = AsLibraryConverter(StagesOf(converter).first);
+  if (library == nullptr) return layout;
+  layout.format = library->Traits().format;
+  // What the converter reads counts, whatever the type says; more planes than it reads are there, too.
+  const bool isPlanar = layout.format != nullptr && layout.format->Is(kPlanar);
+  layout.planes = isPlanar ? std::max<std::uint64_t>(layout.planes, 3) : 1;
   return layout;
 }
 
@@ -95,7 +93,10 @@ ImageLayout DestinationLayoutOf(const PixelConverter& converter, const PixelType
   layout.converter = &converter;
   layout.isSource = false;
   layout.pairBytes = converter.GetDestinationLineSize(2);
-  layout.planes = PlanesOf(type, converter.GetDestinationPixelByteSize());
+  const ConverterStages stages = StagesOf(converter);
+  const LibraryConverter* const library = AsLibraryConverter(stages.second != nullptr ? *stages.second : stages.first);
+  layout.planes = library != nullptr ? library->Traits().destinationPlanes
+                                     : PlanesOf(type, converter.GetDestinationPixelByteSize());
   return layout;
 }
 

@@ -8,7 +8,7 @@
 
 namespace LmImagingLib {
 
-struct Source;
+struct Format;
 
 /// Lines are counted, and their bytes computed in half bytes, in 32 bits by what converts them.
 inline constexpr std::uint64_t kMostLines = 0xFFFFFFFF;
@@ -18,8 +18,8 @@ inline constexpr std::uint64_t kMostLineBytes = kMostLines / 2;
 struct ImageLayout {
   /// Whether a line of `width` pixels can be computed with.
   bool HoldsLine(std::uint64_t width) const;
-  /// The bytes from the beginning of a line to the next one's where no padding lies between. A line that ends within a
-  /// byte shares it with the next line.
+  /// The bytes from the beginning of a line to the next one's where no padding separates them. A line that ends within
+  /// a byte shares it with the next line.
   std::uint64_t DenseLine(std::uint64_t width) const;
   /// The bytes that hold the samples of a line, a last one that it has a part of included.
   std::uint64_t LineBytes(std::uint64_t width) const;
@@ -28,13 +28,10 @@ struct ImageLayout {
 
   const PixelConverter* converter = nullptr;  ///< the converter whose lines these are; null for pixels of `pairBytes`
   bool isSource = true;                       ///< whether they are the lines that it reads
-  const Source* groups = nullptr;             ///< how pixels are grouped, where the library's own line conversion knows
+  const Format* format = nullptr;             ///< how pixels are grouped, where the converter is the library's own
   std::uint64_t pairBytes = 0;                ///< bytes that two pixels of a plane take, about
   std::uint64_t planes = 1;
 };
-
-/// The bytes that hold the samples of a line of grouped pixels.
-std::uint64_t LineBytesOf(const Source& groups, std::uint64_t width);
 
 /// The layout of what a converter reads, and of what it writes, under the ids that it is registered for.
 ImageLayout SourceLayoutOf(const PixelConverter& converter, const PixelTypeID& type);

@@ -2,14 +2,12 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <typeinfo>
 
 #include "LmImagingLib/PixelTypeFactory.h"
-#include "converters/bayer_converter.h"
-#include "converters/line_converter.h"
-#include "converters/reorder_converter.h"
-#include "image/stages.h"
-#include "image/walk.h"
+#include "converters/chain.h"
+#include "converters/identity.h"
+#include "converters/library_converter.h"
+#include "formats/source_type.h"
 
 namespace LmImagingLib {
 
@@ -86,35 +84,22 @@ bool Overlap(const void* source, std::size_t sourceBytes, const void* destinatio
   return from < to ? to - from < sourceBytes : from - to < destinationBytes;
 }
 
-template <class Converter>
-bool IsA(const PixelConverter& converter) {
-  return dynamic_cast<const Converter*>(&converter) != nullptr;
-}
-
-// A copy moves lines of their own size, unless buffers of its type have more bytes than pixels.
-bool CopiesPixels(const PixelConverter& converter) {
-  if (typeid(converter) != typeid(IdentityConverter)) return false;
-  const std::optional<ImageLayout> layout = FindLayout(converter.GetSourceTypeID());
-  return layout.has_value() && layout->pairBytes % 2 == 0 && layout->pairBytes == converter.GetSourceLineSize(2);
-}
-
-bool ConvertsLines(const PixelConverter& converter) {
-  return CopiesPixels(converter) || IsA<LineConverter>(converter) || IsA<BayerConverter>(converter) ||
-         IsA<Dalsa4x8ToGrayscale8>(converter) || IsA<Dalsa4x16ToGrayscale16>(converter) ||
-         IsA<DualLinesGrayscale8ToGrayscale8>(converter);
-}
-
 WalkKind KindOf(const PixelConverter& converter) {
-  if (typeid(converter) == typeid(IdentityConverter)) return WalkKind::kCopy;
+  if (IsIdentity(converter)) return WalkKind::kCopy;
   const ConverterStages stages = StagesOf(converter);
-  if (!ConvertsLines(stages.first)) return WalkKind::kNone;
-  if (stages.second == nullptr) return WalkKind::kLines;
-  return ConvertsLines(*stages.second) ? WalkKind::kChain : WalkKind::kNone;
+  if (stages.second != nullptr) return BandedChain(stages) ? WalkKind::kChain : WalkKind::kApplication;
+  return AsLibraryConverter(converter) != nullptr ? WalkKind::kLines : WalkKind::kApplication;
+}
+
+// The traits of a stage; of an application's converter none.
+ConverterTraits TraitsOf(const PixelConverter& converter) {
+  const LibraryConverter* const library = AsLibraryConverter(converter);
+  return library != nullptr ? library->Traits() : ConverterTraits{};
 }
 
 bool Demosaics(const PixelConverter& converter) {
   const ConverterStages stages = StagesOf(converter);
-  return IsA<BayerConverter>(stages.second != nullptr ? *stages.second : stages.first);
+  return TraitsOf(stages.second != nullptr ? *stages.second : stages.first).demosaics;
 }
 
 ConversionResult CheckFlags(const ConvertOptions& options) {
@@ -139,6 +124,11 @@ ConversionResult CheckRange(const ConvertOptions& options, ConversionPlan& plan)
   plan.first = static_cast<std::uint32_t>(options.firstLine);
   plan.end = static_cast<std::uint32_t>(options.firstLine + lines);
   const unsigned long step = plan.converter->GetLinesPerStep();
+  if (step == 0) {
+    return Refused(
+        "source.type and destination.type have an application's converter that takes 0 lines at a time; its "
+        "GetLinesPerStep() must be at least 1");
+  }
   if (step > 1 && (plan.first % step != 0 || (plan.end != height && plan.end % step != 0))) {
     return Refused("options.firstLine is " + Number(options.firstLine) + " and options.lines " + Number(lines) +
                    "; this conversion takes " + Number(step) + " lines at a time, so that both must be multiples of " +
@@ -162,12 +152,44 @@ std::uint32_t PixelsThatFill(const ImageLayout& layout, std::uint64_t width, std
   return layout.HoldsLine(least) && layout.DenseLine(least) == lineSize ? static_cast<std::uint32_t>(least) : 0;
 }
 
-ConversionResult CheckAbilities(const ConstImageView& source, ConversionPlan& plan) {
+// A chain of an application counts the bytes of the whole intermediate image, and those of its lines, in 32 bits.
+ConversionResult CheckChain(const ConstImageView& source, const ConversionPlan& plan) {
+  const ConverterStages stages = StagesOf(*plan.converter);
+  if (stages.second == nullptr) return {};
+  const std::uint64_t pixelBytes = std::max(stages.first.GetDestinationPixelByteSize(), 1UL);
+  const std::uint64_t pixels = plan.walk == WalkKind::kChain ? plan.width : std::uint64_t{plan.width} * plan.height;
+  if (pixels <= kMostLineBytes / pixelBytes) return {};
+  return Refused("source is " + Size(source) + " pixels; " + (plan.walk == WalkKind::kChain ? "a line" : "an image") +
+                 " between the stages of its conversion may take at most " + Number(kMostLineBytes) + " bytes");
+}
+
+// What the converter of an application cannot do.
+ConversionResult CheckApplication(const ConstImageView& source, const ConversionPlan& plan) {
+  const PixelConverter& converter = *plan.converter;
+  if (plan.source.format != nullptr && PassesLineEnd(*plan.source.format, plan.width)) {
+    return Refused("source.width is " + Number(plan.width) + "; the application's converter of " + Label(source.type) +
+                   " reads " + Number(plan.source.format->groupPixels) + " pixels at a time, so it must be a multiple");
+  }
+  // A chain converts the padding too, of which the last line has none.
+  const bool isChain = StagesOf(converter).second != nullptr;
+  if (plan.sourceWidth == 0 || (isChain && !plan.IsDense())) {
+    return Refused("source.lineSize is " + Number(source.lineSize) + "; the application's converter of " +
+                   Label(source.type) + " takes lines " +
+                   (plan.sourceWidth == 0 ? "that whole pixels fill" : "without padding"));
+  }
+  if (plan.first != 0) {
+    return Refused("options.firstLine is " + Number(plan.first) + "; the application's converter of " +
+                   Label(source.type) + " begins with line 0");
+  }
+  return {};
+}
+
+ConversionResult CheckAbilities(const ConstImageView& source, const ConversionPlan& plan) {
   const PixelConverter& converter = *plan.converter;
   if (Demosaics(converter) && (plan.width < 2 || plan.height < 2)) {
     return Refused("source is " + Size(source) + " pixels; a mosaic takes at least 2 x 2 to become colour");
   }
-  if (IsA<DualLinesGrayscale8ToGrayscale8>(StagesOf(converter).first) && !plan.IsDense()) {
+  if (TraitsOf(StagesOf(converter).first).pairsOfLines && !plan.IsDense()) {
     return Refused("source.lineSize is " + Number(source.lineSize) + "; lines of " + Label(source.type) +
                    " come in pairs and have no padding, so it must be 0 or " + Number(plan.width));
   }
@@ -182,22 +204,8 @@ ConversionResult CheckAbilities(const ConstImageView& source, ConversionPlan& pl
     return Refused("source.lineSize is " + Number(source.lineSize) + "; at an odd height, " + Number(source.height) +
                    ", the second field of an interlaced image begins within a line, so there can be no padding");
   }
-  if (plan.walk != WalkKind::kNone) return {};
-  if (PassesLineEnd(plan.source.groups, plan.width)) {
-    return Refused("source.width is " + Number(plan.width) + "; the application's converter of " + Label(source.type) +
-                   " reads " + Number(plan.source.groups->groupPixels) + " pixels at a time, so it must be a multiple");
-  }
-  // A chain converts the padding too, of which the last line has none.
-  if (plan.sourceWidth == 0 || (IsA<ComplexConverter>(converter) && !plan.IsDense())) {
-    return Refused("source.lineSize is " + Number(source.lineSize) + "; the application's converter of " +
-                   Label(source.type) + " takes lines " +
-                   (plan.sourceWidth == 0 ? "that whole pixels fill" : "without padding"));
-  }
-  if (plan.first != 0) {
-    return Refused("options.firstLine is " + Number(plan.first) + "; the application's converter of " +
-                   Label(source.type) + " begins with line 0");
-  }
-  return {};
+  if (ConversionResult checked = CheckChain(source, plan); !checked.IsOK()) return checked;
+  return plan.walk == WalkKind::kApplication ? CheckApplication(source, plan) : ConversionResult{};
 }
 
 }  // namespace

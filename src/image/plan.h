@@ -7,25 +7,24 @@
 
 namespace LmImagingLib {
 
-/// What can run a conversion beside the converter's own `Convert`.
+/// The ways to run a conversion.
 enum class WalkKind {
-  kNone,   ///< nothing: an application's converter
-  kCopy,   ///< bytes are copied line by line
-  kLines,  ///< its `ConvertLine`, called for any lines at any distance
-  kChain,  ///< the same of both its stages
+  kApplication,  ///< the own `Convert` of an application's converter, for whole images
+  kCopy,         ///< bytes are copied line by line
+  kLines,        ///< one of the library's own converters: any lines at any distance
+  kChain,        ///< two of them, through a band of lines
 };
 
 /// A conversion that was found to be possible.
 struct ConversionPlan {
   const PixelConverter* converter = nullptr;
-  WalkKind walk = WalkKind::kNone;
+  WalkKind walk = WalkKind::kApplication;
   ImageLayout source, destination;
   std::uint64_t sourceLine = 0, destinationLine = 0;  ///< bytes from a line to the next
   std::uint32_t width = 0, height = 0;
   std::uint32_t first = 0, end = 0;  ///< the lines to convert
   std::uint32_t sourceWidth = 0;     ///< pixels that make up a source line with its padding; 0 if none do
 
-  bool IsWhole() const { return first == 0 && end == height; }
   bool IsDense() const { return sourceWidth == width; }
 };
 

@@ -23,7 +23,7 @@ struct SingleLine : Layout {
   /// Hands a block of pixels of each target to `store`.
   template <class Reader, class Store>
   static void Blocks(const Reader& read, const Store& store) {
-    store(0, Layout::Block(read));
+    store(0, Layout::Block(read, Of<std::uint8_t>{}));
   }
 #endif
 };
@@ -34,13 +34,13 @@ struct DirectGroups {
   static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                       std::size_t first) {
     for (std::size_t k = 0; k < Layout::kTargets; ++k) {
-      SourceLines line{{}, in.shift, k == 0 ? in.cell : in.cell ^ Layout::kNextCell, 0};
+      SourceLines line{{}, in.shift, k == 0 ? in.cell : in.cell ^ Layout::kNextCell, 0, in.mask};
       for (std::size_t j = 0; j < Layout::Line::kLines; ++j) line.line[j] = in.line[k * Layout::kNextLine + j];
       std::uint8_t* to = targets[k].line + first * Writer::kBytes;
       for (std::size_t i = 0; i < count; i += Layout::kPixels) {
-        Rgb pixels[Layout::kPixels];
+        Rgb<std::uint8_t> pixels[Layout::kPixels];
         Layout::Group(At<typename Layout::Line>(line, from + i), pixels);
-        for (const Rgb& pixel : pixels) {
+        for (const Rgb<std::uint8_t>& pixel : pixels) {
           Writer::Pixel(pixel, to);
           to += Writer::kBytes;
         }
@@ -87,13 +87,13 @@ class DirectBlocks {
   template <std::uint32_t kCell, class To>
   static void ConvertTo(const SourceLines& caller, std::size_t count, std::uint8_t* const (&to)[Layout::kTargets]) {
     // By reference it would be loaded anew after each store.
-    SourceLines in{{}, caller.shift, kCell, caller.ahead};
+    SourceLines in{{}, caller.shift, kCell, caller.ahead, caller.mask};
     for (std::size_t line = 0; line < Layout::kLines; ++line) in.line[line] = Alone(caller.line[line]);
     std::size_t at = 0;
     std::size_t done = 0;
     for (; count >= kLanes; count -= kLanes, at += BytesOf<Layout>(kLanes), done += kLanes * Writer::kBytes) {
-      if (in.ahead != 0) FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at);
-      Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const RgbLanes& pixels) {
+      if (in.ahead != 0) FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at, kLanes);
+      Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const RgbLanes<std::uint8_t>& pixels) {
         Writer::Block(pixels, To{to[target]} + done);
       });
     }
@@ -105,13 +105,13 @@ class DirectBlocks {
       static_assert(Layout::kBytes < Layout::kPixels * Writer::kBytes);
       at -= BytesOf<Layout>(again);
       done -= again * Writer::kBytes;
-      Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const RgbLanes& pixels) {
+      Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const RgbLanes<std::uint8_t>& pixels) {
         Writer::Block(pixels, to[target] + done);
       });
       return;
     }
-    ReadRest<Layout>(in, at, count, [&to, done, count](const auto& read) {
-      Layout::Blocks(read, [&to, done, count](std::size_t target, const RgbLanes& pixels) {
+    ReadRest<Layout, std::uint8_t>(in, at, count, [&to, done, count](const auto& read) {
+      Layout::Blocks(read, [&to, done, count](std::size_t target, const RgbLanes<std::uint8_t>& pixels) {
         Writer::Block(pixels, Part{to[target] + done, count * Writer::kBytes});
       });
     });

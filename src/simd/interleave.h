@@ -2,35 +2,44 @@
 
 #include "simd/lanes.h"
 
-// Channels of bytes to interleaved pixels, and back.
+// Channels of samples to interleaved pixels, and back.
 #if LM_LANES
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-/// The bytes that one instruction can shuffle freely: a register of AVX-512, else 16 bytes.
-inline constexpr std::size_t kUnit = kLanes == 64 ? 64 : 16;
+/// The samples that one instruction can shuffle freely.
+template <class Sample>
+inline constexpr std::size_t kUnit = sizeof(Sample) == 1 ? LM_BYTE_SHUFFLE : LM_WORD_SHUFFLE / 2;
 
-// Threes. 3 is invertible modulo a unit, so the bytes c, 3 + c, 6 + c ... of three units lie in different lanes: one
+template <class Sample>
+using AllLanes = std::make_index_sequence<kBlock<Sample>>;
+
+// Threes. 3 is invertible modulo a unit, so the samples c, 3 + c, 6 + c ... of three units are in different lanes: one
 // shuffle within a unit moves a channel, and blends, which cost least, do the rest.
 
-// Lane i takes byte 3 i + c of its unit, modulo the unit.
-template <std::size_t kChannel, std::size_t... kLane>
-inline U8 GatherThirds(U8 v, std::index_sequence<kLane...>) {
-  return __builtin_shufflevector(v, v, (kLane / kUnit * kUnit + (3 * (kLane % kUnit) + kChannel) % kUnit)...);
+// Lane i takes sample 3 i + c of its unit, modulo the unit.
+template <std::size_t kChannel, class Sample, std::size_t... kLane>
+inline Lanes<Sample> GatherThirds(Lanes<Sample> v, std::index_sequence<kLane...>) {
+  constexpr std::size_t kSize = kUnit<Sample>;
+  return __builtin_shufflevector(v, v, (kLane / kSize * kSize + (3 * (kLane % kSize) + kChannel) % kSize)...);
 }
 
-// The reverse: byte i of a unit goes to lane 3 i + c. 43 x 3 is 1 modulo 64, and modulo 16.
-template <std::size_t kChannel, std::size_t... kLane>
-inline U8 SpreadThirds(U8 v, std::index_sequence<kLane...>) {
+// The reverse: sample i of a unit goes to lane 3 i + c. 43 x 3 is 1 modulo 64, and so modulo 32, 16 and 8.
+template <std::size_t kChannel, class Sample, std::size_t... kLane>
+inline Lanes<Sample> SpreadThirds(Lanes<Sample> v, std::index_sequence<kLane...>) {
+  constexpr std::size_t kSize = kUnit<Sample>;
   return __builtin_shufflevector(
-      v, v, (kLane / kUnit * kUnit + 43 * ((kLane + kUnit * kUnit - kChannel) % kUnit) % kUnit)...);
+      v, v, (kLane / kSize * kSize + 43 * ((kLane + kSize * kSize - kChannel) % kSize) % kSize)...);
 }
 
-// Lane l of a unit from a, b or c, as (l + kFirst) % 3 tells.
-template <std::size_t kFirst, std::size_t... kLane>
-inline U8 BlendThirds(U8 a, U8 b, U8 c, std::index_sequence<kLane...>) {
-  const U8 ab = __builtin_shufflevector(a, b, ((kLane % kUnit + kFirst) % 3 == 1 ? kLanes + kLane : kLane)...);
-  return __builtin_shufflevector(ab, c, ((kLane % kUnit + kFirst) % 3 == 2 ? kLanes + kLane : kLane)...);
+// Lane l of a unit from a, b or c, by (l + kFirst) % 3.
+template <std::size_t kFirst, class Sample, std::size_t... kLane>
+inline Lanes<Sample> BlendThirds(Lanes<Sample> a, Lanes<Sample> b, Lanes<Sample> c, std::index_sequence<kLane...>) {
+  constexpr std::size_t kSize = kUnit<Sample>;
+  constexpr std::size_t kCount = kBlock<Sample>;
+  const Lanes<Sample> ab =
+      __builtin_shufflevector(a, b, ((kLane % kSize + kFirst) % 3 == 1 ? kCount + kLane : kLane)...);
+  return __builtin_shufflevector(ab, c, ((kLane % kSize + kFirst) % 3 == 2 ? kCount + kLane : kLane)...);
 }
 
 #if LM_LANES == 32
@@ -39,20 +48,28 @@ template <std::size_t kLow, std::size_t kHigh, std::size_t... kLane>
 inline U8 Units(U8 a, U8 b, std::index_sequence<kLane...>) {
   return __builtin_shufflevector(a, b, ((kLane < 16 ? kLow : kHigh) * 16 + kLane % 16)...);
 }
+template <std::size_t kLow, std::size_t kHigh, class Vector>
+inline Vector Units(Vector a, Vector b) {
+  return Vector(Units<kLow, kHigh>(U8(a), U8(b), std::make_index_sequence<32>{}));
+}
 #endif
 
-/// Stores a0 b0 c0 a1 b1 c1 ...: 3 * kLanes bytes.
-template <class To>
-inline void StoreInterleaved(U8 a, U8 b, U8 c, To to) {
-  constexpr std::make_index_sequence<kLanes> kAll{};
-  const U8 x = SpreadThirds<0>(a, kAll);
-  const U8 y = SpreadThirds<1>(b, kAll);
-  const U8 z = SpreadThirds<2>(c, kAll);
-  const U8 part[3] = {BlendThirds<0>(x, y, z, kAll), BlendThirds<1>(x, y, z, kAll), BlendThirds<2>(x, y, z, kAll)};
+/// Stores a0 b0 c0 a1 b1 c1 ...: three registers.
+template <class Sample, class To>
+inline void StoreInterleaved(Lanes<Sample> a, Lanes<Sample> b, Lanes<Sample> c, To to) {
+  constexpr AllLanes<Sample> kAll{};
+  using V = Lanes<Sample>;
+  const V x = SpreadThirds<0, Sample>(a, kAll);
+  const V y = SpreadThirds<1, Sample>(b, kAll);
+  const V z = SpreadThirds<2, Sample>(c, kAll);
+  // The unit l of part k continues where the unit l of part k - 1 ends.
+  constexpr std::size_t kTurn = kUnit<Sample> % 3;
+  const V part[3] = {BlendThirds<0, Sample>(x, y, z, kAll), BlendThirds<kTurn, Sample>(x, y, z, kAll),
+                     BlendThirds<2 * kTurn % 3, Sample>(x, y, z, kAll)};
 #if LM_LANES == 32
-  Store(Units<0, 2>(part[0], part[1], kAll), to);
-  Store(Units<0, 3>(part[2], part[0], kAll), to + kLanes);
-  Store(Units<1, 3>(part[1], part[2], kAll), to + 2 * kLanes);
+  Store(Units<0, 2>(part[0], part[1]), to);
+  Store(Units<0, 3>(part[2], part[0]), to + kLanes);
+  Store(Units<1, 3>(part[1], part[2]), to + 2 * kLanes);
 #else
   for (std::size_t k = 0; k < 3; ++k) Store(part[k], to + k * kLanes);
 #endif
@@ -72,19 +89,21 @@ inline void StoreTripled(U8 v, To to) {
   Store(Tripled<2>(v, kAll), to + 2 * kLanes);
 }
 
-/// Lane i of the result is byte 3 i + kChannel of the window.
-template <std::size_t kChannel>
-inline U8 Deinterleave(const U8 (&window)[3]) {
-  constexpr std::make_index_sequence<kLanes> kAll{};
+/// Lane i of the result is sample 3 i + kChannel of the window.
+template <std::size_t kChannel, class Sample>
+inline Lanes<Sample> Deinterleave(const Lanes<Sample> (&window)[3]) {
+  constexpr AllLanes<Sample> kAll{};
 #if LM_LANES == 32
-  const U8 part[3] = {Units<0, 3>(window[0], window[1], kAll), Units<1, 2>(window[0], window[2], kAll),
-                      Units<0, 3>(window[1], window[2], kAll)};
+  const Lanes<Sample> part[3] = {Units<0, 3>(window[0], window[1]), Units<1, 2>(window[0], window[2]),
+                                 Units<0, 3>(window[1], window[2])};
 #else
-  const U8(&part)[3] = window;
+  const Lanes<Sample>(&part)[3] = window;
 #endif
-  // Byte 3 i + c lies in lane l of part k, where k + l is c modulo 3.
-  return GatherThirds<kChannel>(
-      BlendThirds<0>(part[kChannel], part[(kChannel + 2) % 3], part[(kChannel + 1) % 3], kAll), kAll);
+  // Sample 3 i + c is in lane l of part k where (k * kUnit + l) % 3 is c. kUnit % 3 is its own inverse.
+  constexpr std::size_t kTurn = kUnit<Sample> % 3;
+  constexpr std::size_t kOf0 = kChannel * kTurn % 3, kOf1 = (kChannel + 2) * kTurn % 3,
+                        kOf2 = (kChannel + 1) * kTurn % 3;
+  return GatherThirds<kChannel, Sample>(BlendThirds<0, Sample>(part[kOf0], part[kOf1], part[kOf2], kAll), kAll);
 }
 
 // Elements from one half of each 16 bytes, in turn from a and b.
@@ -95,25 +114,41 @@ inline V ZipHalves(V a, V b, std::index_sequence<kLane...>) {
   return __builtin_shufflevector(
       a, b, (kLane / kPart * kPart + kHigh * kPart / 2 + kLane % kPart / 2 + kLane % 2 * kCount)...);
 }
+template <std::size_t kHigh, class V>
+inline V ZipHalves(V a, V b) {
+  return ZipHalves<kHigh>(a, b, std::make_index_sequence<kLanes / sizeof(a[0])>{});
+}
 
 // Fours of bytes, dealt out to the 16 bytes of a register in turn.
 template <std::size_t... kLane>
-inline U8 Deal(U8 v, std::index_sequence<kLane...>) {
-  return __builtin_shufflevector(v, v, ((kLane % 16 / 4 * (kLanes / 16) + kLane / 16) * 4 + kLane % 4)...);
+inline U32 Deal(U32 v, std::index_sequence<kLane...>) {
+  return __builtin_shufflevector(v, v, (kLane % 4 * (kLanes / 16) + kLane / 4)...);
+}
+template <class V>
+inline V Deal(V v) {
+  return V(Deal(U32(v), std::make_index_sequence<kLanes / 4>{}));
 }
 
-/// Stores a0 b0 c0 d0 a1 b1 c1 d1 ...: 4 * kLanes bytes.
-template <class To>
-inline void StoreInterleaved(U8 a, U8 b, U8 c, U8 d, To to) {
-  constexpr std::make_index_sequence<kLanes> kBytes{};
-  constexpr std::make_index_sequence<kLanes / 2> kPairs{};
+template <class Sample>
+struct PairsOf {
+  using Type = U16;
+};
+template <>
+struct PairsOf<std::uint16_t> {
+  using Type = U32;
+};
+
+/// Stores a0 b0 c0 d0 a1 b1 c1 d1 ...: four registers.
+template <class Sample, class To>
+inline void StoreInterleaved(Lanes<Sample> a, Lanes<Sample> b, Lanes<Sample> c, Lanes<Sample> d, To to) {
+  using Pairs = typename PairsOf<Sample>::Type;
   // Zips stay within 16 bytes. Dealt out first, the pixels come out of them in order.
-  a = Deal(a, kBytes), b = Deal(b, kBytes), c = Deal(c, kBytes), d = Deal(d, kBytes);
-  const U16 ab[2] = {U16(ZipHalves<0>(a, b, kBytes)), U16(ZipHalves<1>(a, b, kBytes))};
-  const U16 cd[2] = {U16(ZipHalves<0>(c, d, kBytes)), U16(ZipHalves<1>(c, d, kBytes))};
+  a = Deal(a), b = Deal(b), c = Deal(c), d = Deal(d);
+  const Pairs ab[2] = {Pairs(ZipHalves<0>(a, b)), Pairs(ZipHalves<1>(a, b))};
+  const Pairs cd[2] = {Pairs(ZipHalves<0>(c, d)), Pairs(ZipHalves<1>(c, d))};
   for (std::size_t k = 0; k < 2; ++k) {
-    Store(U8(ZipHalves<0>(ab[k], cd[k], kPairs)), to + 2 * k * kLanes);
-    Store(U8(ZipHalves<1>(ab[k], cd[k], kPairs)), to + (2 * k + 1) * kLanes);
+    Store(U8(ZipHalves<0>(ab[k], cd[k])), to + 2 * k * kLanes);
+    Store(U8(ZipHalves<1>(ab[k], cd[k])), to + (2 * k + 1) * kLanes);
   }
 }
 

@@ -3,12 +3,49 @@
 #include "simd/instruction_set.h"
 #include "simd/strip.h"
 
-/// Declares a kernel in each instruction set, and `k<Name>` as its twins.
-#define LM_DECLARE_KERNEL(Type, Name)                   \
-  LM_FOR_EACH_INSTRUCTION_SET(LM_KERNEL_IN, Type, Name) \
-  inline constexpr Twins<Type> k##Name{{LM_FOR_EACH_INSTRUCTION_SET(LM_KERNEL_OF, Type, Name)}};
-#define LM_KERNEL_IN(Set, Type, Name) \
-  namespace Set {                     \
-  Type Name;                          \
+/// Declares a function in each instruction set.
+#define LM_DECLARE_IN_SETS(Type, Name) LM_FOR_EACH_INSTRUCTION_SET(LM_DECLARE_IN, Type, Name)
+#define LM_DECLARE_IN(Set, Type, Name) \
+  namespace Set {                      \
+  Type Name;                           \
   }
-#define LM_KERNEL_OF(Set, Type, Name) Set::Name,
+
+/// The twins of a declared function, which may be overloaded.
+#define LM_TWINS(Type, Name)                                  \
+  Twins<Type> {                                               \
+    { LM_FOR_EACH_INSTRUCTION_SET(LM_MEMBER_OF, Type, Name) } \
+  }
+#define LM_MEMBER_OF(Set, Type, Name) Set::Name,
+
+/// Declares a kernel, and `k<Name>` as its twins.
+#define LM_DECLARE_KERNEL(Type, Name) \
+  LM_DECLARE_IN_SETS(Type, Name)      \
+  inline constexpr Twins<Type> k##Name = LM_TWINS(Type, Name);
+
+namespace LmImagingLib {
+
+/// Twins of one kernel for samples of bytes and for words.
+template <template <class> class Kernel>
+struct SampleTwins {
+  Twins<Kernel<std::uint8_t>> bytes;
+  Twins<Kernel<std::uint16_t>> words;  ///< null where samples have 8 bits
+
+  template <class Sample>
+  constexpr const Twins<Kernel<Sample>>& Of() const {
+    if constexpr (sizeof(Sample) == 1) {
+      return bytes;
+    } else {
+      return words;
+    }
+  }
+};
+
+}  // namespace LmImagingLib
+
+/// Declares a kernel for both samples, and `k<Name>` as its twins.
+#define LM_DECLARE_WIDE_KERNEL(Kernel, Name)      \
+  LM_DECLARE_IN_SETS(Kernel<std::uint8_t>, Name)  \
+  LM_DECLARE_IN_SETS(Kernel<std::uint16_t>, Name) \
+  inline constexpr SampleTwins<Kernel> k##Name = LM_WIDE_TWINS(Kernel, Name);
+#define LM_WIDE_TWINS(Kernel, Name) \
+  SampleTwins<Kernel> { LM_TWINS(Kernel<std::uint8_t>, Name), LM_TWINS(Kernel<std::uint16_t>, Name) }

@@ -38,20 +38,25 @@ inline U8 ClampZip(I16 even, I16 odd) {
 /// Words of at most 255, in the order of a reader's `Words`, as bytes.
 inline U8 JoinWords(U16 first, U16 second) { return U8(vuzp1q_u8(uint8x16_t(first), uint8x16_t(second))); }
 
-/// The mean of each pair of bytes, halves rounded up.
+/// The mean of each pair of samples, halves rounded up.
 inline U8 MeanUp(U8 a, U8 b) { return U8(vrhaddq_u8(uint8x16_t(a), uint8x16_t(b))); }
+inline U16 MeanUp(U16 a, U16 b) { return U16(vrhaddq_u16(uint16x8_t(a), uint16x8_t(b))); }
 
 /// The upper 16 bits of each product, rounded down.
-inline U16 MultiplyHigh(U16 a, std::uint16_t factor) {
-  const uint32x4_t low = vmull_n_u16(vget_low_u16(uint16x8_t(a)), factor);
-  const uint32x4_t high = vmull_high_n_u16(uint16x8_t(a), factor);
+inline U16 MultiplyHigh(U16 a, U16 factor) {
+  const uint32x4_t low = vmull_u16(vget_low_u16(uint16x8_t(a)), vget_low_u16(uint16x8_t(factor)));
+  const uint32x4_t high = vmull_high_u16(uint16x8_t(a), uint16x8_t(factor));
   return U16(vuzp2q_u16(vreinterpretq_u16_u32(low), vreinterpretq_u16_u32(high)));
 }
+inline U16 MultiplyHigh(U16 a, std::uint16_t factor) { return MultiplyHigh(a, U16{} + factor); }
 
 /// Likewise of signed numbers; the factor is even.
 inline I16 MultiplyHigh(I16 a, std::int16_t factor) {
   return I16(vqdmulhq_n_s16(int16x8_t(a), static_cast<std::int16_t>(factor / 2)));  // doubles the product
 }
+
+/// The lesser of each pair.
+inline U16 Least(U16 a, U16 b) { return U16(vminq_u16(uint16x8_t(a), uint16x8_t(b))); }
 
 /// Sums, clamped to 16 bits.
 inline I16 AddClamped(I16 a, I16 b) { return I16(vqaddq_s16(int16x8_t(a), int16x8_t(b))); }
@@ -60,7 +65,7 @@ inline I16 AddClamped(I16 a, I16 b) { return I16(vqaddq_s16(int16x8_t(a), int16x
 /// store.
 class Table {
  public:
-  explicit Table(const ChannelTable& table)
+  explicit Table(const ChannelTable<std::uint8_t>& table)
       : mPart{vld1q_u8_x4(table.entries), vld1q_u8_x4(table.entries + 64), vld1q_u8_x4(table.entries + 128),
               vld1q_u8_x4(table.entries + 192)} {}
 

@@ -53,7 +53,7 @@ inline U8 LoadUnits(const std::uint8_t* from, std::size_t step) {
 inline U8 LoadUnits(const std::uint8_t* from, std::size_t /*step*/) { return Load(from); }
 #endif
 
-#if LM_LANES == 64
+#if LM_HAS_MASKS
 /// Loads and stores the first `count` bytes, at most kLanes, and touches no other; the rest loads as 0.
 inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
   return U8(_mm512_maskz_loadu_epi8(_bzhi_u64(~std::uint64_t{0}, static_cast<unsigned>(count)), from));
@@ -96,17 +96,20 @@ inline U8 JoinWords(U16 first, U16 second) {
 #endif
 }
 
-/// The mean of each pair of bytes, halves rounded up.
+/// The mean of each pair of samples, halves rounded up.
 inline U8 MeanUp(U8 a, U8 b) { return U8(LM_INTRINSIC(avg_epu8)(Register(a), Register(b))); }
+inline U16 MeanUp(U16 a, U16 b) { return U16(LM_INTRINSIC(avg_epu16)(Register(a), Register(b))); }
 
 /// The upper 16 bits of each product, rounded down.
-inline U16 MultiplyHigh(U16 a, std::uint16_t factor) {
-  return U16(LM_INTRINSIC(mulhi_epu16)(Register(a), Register(U16{} + factor)));
-}
+inline U16 MultiplyHigh(U16 a, U16 factor) { return U16(LM_INTRINSIC(mulhi_epu16)(Register(a), Register(factor))); }
+inline U16 MultiplyHigh(U16 a, std::uint16_t factor) { return MultiplyHigh(a, U16{} + factor); }
 /// Likewise of signed numbers; the factor is even.
 inline I16 MultiplyHigh(I16 a, std::int16_t factor) {
   return I16(LM_INTRINSIC(mulhi_epi16)(Register(a), Register(I16{} + factor)));
 }
+
+/// The lesser of each pair.
+inline U16 Least(U16 a, U16 b) { return U16(LM_INTRINSIC(min_epu16)(Register(a), Register(b))); }
 
 /// Sums, clamped to 16 bits.
 inline I16 AddClamped(I16 a, I16 b) { return I16(LM_INTRINSIC(adds_epi16)(Register(a), Register(b))); }
@@ -115,8 +118,8 @@ inline I16 AddClamped(I16 a, I16 b) { return I16(LM_INTRINSIC(adds_epi16)(Regist
 /// store.
 class Table {
  public:
-#if LM_LANES == 64
-  explicit Table(const ChannelTable& table)
+#if LM_BYTE_SHUFFLE == 64
+  explicit Table(const ChannelTable<std::uint8_t>& table)
       : mPart{__m512i(Load(table.entries)), __m512i(Load(table.entries + 64)), __m512i(Load(table.entries + 128)),
               __m512i(Load(table.entries + 192))} {}
 
@@ -130,7 +133,7 @@ class Table {
  private:
   __m512i mPart[4];
 #else
-  explicit Table(const ChannelTable& table) : mEntries(table.entries) {}
+  explicit Table(const ChannelTable<std::uint8_t>& table) : mEntries(table.entries) {}
 
   // Sixteen shuffles of sixteen entries each. A shuffle gives 0 where the top bit of its index is set; xor with the
   // high digit, and a saturating addition of 0x70, leave that bit clear only where the digit is the table's.

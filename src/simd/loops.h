@@ -8,8 +8,8 @@
 #include "simd/strip.h"
 
 // The loops around the text of a kernel: group by group, which is the definition, and, where the instruction set has
-// vectors, block by block of a register's worth of pixels. Included by kernels only. Everything lies in unnamed
-// namespaces, so that no code compiled for one instruction set can become the copy that the linker keeps for all.
+// vectors, block by block of a register of samples. Included by kernels only. Everything is in unnamed namespaces, so
+// that no code compiled for one instruction set can become the copy that the linker keeps for all.
 namespace LmImagingLib::LM_ISA {
 namespace {
 
@@ -19,9 +19,10 @@ inline std::uint32_t Load16(const std::uint8_t* from) {
   return word;
 }
 
-/// A 16-bit sample brought to 8 bits; stray high bits are dropped.
-inline std::uint8_t Sample16(const std::uint8_t* from, std::uint32_t shift) {
-  return static_cast<std::uint8_t>(Load16(from) >> shift);
+/// A sample of a word; stray high bits are dropped.
+template <class Sample>
+Sample FromWord(std::uint32_t word, const SourceLines& in) {
+  return static_cast<Sample>(word >> in.shift & in.mask);
 }
 
 /// Bytes of `pixels` pixels, a multiple of the layout's group.
@@ -33,21 +34,21 @@ constexpr std::size_t BytesOf(std::size_t pixels) {
 /// The lines of `in` from pixel `pixel` on.
 template <class Layout>
 SourceLines At(const SourceLines& in, std::size_t pixel) {
-  SourceLines at{{}, Alone(in.shift), Alone(in.cell), Alone(in.ahead)};
+  SourceLines at{{}, Alone(in.shift), Alone(in.cell), Alone(in.ahead), Alone(in.mask)};
   for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] = Alone(in.line[k]) + BytesOf<Layout>(pixel);
   if (pixel % 2 != 0) at.cell ^= kCellToTheRight;
   return at;
 }
 
 /// Decodes a layout whose `Group` makes the `kPixels` pixels of one group, samples or colours.
-template <class Layout>
-Channels DecodeGroups(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) {
-  std::uint8_t *const red = room.red, *const green = room.green, *const blue = room.blue;
+template <class Layout, class Sample>
+Channels<Sample> DecodeGroups(const SourceLines& in, std::size_t first, std::size_t count, const Room<Sample>& room) {
+  Sample *const red = room.red, *const green = room.green, *const blue = room.blue;
   for (std::size_t i = 0; i < count; i += Layout::kPixels) {
     if constexpr (Layout::kGray) {
       Layout::Group(At<Layout>(in, first + i), red + i);
     } else {
-      Rgb pixels[Layout::kPixels];
+      Rgb<Sample> pixels[Layout::kPixels];
       Layout::Group(At<Layout>(in, first + i), pixels);
       for (std::size_t k = 0; k < Layout::kPixels; ++k) {
         red[i + k] = pixels[k].r;
@@ -75,6 +76,10 @@ struct WholeBlock {
   U8 operator()(std::size_t line, std::size_t offset) const { return Load(in.line[line] + at + offset); }
   /// The first half of a register; the rest is anything.
   U8 Half(std::size_t line, std::size_t offset) const { return LoadHalf(in.line[line] + at + offset); }
+  /// The first `count` bytes of a register; the rest is anything.
+  U8 First(std::size_t line, std::size_t offset, std::size_t count) const {
+    return LoadPart(in.line[line] + at + offset, count);
+  }
   WordPair Words(std::size_t line, std::size_t offset) const {
 #if LM_LANES == 32
     return {U16(Units(line, offset, 32)), U16(Units(line, offset + 16, 32))};
@@ -90,8 +95,8 @@ struct WholeBlock {
 #endif
 };
 
-#if LM_LANES == 64
-/// Reads the bytes of a block that ends with the line, and none behind it. (Reading a copy would have to wait for it.)
+#if LM_HAS_MASKS
+/// Reads the bytes of a block that ends with the line, and none after it. (Reading a copy would have to wait for it.)
 struct PartOfBlock {
   const SourceLines& in;
   std::size_t at;
@@ -102,44 +107,45 @@ struct PartOfBlock {
     return LoadPart(in.line[line] + at + offset, bytes - offset < kLanes ? bytes - offset : kLanes);
   }
   U8 Half(std::size_t line, std::size_t offset) const { return (*this)(line, offset); }
+  U8 First(std::size_t line, std::size_t offset, std::size_t /*count*/) const { return (*this)(line, offset); }
   WordPair Words(std::size_t line, std::size_t offset) const {
     return {U16((*this)(line, offset)), U16((*this)(line, offset + kLanes))};
   }
 };
 #endif
 
-template <class Layout, class Reader>
-inline void DecodeBlock(const Reader& read, std::uint8_t* red, std::uint8_t* green, std::uint8_t* blue) {
+template <class Layout, class Sample, class Reader>
+inline void DecodeBlock(const Reader& read, Sample* red, Sample* green, Sample* blue) {
   if constexpr (Layout::kGray) {
-    Store(Layout::Block(read), red);
+    Store(Layout::Block(read, Of<Sample>{}), red);
     (void)green, (void)blue;
   } else {
-    const RgbLanes pixels = Layout::Block(read);
+    const RgbLanes<Sample> pixels = Layout::Block(read, Of<Sample>{});
     Store(pixels.r, red);
     Store(pixels.g, green);
     Store(pixels.b, blue);
   }
 }
 
-/// Fetches what a later block reads of the lines from `line` on into the cache.
+/// Fetches the bytes that a later block of `pixels` pixels reads of the lines from `line` on into the cache.
 template <class Layout>
-inline void FetchAhead(const SourceLines& in, std::size_t line, std::size_t at) {
+inline void FetchAhead(const SourceLines& in, std::size_t line, std::size_t at, std::size_t pixels) {
   for (; line < Layout::kLines; ++line) {
-    for (std::size_t byte = 0; byte < BytesOf<Layout>(kLanes); byte += 64) {
+    for (std::size_t byte = 0; byte < BytesOf<Layout>(pixels); byte += 64) {
       __builtin_prefetch(in.line[line] + at + in.ahead + byte);
     }
   }
 }
 
-/// Calls `use` with what reads a last block of `rest` pixels, and no byte behind them. Takes its own lines: the
-/// caller's would no longer stay in registers if `use` knew where they lie.
-template <class Layout, class Use>
+/// Calls `use` with a reader of a last block of `rest` pixels, which reads no byte after them. Takes its own lines: the
+/// caller's would no longer stay in registers if `use` had their address.
+template <class Layout, class Sample, class Use>
 inline void ReadRest(SourceLines in, std::size_t at, std::size_t rest, const Use& use) {
   const std::size_t bytes = BytesOf<Layout>(rest) + Layout::kBeyond;
-#if LM_LANES == 64
+#if LM_HAS_MASKS
   use(PartOfBlock{in, at, bytes});
 #else
-  std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kLanes) + Layout::kBeyond];
+  std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kBlock<Sample>) + Layout::kBeyond];
   for (std::size_t k = 0; k < Layout::kLines; ++k) {
     in.line[k] = static_cast<const std::uint8_t*>(std::memcpy(copy[k], in.line[k] + at, bytes));
   }
@@ -147,23 +153,25 @@ inline void ReadRest(SourceLines in, std::size_t at, std::size_t rest, const Use
 #endif
 }
 
-/// Decodes a layout whose `Block` makes kLanes pixels, from BytesOf(kLanes) + kBeyond bytes of each line.
-template <class Layout>
-Channels DecodeBlocks(const SourceLines& lines, std::size_t first, std::size_t count, const Room& room) {
+/// Decodes a layout whose `Block` makes a register of each channel, from BytesOf(kBlock) + kBeyond bytes of each line.
+template <class Layout, class Sample>
+Channels<Sample> DecodeBlocks(const SourceLines& lines, std::size_t first, std::size_t count,
+                              const Room<Sample>& room) {
   // By reference these would be loaded anew after each store.
   const SourceLines in = At<Layout>(lines, first);
-  std::uint8_t *const red = Alone(room.red), *const green = Alone(room.green), *const blue = Alone(room.blue);
+  Sample *const red = Alone(room.red), *const green = Alone(room.green), *const blue = Alone(room.blue);
+  constexpr std::size_t kStep = kBlock<Sample>;
   std::size_t at = 0;
   std::size_t i = 0;
-  for (; i + kLanes <= count; i += kLanes, at += BytesOf<Layout>(kLanes)) {
-    if (in.ahead != 0) FetchAhead<Layout>(in, 0, at);
-    DecodeBlock<Layout>(WholeBlock{in, at}, red + i, green + i, blue + i);
+  for (; i + kStep <= count; i += kStep, at += BytesOf<Layout>(kStep)) {
+    if (in.ahead != 0) FetchAhead<Layout>(in, 0, at, kStep);
+    DecodeBlock<Layout, Sample>(WholeBlock{in, at}, red + i, green + i, blue + i);
   }
   if (i < count) {
     const std::size_t rest = count - i;
-    alignas(kLanes) std::uint8_t pixels[3][kLanes];
-    ReadRest<Layout>(in, at, rest,
-                     [&](const auto& read) { DecodeBlock<Layout>(read, pixels[0], pixels[1], pixels[2]); });
+    alignas(kLanes) Sample pixels[3][kStep];
+    ReadRest<Layout, Sample>(
+        in, at, rest, [&](const auto& read) { DecodeBlock<Layout, Sample>(read, pixels[0], pixels[1], pixels[2]); });
     StorePart(Load(pixels[0]), red + i, rest);
     if constexpr (!Layout::kGray) {
       StorePart(Load(pixels[1]), green + i, rest);
@@ -174,27 +182,29 @@ Channels DecodeBlocks(const SourceLines& lines, std::size_t first, std::size_t c
   return {red, green, blue};
 }
 
-template <class Layout>
-constexpr auto Decoder(int) -> decltype(&Layout::template Block<WholeBlock>, static_cast<DecodeKernel*>(nullptr)) {
-  return DecodeBlocks<Layout>;
+/// Decodes by blocks, if the layout has a `Block` for these samples.
+template <class Layout, class Sample>
+constexpr auto Decoder(int)
+    -> decltype(Layout::Block(std::declval<WholeBlock>(), Of<Sample>{}), static_cast<DecodeKernel<Sample>*>(nullptr)) {
+  return DecodeBlocks<Layout, Sample>;
 }
 
 #endif
 
 /// The best decoder that a layout has for this instruction set.
-template <class Layout>
-constexpr DecodeKernel* Decoder(...) {
-  return DecodeGroups<Layout>;
+template <class Layout, class Sample>
+constexpr DecodeKernel<Sample>* Decoder(...) {
+  return DecodeGroups<Layout, Sample>;
 }
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-/// Exports the decoder of a layout as the kernel `Name`.
-#define LM_EXPORT_DECODER(Name, ...)                                                             \
-  namespace LmImagingLib::LM_ISA {                                                               \
-  DecodeKernel Name;                                                                             \
-  Channels Name(const SourceLines& in, std::size_t first, std::size_t count, const Room& room) { \
-    return Decoder<__VA_ARGS__>(0)(in, first, count, room);                                      \
-  }                                                                                              \
+/// Defines the kernel `Name` that decodes a layout into samples of one type.
+#define LM_DEFINE_DECODER(Sample, Name, ...)                                                                     \
+  namespace LmImagingLib::LM_ISA {                                                                               \
+  DecodeKernel<Sample> Name;                                                                                     \
+  Channels<Sample> Name(const SourceLines& in, std::size_t first, std::size_t count, const Room<Sample>& room) { \
+    return Decoder<__VA_ARGS__, Sample>(0)(in, first, count, room);                                              \
+  }                                                                                                              \
   }

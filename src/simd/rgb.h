@@ -8,16 +8,21 @@ namespace LmImagingLib::LM_ISA {
 namespace {
 
 /// A pixel.
+template <class Sample>
 struct Rgb {
-  std::uint8_t r, g, b;
+  Sample r, g, b;
 };
+
+/// Says which samples a block has.
+template <class Sample>
+struct Of {};
 
 #if LM_LANES
 /// A block of pixels.
+template <class Sample>
 struct RgbLanes {
-  U8 r, g, b;
+  Lanes<Sample> r, g, b;
 };
-
 #endif
 
 }  // namespace

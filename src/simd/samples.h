@@ -8,21 +8,36 @@
 namespace LmImagingLib::LM_ISA {
 namespace {
 
+/// Whether the positions are samples of the group. A wrong one would read past it.
+template <class Group>
+constexpr bool PositionsFit() {
+  for (const auto& channel : Group::kAt) {
+    for (const std::size_t position : channel) {
+      if (position >= Group::kSamples) return false;
+    }
+  }
+  return true;
+}
+
 /// Samples of one byte, or of 10 to 16 bits in 16-bit little-endian words.
-template <std::size_t kSampleBytes>
-std::uint8_t SampleAt(const std::uint8_t* line, std::size_t position, std::uint32_t shift) {
+template <std::size_t kSampleBytes, class Sample>
+Sample SampleAt(const SourceLines& in, std::size_t line, std::size_t position) {
   if constexpr (kSampleBytes == 1) {
-    return line[position];
+    return in.line[line][position];
   } else {
-    return Sample16(line + 2 * position, shift);
+    return FromWord<Sample>(Load16(in.line[line] + 2 * position), in);
   }
 }
 
 /// Colours that are stored as they are.
 struct PlainRgb {
-  static Rgb Color(std::uint8_t r, std::uint8_t g, std::uint8_t b) { return {r, g, b}; }
+  template <class Sample>
+  static Rgb<Sample> Color(Sample r, Sample g, Sample b) {
+    return {r, g, b};
+  }
 #if LM_LANES
-  static RgbLanes Color(U8 r, U8 g, U8 b) { return {r, g, b}; }
+  static RgbLanes<std::uint8_t> Color(U8 r, U8 g, U8 b) { return {r, g, b}; }
+  static RgbLanes<std::uint16_t> Color(U16 r, U16 g, U16 b) { return {r, g, b}; }
 #endif
 };
 
@@ -42,6 +57,19 @@ inline void LoadSamples(const Reader& read, std::size_t line, std::size_t offset
   }
 }
 
+/// Loads `count` words of a line, from byte `offset` on.
+template <std::size_t kSampleBytes, class Reader, std::size_t kVectors>
+inline void LoadSamples(const Reader& read, std::size_t line, std::size_t offset, std::size_t count,
+                        U16 (&window)[kVectors]) {
+  static_assert(kSampleBytes == 2);
+  const auto shift = static_cast<std::uint16_t>(read.in.shift);
+  const auto mask = static_cast<std::uint16_t>(read.in.mask);
+  for (std::size_t k = 0; k < kVectors; ++k, offset += kLanes) {
+    const U8 bytes = (k + 1) * kLanes / 2 > count ? read.Half(line, offset) : read(line, offset);
+    window[k] = U16(bytes) >> shift & mask;
+  }
+}
+
 /// Where lane i finds the sample of a channel.
 template <class Group, std::size_t kChannel>
 struct SampleIndex {
@@ -54,27 +82,30 @@ struct SampleIndex {
 /// Three channels in samples of `kSampleBytes` bytes, turned into colours by `Model`.
 template <class Group_, std::size_t kSampleBytes, class Model = PlainRgb>
 struct ColorSamples {
+  static_assert(PositionsFit<Group_>());
   static constexpr std::size_t kPixels = Group_::kPixels, kBytes = Group_::kSamples * kSampleBytes, kLines = 1;
   static constexpr std::size_t kBeyond = 0;
   static constexpr bool kGray = false;
 
-  static void Group(const SourceLines& in, Rgb* out) {
+  template <class Sample>
+  static void Group(const SourceLines& in, Rgb<Sample>* out) {
     for (std::size_t k = 0; k < kPixels; ++k) {
-      out[k] = Model::Color(SampleAt<kSampleBytes>(in.line[0], Group_::kAt[0][k], in.shift),
-                            SampleAt<kSampleBytes>(in.line[0], Group_::kAt[1][k], in.shift),
-                            SampleAt<kSampleBytes>(in.line[0], Group_::kAt[2][k], in.shift));
+      out[k] = Model::Color(SampleAt<kSampleBytes, Sample>(in, 0, Group_::kAt[0][k]),
+                            SampleAt<kSampleBytes, Sample>(in, 0, Group_::kAt[1][k]),
+                            SampleAt<kSampleBytes, Sample>(in, 0, Group_::kAt[2][k]));
     }
   }
 
 #if LM_LANES
-  template <class Reader>
-  static RgbLanes Block(const Reader& read) {
-    constexpr std::size_t kCount = kLanes / kPixels * Group_::kSamples;
-    U8 window[(kCount + kLanes - 1) / kLanes];
+  template <class Reader, class Sample>
+  static RgbLanes<Sample> Block(const Reader& read, Of<Sample>) {
+    constexpr std::size_t kCount = kBlock<Sample> / kPixels * Group_::kSamples;
+    Lanes<Sample> window[(kCount + kBlock<Sample> - 1) / kBlock<Sample>];
     LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
     if constexpr (kPixels == 1 && Group_::kSamples == 3) {
-      return Model::Color(Deinterleave<Group_::kAt[0][0]>(window), Deinterleave<Group_::kAt[1][0]>(window),
-                          Deinterleave<Group_::kAt[2][0]>(window));
+      return Model::Color(Deinterleave<Group_::kAt[0][0], Sample>(window),
+                          Deinterleave<Group_::kAt[1][0], Sample>(window),
+                          Deinterleave<Group_::kAt[2][0], Sample>(window));
     } else {
       return Model::Color(Pick<SampleIndex<Group_, 0>>(window), Pick<SampleIndex<Group_, 1>>(window),
                           Pick<SampleIndex<Group_, 2>>(window));
@@ -86,21 +117,21 @@ struct ColorSamples {
 /// One channel in samples of `kSampleBytes` bytes.
 template <class Group_, std::size_t kSampleBytes>
 struct GraySamples {
+  static_assert(PositionsFit<Group_>());
   static constexpr std::size_t kPixels = Group_::kPixels, kBytes = Group_::kSamples * kSampleBytes, kLines = 1;
   static constexpr std::size_t kBeyond = 0;
   static constexpr bool kGray = true;
 
-  static void Group(const SourceLines& in, std::uint8_t* out) {
-    for (std::size_t k = 0; k < kPixels; ++k) {
-      out[k] = SampleAt<kSampleBytes>(in.line[0], Group_::kAt[0][k], in.shift);
-    }
+  template <class Sample>
+  static void Group(const SourceLines& in, Sample* out) {
+    for (std::size_t k = 0; k < kPixels; ++k) out[k] = SampleAt<kSampleBytes, Sample>(in, 0, Group_::kAt[0][k]);
   }
 
 #if LM_LANES
-  template <class Reader>
-  static U8 Block(const Reader& read) {
-    constexpr std::size_t kCount = kLanes / kPixels * Group_::kSamples;
-    U8 window[(kCount + kLanes - 1) / kLanes];
+  template <class Reader, class Sample>
+  static Lanes<Sample> Block(const Reader& read, Of<Sample>) {
+    constexpr std::size_t kCount = kBlock<Sample> / kPixels * Group_::kSamples;
+    Lanes<Sample> window[(kCount + kBlock<Sample> - 1) / kBlock<Sample>];
     LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
     return Pick<SampleIndex<Group_, 0>>(window);
   }
@@ -115,7 +146,7 @@ struct SingleSample {
 
 /// Brings `count` 16-bit samples to 8 bits, from sample `first` on.
 inline void WordsToBytes(const SourceLines& in, std::size_t first, std::size_t count, std::uint8_t* to) {
-  Decoder<GraySamples<SingleSample, 2>>(0)(in, first, count, {to, to, to});
+  Decoder<GraySamples<SingleSample, 2>, std::uint8_t>(0)(in, first, count, {to, to, to});
 }
 
 }  // namespace

@@ -7,39 +7,43 @@
 #include "simd/rgb.h"
 #include "simd/strip.h"
 
-// The loops around the text of a writer, as `loops.h` has them for source layouts.
+// The loops around the text of a writer of bytes, as `loops.h` has them for source layouts.
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-/// What stores through a writer, from a pixel of the line on.
-using StoreLoop = void(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to,
-                       bool streams);
+/// A pixel after the lookup.
+template <class Sample>
+inline Rgb<Sample> LookUp(const LookupTables<Sample>* tables, const Channels<Sample>& in, std::size_t i) {
+  if (tables == nullptr) return {in.red[i], in.green[i], in.blue[i]};
+  return {tables->red.entries[in.red[i]], tables->green.entries[in.green[i]], tables->blue.entries[in.blue[i]]};
+}
+
+/// The function that stores through a writer, from a pixel of the line on.
+using StoreLoop = void(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
+                       std::uint8_t* to, bool streams);
 
 /// Stores through a writer whose `Pixel` makes the `kBytes` bytes of one pixel.
 template <class Writer>
-void StorePixels(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to,
-                 bool /*streams*/) {
-  for (std::size_t i = 0; i < count; ++i, to += Writer::kBytes) {
-    Rgb pixel{in.red[i], in.green[i], in.blue[i]};
-    if (tables != nullptr) {
-      pixel = {tables->red.entries[pixel.r], tables->green.entries[pixel.g], tables->blue.entries[pixel.b]};
-    }
-    Writer::Pixel(pixel, to);
-  }
+void StorePixels(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
+                 std::uint8_t* to, bool /*streams*/) {
+  for (std::size_t i = 0; i < count; ++i, to += Writer::kBytes) Writer::Pixel(LookUp(tables, in, i), to);
 }
 
 #if LM_LANES
 
-/// What happens to pixels before they are stored: nothing, or a lookup in three tables or gains.
+/// The changes of pixels before they are stored: none, or a lookup in three tables or gains.
 struct AsTheyAre {
-  RgbLanes operator()(const RgbLanes& in) const { return in; }
+  RgbLanes<std::uint8_t> operator()(const RgbLanes<std::uint8_t>& in) const { return in; }
 };
 
 template <class Entries>
 struct LookedUp {
-  explicit LookedUp(const LookupTables& tables) : red(tables.red), green(tables.green), blue(tables.blue) {}
+  explicit LookedUp(const LookupTables<std::uint8_t>& tables)
+      : red(tables.red), green(tables.green), blue(tables.blue) {}
 
-  RgbLanes operator()(const RgbLanes& in) const { return {red[in.r], green[in.g], blue[in.b]}; }
+  RgbLanes<std::uint8_t> operator()(const RgbLanes<std::uint8_t>& in) const {
+    return {red[in.r], green[in.g], blue[in.b]};
+  }
 
   Entries red, green, blue;
 };
@@ -48,7 +52,7 @@ inline std::uint8_t* Address(std::uint8_t* to) { return to; }
 inline std::uint8_t* Address(Stream to) { return to.at; }
 
 template <class Writer, class To, class Change>
-void StoreBlocks(const Channels& in, std::size_t count, To to, const Change change) {
+void StoreBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to, const Change change) {
   // By reference these would be loaded anew after each store.
   const std::uint8_t *const red = Alone(in.red), *const green = Alone(in.green), *const blue = Alone(in.blue);
   std::size_t i = 0;
@@ -56,7 +60,7 @@ void StoreBlocks(const Channels& in, std::size_t count, To to, const Change chan
     Writer::Block(change({Pinned(Load(red + i)), Pinned(Load(green + i)), Pinned(Load(blue + i))}), to);
   }
   if (i < count) {
-    // Channels may lie in the source, and either line may end here.
+    // Channels may be in the source, and either line may end here.
     const std::size_t rest = count - i;
     Writer::Block(change({LoadPart(red + i, rest), LoadPart(green + i, rest), LoadPart(blue + i, rest)}),
                   Part{Address(to), rest * Writer::kBytes});
@@ -84,12 +88,13 @@ void StoreGrayBlocks(const std::uint8_t* gray, std::size_t count, To to) {
 }
 
 template <class Writer, class To>
-void StoreChanged(const Channels& in, const LookupTables* tables, std::size_t count, To to) {
+void StoreChanged(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
+                  To to) {
   if (tables == nullptr && in.red == in.green && in.red == in.blue) {
     StoreGrayBlocks<Writer>(in.red, count, to);
   } else if (tables == nullptr) {
     StoreBlocks<Writer>(in, count, to, AsTheyAre{});
-  } else if (kGainsAreQuicker && tables->areGains) {
+  } else if (kGainsAreFaster && tables->areGains) {
     StoreBlocks<Writer>(in, count, to, LookedUp<GainLanes>(*tables));
   } else {
     StoreBlocks<Writer>(in, count, to, LookedUp<Table>(*tables));
@@ -98,7 +103,8 @@ void StoreChanged(const Channels& in, const LookupTables* tables, std::size_t co
 
 /// Stores through a writer whose `Block` makes kLanes * kBytes bytes.
 template <class Writer>
-void StoreWith(const Channels& in, const LookupTables* tables, std::size_t count, std::uint8_t* to, bool streams) {
+void StoreWith(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
+               std::uint8_t* to, bool streams) {
   if (kHasStreams && streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
     StoreChanged<Writer>(in, tables, count, Stream{to});
   } else {
@@ -122,12 +128,12 @@ constexpr StoreLoop* Storer(...) {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-/// Exports a writer as the kernel `Name`.
-#define LM_EXPORT_WRITER(Name, ...)                                                                   \
-  namespace LmImagingLib::LM_ISA {                                                                    \
-  StoreKernel Name;                                                                                   \
-  void Name(const Channels& in, const LookupTables* tables, std::size_t count, const TargetLine& out, \
-            std::size_t first) {                                                                      \
-    Storer<__VA_ARGS__>(0)(in, tables, count, out.line + first * __VA_ARGS__::kBytes, out.streams);   \
-  }                                                                                                   \
+/// Exports a writer of bytes as the kernel `Name`.
+#define LM_EXPORT_WRITER(Name, ...)                                                                        \
+  namespace LmImagingLib::LM_ISA {                                                                         \
+  StoreKernel<std::uint8_t> Name;                                                                          \
+  void Name(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count, \
+            const TargetLine& out, std::size_t first) {                                                    \
+    Storer<__VA_ARGS__>(0)(in, tables, count, out.line + first * __VA_ARGS__::kBytes, out.streams);        \
+  }                                                                                                        \
   }

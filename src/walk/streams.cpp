@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "walk/conversion_context.h"
+#include "walk/frame.h"
 
 #if defined(LM_VECTOR_X86)
 #include <cpuid.h>
@@ -16,7 +16,7 @@ namespace {
 // How far ahead to fetch the source: more than a strip of most layouts. 4 KiB take up to a fifth longer.
 constexpr std::uint32_t kFetchAhead = 8192;
 
-// As the processor tells it. The C library's answer counts the caches of all cores together on some processors.
+// As the processor reports it. The C library's answer counts the caches of all cores together on some processors.
 std::size_t LastLevelCache() {
   std::size_t bytes = 0;
 #if defined(LM_VECTOR_X86)
@@ -32,25 +32,24 @@ std::size_t LastLevelCache() {
   return bytes != 0 ? bytes : std::size_t{32} << 20;
 }
 
+// Asked for while the library loads: later, another thread might be asking while the process forks.
+const std::size_t kLastLevelCache = LastLevelCache();
+
 }  // namespace
 
-bool StreamsPay(std::size_t bytes) {
-  static const std::size_t sLastLevelCache = LastLevelCache();
-  return bytes > sLastLevelCache / 3 * 2;
-}
+bool StreamsPay(std::size_t bytes) { return bytes > kLastLevelCache / 3 * 2; }
 
-StreamScope::StreamScope(ConversionContext& context, std::uint32_t lines) : mContext(context) {
-  context.streams = StreamsPay((std::size_t{context.sourceLineSize} + context.destinationStride) * lines);
-  context.fetchAhead = context.streams ? kFetchAhead : 0;
+StreamScope::StreamScope(Frame& frame, std::uint32_t lines)
+    : mStreams(StreamsPay((frame.sourceLine + frame.destinationLine) * lines)) {
+  frame.streams = mStreams;
+  frame.fetchAhead = mStreams ? kFetchAhead : 0;
 }
 
 StreamScope::~StreamScope() {
 #if defined(LM_VECTOR_X86)
   // Only these processors have such stores.
-  if (mContext.streams) _mm_sfence();
+  if (mStreams) _mm_sfence();
 #endif
-  mContext.streams = false;
-  mContext.fetchAhead = 0;
 }
 
 }  // namespace LmImagingLib

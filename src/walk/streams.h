@@ -5,24 +5,23 @@
 
 namespace LmImagingLib {
 
-struct ConversionContext;
+struct Frame;
 
-/// Whether storing past the caches is quicker for an image of so many bytes, source and destination together: more than
-/// two thirds of the last-level cache. Smaller ones find room there, and take up to twice as long past it.
+/// Whether storing past the caches is faster for an image of so many bytes, source and destination together: more than
+/// two thirds of the last-level cache. Smaller ones fit there, and take up to twice as long past it.
 bool StreamsPay(std::size_t bytes);
 
-/// Stores and fetches of a frame that is too large for the caches: decides for the sizes of lines in the context, and
-/// keeps the decision there for the length of the scope.
+/// Decides how a frame is fetched and stored, and ends the stores of one that was stored past the caches.
 class StreamScope {
  public:
-  StreamScope(ConversionContext& context, std::uint32_t lines);
-  /// Makes what was stored past the caches visible to other threads before what is stored next.
+  StreamScope(Frame& frame, std::uint32_t lines);
+  /// Makes such stores visible to other threads before the next ones.
   ~StreamScope();
   StreamScope(const StreamScope&) = delete;
   StreamScope& operator=(const StreamScope&) = delete;
 
  private:
-  ConversionContext& mContext;
+  const bool mStreams;
 };
 
 }  // namespace LmImagingLib

@@ -7,38 +7,57 @@
 
 namespace LmImagingLib {
 
-LM_DECLARE_KERNEL(SplitTapsKernel, SplitTaps)
-
 namespace {
-
-Room RoomIn(Strip& strip) { return {strip.red, strip.green, strip.blue}; }
 
 // The pixels to convert until the target reaches a cache line: stores that cross one cost twice as much. None where no
 // whole number of groups gets there.
-std::size_t PixelsToCacheLine(const StripSteps& steps, const std::uint8_t* target) {
+std::size_t PixelsToCacheLine(std::uint32_t groupPixels, const Writer& writer, const std::uint8_t* target) {
   const std::size_t missing = (kCacheLine - reinterpret_cast<std::uintptr_t>(target) % kCacheLine) % kCacheLine;
-  const std::size_t bytes = steps.writer.pixelBytes;
-  // 3 x 43 is 1 modulo 64, so every address is whole pixels of three bytes away from a cache line. Pixels of 1, 2 and 4
-  // bytes need no division either, which would take as long as a block of pixels.
-  const std::size_t pixels = bytes == 3 ? missing * 43 % kCacheLine : missing >> (bytes / 2);
-  const bool wholeGroups = (pixels & (steps.groupPixels - 1)) == 0;
+  const std::size_t bytes = writer.pixelBytes;
+  // 3 x 43 is 1 modulo 64, so every address is whole pixels of three bytes away from a cache line; of six bytes every
+  // even one. Other pixels are powers of two. A division would take as long as a block of pixels.
+  const std::size_t pixels = bytes % 3 == 0 ? missing / (bytes / 3) * 43 % kCacheLine
+                             : bytes == 8   ? missing >> 3
+                                            : missing >> (bytes / 2);
+  const bool wholeGroups = (pixels & (groupPixels - 1)) == 0;
   return wholeGroups && pixels * bytes % kCacheLine == missing ? pixels : 0;
 }
 
-// Gives the second target the pixels that the first one has. Copying them is quicker than storing them again, if they
+// Gives the second target the pixels that the first one has. Copying them is faster than storing them again, if they
 // are in the cache.
 void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, std::size_t first) {
-  for (std::size_t plane = 0; plane < std::max(writer.planes, 1U); ++plane) {
+  for (std::size_t plane = 0; plane < writer.planes; ++plane) {
     const std::size_t at = plane * targets[0].planeSize + first * writer.pixelBytes;
     std::memcpy(targets[1].line + at, targets[0].line + at, count * writer.pixelBytes);
   }
 }
 
+// Looks bytes up in tables of words.
+void StoreWidened(const Channels<std::uint8_t>& in, const StripSteps<std::uint8_t>& steps, std::size_t count,
+                  const TargetLine& out, std::size_t first) {
+  Strip<std::uint16_t> words;
+  std::copy(in.red, in.red + count, words.red);
+  std::copy(in.green, in.green + count, words.green);
+  std::copy(in.blue, in.blue + count, words.blue);
+  steps.writer.store.words.Active()({words.red, words.green, words.blue}, steps.widening, count, out, first);
+}
+
+template <class Sample>
+void Store(const Channels<Sample>& channels, const StripSteps<Sample>& steps, std::size_t count, const TargetLine& out,
+           std::size_t first) {
+  if constexpr (sizeof(Sample) == 1) {
+    if (steps.widening != nullptr) return StoreWidened(channels, steps, count, out, first);
+  }
+  steps.writer.store.template Of<Sample>().Active()(channels, steps.tables, count, out, first);
+}
+
 }  // namespace
 
-StripWalk::StripWalk(const StripSteps& steps, const TargetLine& target, std::size_t count, std::size_t first,
-                     std::size_t most)
-    : mNext(PixelsToCacheLine(steps, target.line + first * steps.writer.pixelBytes)), mMost(most), mCount(count) {
+StripWalk::StripWalk(std::uint32_t groupPixels, const Writer& writer, const TargetLine& target, std::size_t count,
+                     std::size_t first, std::size_t most)
+    : mNext(PixelsToCacheLine(groupPixels, writer, target.line + first * writer.pixelBytes)),
+      mMost(most),
+      mCount(count) {
   if (mNext == 0) mNext = most;
 }
 
@@ -49,7 +68,8 @@ bool StripWalk::Next() {
   return mPixels != 0;
 }
 
-void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
+template <class Sample>
+void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first) {
   if (targetCount == 2 && targets[0].streams) {
     // What went past the cache cannot be repeated from there.
@@ -57,35 +77,22 @@ void ConvertStrips(const StripSteps& steps, const SourceLines& in, std::size_t c
     ConvertStrips(steps, in, count, &targets[1], 1, first);
     return;
   }
-  StoreKernel* const store = steps.writer.store.Active();
-  Strip strip;
-  // What needs no strip is done in one go.
-  const bool whole = steps.plain || (steps.writer.planes != 0 && !targets[0].streams);
-  StripWalk walk(steps, targets[0], count, first, whole ? count : kStripPixels);
+  Strip<Sample> strip;
+  // Channels that need no strip are stored in one go.
+  const bool whole = (steps.plain || (steps.writer.isBytes && !targets[0].streams)) && steps.widening == nullptr;
+  StripWalk walk(steps.groupPixels, steps.writer, targets[0], count, first, whole ? count : kStripPixels);
   while (walk.Next()) {
     const std::size_t at = first + walk.At();
-    const Room room = RoomFor(steps, targets[0], at, strip);
-    const Channels channels = steps.decode(in, walk.At(), walk.Pixels(), room);
-    store(channels, steps.tables, walk.Pixels(), targets[0], at);
+    const Room<Sample> room = RoomFor(steps.writer, targets[0], at, strip);
+    const Channels<Sample> channels = steps.decode(in, walk.At(), walk.Pixels(), room);
+    Store(channels, steps, walk.Pixels(), targets[0], at);
     if (targetCount == 2) Repeat(steps.writer, walk.Pixels(), targets, at);
   }
 }
 
-void ConvertTapStrips(const StripSteps& steps, const SourceLines& in, std::size_t pairs, const TargetLine& target,
-                      bool leftBackwards, bool rightBackwards) {
-  Strip samples;
-  StoreKernel* const store = steps.writer.store.Active();
-  alignas(64) std::uint8_t left[kStripPixels / 2];
-  alignas(64) std::uint8_t right[kStripPixels / 2];
-  for (std::size_t at = 0; at < pairs; at += kStripPixels / 2) {
-    const std::size_t count = std::min(kStripPixels / 2, pairs - at);
-    const Channels channels = steps.decode(in, 2 * at, 2 * count, RoomIn(samples));
-    kSplitTaps.Active()(channels.red, count, leftBackwards, rightBackwards, left, right);
-    const std::size_t leftAt = leftBackwards ? pairs - at - count : at;
-    const std::size_t rightAt = pairs + (rightBackwards ? pairs - at - count : at);
-    store({left, left, left}, nullptr, count, target, leftAt);
-    store({right, right, right}, nullptr, count, target, rightAt);
-  }
-}
+template void ConvertStrips(const StripSteps<std::uint8_t>&, const SourceLines&, std::size_t, const TargetLine*,
+                            std::size_t, std::size_t);
+template void ConvertStrips(const StripSteps<std::uint16_t>&, const SourceLines&, std::size_t, const TargetLine*,
+                            std::size_t, std::size_t);
 
 }  // namespace LmImagingLib

@@ -11,16 +11,29 @@ std::size_t Stage::DestinationLineSize(std::size_t pixels) const {
   return copiesPairs ? SourceLineSize(pixels) : pixels * destinationPixelBytes;
 }
 
+bool Line::IsInPicture(std::size_t offset) const {
+  const std::size_t plane = stride * call.destinationHeight;
+  const std::size_t planes = stage.writer == Writer::PLANAR24 ? 3 : 1;
+  for (std::size_t k = 0; k < planes; ++k) {
+    if (offset < k * plane || offset - k * plane >= stride * call.lines) continue;
+    if ((offset - k * plane) % stride < pixels * stage.destinationPixelBytes) return true;
+  }
+  return false;
+}
+
 void Line::Store(std::size_t i, Color color, std::size_t row) {
   const auto [r, g, b] = color;
   const std::size_t line = row * stride;
+  const auto write = [&](std::size_t offset, unsigned value) {
+    if (i < pixels || !IsInPicture(mDestinationOffset + offset)) WriteByte(offset, value);
+  };
   const auto words16 = [&](unsigned word) {
-    WriteByte(line + 2 * i, word & 0xFF);
-    WriteByte(line + 2 * i + 1, word >> 8);
+    write(line + 2 * i, word & 0xFF);
+    write(line + 2 * i + 1, word >> 8);
   };
   const auto bytes = [&](std::initializer_list<unsigned> pixel) {
     std::size_t at = line + i * pixel.size();
-    for (const unsigned byte : pixel) WriteByte(at++, byte);
+    for (const unsigned byte : pixel) write(at++, byte);
   };
   const std::size_t plane = stride * call.destinationHeight;
   switch (stage.writer) {
@@ -35,9 +48,9 @@ void Line::Store(std::size_t i, Color color, std::size_t row) {
     case Writer::BGR32:
       return bytes({b, g, r, 0});
     case Writer::PLANAR24:
-      WriteByte(line + i, r);
-      WriteByte(line + plane + i, g);
-      WriteByte(line + 2 * plane + i, b);
+      write(line + i, r);
+      write(line + plane + i, g);
+      write(line + 2 * plane + i, b);
       return;
     case Writer::GRAY8:
       return bytes({r});

@@ -87,13 +87,16 @@ class Line {
   }
   void WriteByte(std::size_t offset, unsigned value) { mDestination.Write(mDestinationOffset + offset, value); }
 
-  /// Stores pixel i of the destination line `row` lines below.
+  /// Stores pixel i of the destination line `row` lines below. Pixels past the end of the line never fall on a pixel of
+  /// the picture.
   void Store(std::size_t i, Color color, std::size_t row = 0);
   void StoreGray(std::size_t i, unsigned value) { Store(i, {value & 0xFF, value & 0xFF, value & 0xFF}); }
   /// The same after the filter's lookup.
   void StoreFiltered(std::size_t i, Color color, std::size_t row = 0);
 
  private:
+  bool IsInPicture(std::size_t offset) const;
+
   Bytes& mSource;
   Bytes& mDestination;
   std::size_t mSourceOffset = 0;

@@ -1,18 +1,23 @@
-// Bayer mosaic of bytes, bilinear method: each pixel of a line from its own sample and the eight around it. The lines
-// are the one above, the pixels' own, and the one below, all beginning one sample left of the first pixel.
+// Bayer mosaic, bilinear method: each pixel of a line from its own sample and the eight around it. The rows are the one
+// above, the pixels' own, and the one below, all beginning one sample left of the first pixel.
+#include "kernels/bayer/bilinear_words.h"
 #include "kernels/writers/interleaved.h"
 #include "simd/direct.h"
+#include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-struct BayerBilinearLayout {
+template <class Sample>
+struct BilinearLayout {
   // A pixel has three columns: it overlaps its neighbours by a sample on either side.
-  static constexpr std::size_t kPixels = 1, kBytes = 1, kLines = 3, kBeyond = 2;
+  static constexpr std::size_t kPixels = 1, kBytes = sizeof(Sample), kLines = 3, kBeyond = 2 * sizeof(Sample);
   static constexpr bool kGray = false;
 
-  static void Group(const SourceLines& in, Rgb* out) {
-    const auto sample = [&in](std::size_t line, std::size_t column) -> unsigned { return in.line[line][column]; };
+  static void Group(const SourceLines& in, Rgb<Sample>* out) {
+    const auto sample = [&in](std::size_t line, std::size_t column) -> unsigned {
+      return SampleAt<sizeof(Sample), Sample>(in, line, column);
+    };
     const unsigned own = sample(1, 1);
     const unsigned horizontal = sample(1, 0) + sample(1, 2);
     const unsigned vertical = sample(0, 1) + sample(2, 1);
@@ -20,36 +25,37 @@ struct BayerBilinearLayout {
     const unsigned cross = (horizontal + vertical) >> 2;
     // At a green site all four diagonal neighbours are green too; the mean of the five evens out the two greens.
     const unsigned green = (own + diagonal) / 5;
+    const auto color = [](unsigned r, unsigned g, unsigned b) {
+      return Rgb<Sample>{static_cast<Sample>(r), static_cast<Sample>(g), static_cast<Sample>(b)};
+    };
     switch (in.cell) {
       case 0:
-        *out = MakeRgb(horizontal >> 1, green, vertical >> 1);
+        *out = color(horizontal >> 1, green, vertical >> 1);
         break;  // green between reds
       case 1:
-        *out = MakeRgb(vertical >> 1, green, horizontal >> 1);
+        *out = color(vertical >> 1, green, horizontal >> 1);
         break;  // green between blues
       case 2:
-        *out = MakeRgb(own, cross, diagonal >> 2);
+        *out = color(own, cross, diagonal >> 2);
         break;  // red
       default:
-        *out = MakeRgb(diagonal >> 2, cross, own);  // blue
+        *out = color(diagonal >> 2, cross, own);  // blue
     }
   }
+};
 
-  static Rgb MakeRgb(unsigned r, unsigned g, unsigned b) {
-    return {static_cast<std::uint8_t>(r), static_cast<std::uint8_t>(g), static_cast<std::uint8_t>(b)};
-  }
-
+struct BilinearBytes : BilinearLayout<std::uint8_t> {
 #if LM_LANES
-  // The samples of a line as words: those at the even and at the odd columns of the block, which begins one column left
+  // The samples of a row as words: those at the even and at the odd columns of the block, which begins one column left
   // of its first pixel, and those two columns further on.
   struct Samples {
     U16 even, odd, nextEven, nextOdd;
   };
 
   template <class Reader>
-  static Samples LoadLine(const Reader& read, std::size_t line) {
-    const U16 here = U16(Pinned(read(line, 0)));
-    const U16 next = U16(Pinned(read(line, 2)));
+  static Samples LoadRow(const Reader& read, std::size_t row) {
+    const U16 here = U16(Pinned(read(row, 0)));
+    const U16 next = U16(Pinned(read(row, 2)));
     return {here & 0xFF, here >> 8, next & 0xFF, next >> 8};
   }
 
@@ -57,45 +63,55 @@ struct BayerBilinearLayout {
   static U8 Merge(U16 even, U16 odd) { return U8(even | (odd & 0xFF00)); }
 
   // The channel of the colour that shares the line with green, and that of the lines around it.
-  struct Lanes {
+  struct Channels {
     U8 line, green, other;
   };
 
   static constexpr std::uint16_t kFifth = 13108;  // of 65536; exact, as the sum is at most 1275
 
-  // Pixels in even lanes lie at odd columns, between the even ones.
-  static Lanes GreenFirst(const Samples& own, const Samples& around) {
+  // Pixels in even lanes are at odd columns, between the even ones.
+  static Channels GreenFirst(const Samples& own, const Samples& around) {
     return {Merge((own.even + own.nextEven) >> 1, own.nextEven << 8),
             Merge(MultiplyHigh(own.odd + around.even + around.nextEven, kFifth),
                   (own.odd + own.nextOdd + around.nextEven) << 6),
             Merge(around.odd >> 1, (around.odd + around.nextOdd) << 6)};
   }
 
-  static Lanes ColorFirst(const Samples& own, const Samples& around) {
+  static Channels ColorFirst(const Samples& own, const Samples& around) {
     return {Merge(own.odd, (own.odd + own.nextOdd) << 7),
             Merge((own.even + own.nextEven + around.odd) >> 2,
                   MultiplyHigh(own.nextEven + around.odd + around.nextOdd, kFifth) << 8),
             Merge((around.even + around.nextEven) >> 2, around.nextEven << 7)};
   }
 
-  static RgbLanes Pixels(const Samples& above, const Samples& own, const Samples& below, std::uint32_t cell) {
+  static RgbLanes<std::uint8_t> Pixels(const Samples& above, const Samples& own, const Samples& below,
+                                       std::uint32_t cell) {
     const Samples around{above.even + below.even, above.odd + below.odd, above.nextEven + below.nextEven,
                          above.nextOdd + below.nextOdd};
-    const Lanes lanes = cell < 2 ? GreenFirst(own, around) : ColorFirst(own, around);
-    const bool redInLine = cell % 2 == 0;  // cells 0 and 2 lie on a line of greens and reds
-    return {redInLine ? lanes.line : lanes.other, lanes.green, redInLine ? lanes.other : lanes.line};
+    const Channels channels = cell < 2 ? GreenFirst(own, around) : ColorFirst(own, around);
+    const bool redInLine = cell % 2 == 0;  // cells 0 and 2 are on a line of greens and reds
+    return {redInLine ? channels.line : channels.other, channels.green, redInLine ? channels.other : channels.line};
   }
 
   template <class Reader>
-  static RgbLanes Block(const Reader& read) {
-    return Pixels(LoadLine(read, 0), LoadLine(read, 1), LoadLine(read, 2), read.in.cell);
+  static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
+    return Pixels(LoadRow(read, 0), LoadRow(read, 1), LoadRow(read, 2), read.in.cell);
+  }
+#endif
+};
+
+struct BilinearWordsLayout : BilinearLayout<std::uint16_t> {
+#if LM_LANES
+  template <class Reader>
+  static RgbLanes<std::uint16_t> Block(const Reader& read, Of<std::uint16_t>) {
+    return BilinearWords(read);
   }
 #endif
 };
 
 // Two lines share two of their rows.
-struct BilinearPair : BayerBilinearLayout {
-  using Line = BayerBilinearLayout;
+struct BilinearPair : BilinearBytes {
+  using Line = BilinearBytes;
   static constexpr std::size_t kLines = 4, kTargets = 2, kFresh = 2;
   static constexpr bool kMosaic = true;
   static constexpr std::size_t kNextLine = 1;
@@ -104,9 +120,9 @@ struct BilinearPair : BayerBilinearLayout {
 #if LM_LANES
   template <class Reader, class Store>
   static void Blocks(const Reader& read, const Store& store) {
-    const Samples line[] = {LoadLine(read, 0), LoadLine(read, 1), LoadLine(read, 2), LoadLine(read, 3)};
-    store(0, Pixels(line[0], line[1], line[2], read.in.cell));
-    store(1, Pixels(line[1], line[2], line[3], read.in.cell ^ kCellBelow));
+    const Samples row[] = {LoadRow(read, 0), LoadRow(read, 1), LoadRow(read, 2), LoadRow(read, 3)};
+    store(0, Pixels(row[0], row[1], row[2], read.in.cell));
+    store(1, Pixels(row[1], row[2], row[3], read.in.cell ^ kCellBelow));
   }
 #endif
 };
@@ -114,7 +130,8 @@ struct BilinearPair : BayerBilinearLayout {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(BayerBilinear, BayerBilinearLayout)
+LM_DEFINE_DECODER(std::uint8_t, BayerBilinear, BilinearBytes)
+LM_DEFINE_DECODER(std::uint16_t, BayerBilinear, BilinearWordsLayout)
 LM_EXPORT_DIRECT(BayerBilinearToRGB24, BilinearPair, Interleaved<First::kRed, 3>)
 LM_EXPORT_DIRECT(BayerBilinearToBGR24, BilinearPair, Interleaved<First::kBlue, 3>)
 LM_EXPORT_DIRECT(BayerBilinearToRGB32, BilinearPair, Interleaved<First::kRed, 4>)

@@ -4,8 +4,9 @@
 namespace LmImagingLib::LM_ISA {
 
 // The line is a channel as it stands.
-DecodeKernel Grayscale8Bytes;
-Channels Grayscale8Bytes(const SourceLines& in, std::size_t first, std::size_t /*count*/, const Room& /*room*/) {
+DecodeKernel<std::uint8_t> Grayscale8;
+Channels<std::uint8_t> Grayscale8(const SourceLines& in, std::size_t first, std::size_t /*count*/,
+                                  const Room<std::uint8_t>& /*room*/) {
   const std::uint8_t* const line = in.line[0] + first;
   return {line, line, line};
 }

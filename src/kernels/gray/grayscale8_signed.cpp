@@ -1,4 +1,5 @@
 // Grayscale of 8 bits, two's complement: -128 is black.
+#include "kernels/decoder.h"
 #include "simd/loops.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -14,7 +15,7 @@ struct Grayscale8SignedLayout {
 
 #if LM_LANES
   template <class Reader>
-  static U8 Block(const Reader& read) {
+  static U8 Block(const Reader& read, Of<std::uint8_t>) {
     return read(0, 0) ^ Fill(0x80);
   }
 #endif

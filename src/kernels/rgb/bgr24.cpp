@@ -1,4 +1,5 @@
 // BGR24: the bytes blue, green, red.
+#include "kernels/decoder.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {

@@ -1,4 +1,5 @@
 // BGR32: the bytes blue, green, red and one that is ignored.
+#include "kernels/decoder.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {

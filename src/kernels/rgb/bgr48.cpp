@@ -1,4 +1,5 @@
 // BGR48: the 16-bit little-endian words blue, green, red.
+#include "kernels/decoder.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -12,4 +13,4 @@ struct BGR48Group {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(BGR48, ColorSamples<BGR48Group, 2>)
+LM_EXPORT_WIDE_DECODER(BGR48, ColorSamples<BGR48Group, 2>)

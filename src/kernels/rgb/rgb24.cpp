@@ -1,4 +1,5 @@
 // RGB24: the bytes red, green, blue.
+#include "kernels/decoder.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {

@@ -1,4 +1,5 @@
 // RGB32: the bytes red, green, blue and one that is ignored.
+#include "kernels/decoder.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {

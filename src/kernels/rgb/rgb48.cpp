@@ -1,4 +1,5 @@
 // RGB48: the 16-bit little-endian words red, green, blue.
+#include "kernels/decoder.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -12,4 +13,4 @@ struct RGB48Group {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(RGB48, ColorSamples<RGB48Group, 2>)
+LM_EXPORT_WIDE_DECODER(RGB48, ColorSamples<RGB48Group, 2>)

@@ -1,4 +1,5 @@
 // RGB64: the 16-bit little-endian words red, green, blue and one that is ignored.
+#include "kernels/decoder.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -12,4 +13,4 @@ struct RGB64Group {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(RGB64, ColorSamples<RGB64Group, 2>)
+LM_EXPORT_WIDE_DECODER(RGB64, ColorSamples<RGB64Group, 2>)

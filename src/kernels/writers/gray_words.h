@@ -1,25 +1,20 @@
 #pragma once
 
-#include "simd/stores.h"
+#include "simd/wide_stores.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-/// Gray in 16-bit little-endian words, shifted left by `kShift`.
-template <int kShift>
+/// Gray, or a plane, in 16-bit little-endian words.
 struct GrayWords {
   static constexpr std::size_t kBytes = 2;
 
-  static void Pixel(Rgb pixel, std::uint8_t* to) {
-    const auto word = static_cast<std::uint16_t>(pixel.r << kShift);
-    std::memcpy(to, &word, sizeof word);
-  }
+  static void Pixel(Rgb<std::uint16_t> pixel, std::uint8_t* to) { std::memcpy(to, &pixel.r, sizeof pixel.r); }
 
 #if LM_LANES
   template <class To>
-  static void Block(const RgbLanes& in, To to) {
-    Store(U8(FirstHalf(in.r) << kShift), to);
-    Store(U8(SecondHalf(in.r) << kShift), to + kLanes);
+  static void Block(const RgbLanes<std::uint16_t>& in, To to) {
+    Store(in.r, to);
   }
 #endif
 };

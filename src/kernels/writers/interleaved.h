@@ -13,7 +13,7 @@ template <First kFirst, std::size_t kPixelBytes>
 struct Interleaved {
   static constexpr std::size_t kBytes = kPixelBytes;
 
-  static void Pixel(Rgb pixel, std::uint8_t* to) {
+  static void Pixel(Rgb<std::uint8_t> pixel, std::uint8_t* to) {
     to[0] = kFirst == First::kRed ? pixel.r : pixel.b;
     to[1] = pixel.g;
     to[2] = kFirst == First::kRed ? pixel.b : pixel.r;
@@ -31,13 +31,13 @@ struct Interleaved {
   }
 
   template <class To>
-  static void Block(const RgbLanes& in, To to) {
+  static void Block(const RgbLanes<std::uint8_t>& in, To to) {
     const U8 first = kFirst == First::kRed ? in.r : in.b;
     const U8 last = kFirst == First::kRed ? in.b : in.r;
     if constexpr (kBytes == 4) {
-      StoreInterleaved(first, in.g, last, U8{}, to);
+      StoreInterleaved<std::uint8_t>(first, in.g, last, U8{}, to);
     } else {
-      StoreInterleaved(first, in.g, last, to);
+      StoreInterleaved<std::uint8_t>(first, in.g, last, to);
     }
   }
 #endif

@@ -3,9 +3,9 @@
 
 namespace LmImagingLib::LM_ISA {
 
-StoreKernel StorePlanar24;
-void StorePlanar24(const Channels& in, const LookupTables* tables, std::size_t count, const TargetLine& out,
-                   std::size_t first) {
+StoreKernel<std::uint8_t> StorePlanar24;
+void StorePlanar24(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
+                   const TargetLine& out, std::size_t first) {
   std::uint8_t* const red = out.line + first;
   std::uint8_t* const green = red + out.planeSize;
   std::uint8_t* const blue = green + out.planeSize;

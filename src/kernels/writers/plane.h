@@ -28,10 +28,10 @@ inline void StorePlane(const std::uint8_t* from, std::size_t count, std::uint8_t
 }
 
 /// Stores a plane of bytes looked up.
-inline void StorePlane(const std::uint8_t* from, const ChannelTable& table, bool isGain, std::size_t count,
-                       std::uint8_t* to) {
+inline void StorePlane(const std::uint8_t* from, const ChannelTable<std::uint8_t>& table, bool isGain,
+                       std::size_t count, std::uint8_t* to) {
 #if LM_LANES
-  if (kGainsAreQuicker && isGain) {
+  if (kGainsAreFaster && isGain) {
     LookUpPlane(GainLanes(table), from, count, to);
   } else {
     LookUpPlane(Table(table), from, count, to);

@@ -7,7 +7,7 @@ namespace {
 struct RGB16Writer {
   static constexpr std::size_t kBytes = 2;
 
-  static void Pixel(Rgb pixel, std::uint8_t* to) {
+  static void Pixel(Rgb<std::uint8_t> pixel, std::uint8_t* to) {
     const auto word = static_cast<std::uint16_t>((pixel.r & 0xF8) << 8 | (pixel.g & 0xFC) << 3 | pixel.b >> 3);
     std::memcpy(to, &word, sizeof word);
   }
@@ -15,7 +15,7 @@ struct RGB16Writer {
 #if LM_LANES
   // Bytes moved by shifts of words; what comes from the neighbour is masked.
   template <class To>
-  static void Block(const RgbLanes& in, To to) {
+  static void Block(const RgbLanes<std::uint8_t>& in, To to) {
     const U8 upper = (in.r & 0xF8) | (U8(U16(in.g) >> 5) & 0x07);
     const U8 lower = (U8(U16(in.g) << 3) & 0xE0) | (U8(U16(in.b) >> 3) & 0x1F);
     constexpr std::make_index_sequence<kLanes> kAll{};

@@ -21,7 +21,7 @@ struct SharedChroma : ColorSamples<Group_, kSampleBytes, Yuv> {
   };
 
   template <class Reader>
-  static RgbLanes Block(const Reader& read) {
+  static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
     constexpr std::size_t kCount = kLanes / Group_::kPixels * Group_::kSamples;
     U8 window[2];
     LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);

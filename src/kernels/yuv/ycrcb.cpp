@@ -1,11 +1,12 @@
 // YCrCb 8-bit 4:4:4, the bytes Y Cr Cb: Cr is V, Cb is U.
+#include "kernels/decoder.h"
 #include "kernels/yuv/yuv_to_rgb.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-struct YCrCb444Group {
+struct YCrCbGroup {
   static constexpr std::size_t kPixels = 1, kSamples = 3;
   static constexpr std::size_t kAt[][kPixels] = {{0}, {2}, {1}};  // Y, U, V
 };
@@ -13,4 +14,4 @@ struct YCrCb444Group {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(YCrCb444, ColorSamples<YCrCb444Group, 1, Yuv>)
+LM_EXPORT_DECODER(YCrCb, ColorSamples<YCrCbGroup, 1, Yuv>)

@@ -1,4 +1,5 @@
 // YUV 10-bit 4:2:2, two pixels in the 16-bit little-endian words Y0 U Y1 V.
+#include "kernels/decoder.h"
 #include "kernels/yuv/shared_chroma.h"
 
 namespace LmImagingLib::LM_ISA {

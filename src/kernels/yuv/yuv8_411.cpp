@@ -1,4 +1,5 @@
 // YUV 8-bit 4:1:1, four pixels in the bytes U Y0 Y1 V Y2 Y3.
+#include "kernels/decoder.h"
 #include "kernels/yuv/shared_chroma.h"
 
 namespace LmImagingLib::LM_ISA {

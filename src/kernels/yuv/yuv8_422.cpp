@@ -1,4 +1,5 @@
 // YUV 8-bit 4:2:2, two pixels in the bytes Y0 U Y1 V.
+#include "kernels/decoder.h"
 #include "kernels/writers/interleaved.h"
 #include "kernels/yuv/shared_chroma.h"
 #include "simd/direct.h"

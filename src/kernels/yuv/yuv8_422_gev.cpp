@@ -1,4 +1,5 @@
 // YUV 8-bit 4:2:2 GEV, two pixels in the bytes U Y0 V Y1.
+#include "kernels/decoder.h"
 #include "kernels/writers/interleaved.h"
 #include "kernels/yuv/shared_chroma.h"
 #include "simd/direct.h"

@@ -1,4 +1,5 @@
 // YUV 8-bit 4:4:4 GEV, the bytes U Y V.
+#include "kernels/decoder.h"
 #include "kernels/yuv/yuv_to_rgb.h"
 #include "simd/samples.h"
 

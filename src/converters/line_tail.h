@@ -1,0 +1,83 @@
+#pragma once
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+
+#include "formats/source_type.h"
+#include "formats/writers.h"
+#include "walk/frame.h"
+
+namespace LmImagingLib {
+
+/// The pixels of a line after its whole groups, of a layout whose last group passes the end of the line.
+///
+/// A contained frame converts the pixels of the line and reads no byte after its samples. Any other one reads the whole
+/// group and stores its pixels after the end of the line, too, but never over a pixel that is converted already.
+class LineTail {
+ public:
+  /// @param end  the line after the last one of the conversion
+  LineTail(const Format& format, const Frame& frame, std::uint32_t end)
+      : mFormat(format),
+        mFrame(frame),
+        mEnd(end),
+        mPixels(frame.pixels % format.groupPixels),
+        mWholePixels(frame.pixels - mPixels),
+        mOffset(std::size_t{mWholePixels} / format.groupPixels * (format.groupBits / 8)) {}
+
+  std::uint32_t WholePixels() const { return mWholePixels; }
+
+  /// The pixels of a line that is converted in one go, as all those of its last group may be stored; empty of
+  /// other lines.
+  std::optional<std::uint32_t> PixelsInOneGo(std::uint32_t line, const Writer& writer) const {
+    // A single pixel of 4:1:1 has no chroma, and stays.
+    if (mFormat.groups == WholeGroups::kYuv411 && mPixels == 1) return mWholePixels;
+    for (std::size_t plane = 0; plane < writer.planes; ++plane) {
+      if (BytesBeyond(line, plane, writer) != std::size_t{mFormat.groupPixels - mPixels} * writer.pixelBytes) {
+        return std::nullopt;
+      }
+    }
+    return mWholePixels + mFormat.groupPixels;
+  }
+
+  /// @param convert  converts a group, given with a line of its own for each plane
+  template <class ConvertGroup>
+  void Convert(const FrameLine& line, const Writer& writer, const Fit& fit, const ConvertGroup& convert) const {
+    std::uint8_t group[kMostGroupBytes] = {};
+    std::uint8_t converted[3][kMostPlaneBytes];
+    const std::size_t groupBytes = mFormat.groupBits / 8;
+    const std::size_t lineBytes = static_cast<std::size_t>(LineBytesOf(mFormat, mFrame.pixels)) - mOffset;
+    std::memcpy(group, line.source + mOffset, mFrame.contained ? lineBytes : groupBytes);
+    convert(group, TargetLine{converted[0], kMostPlaneBytes, false, fit}, mFormat.groupPixels);
+    for (std::size_t plane = 0; plane < writer.planes; ++plane) {
+      std::uint8_t* const to = line.destination + plane * mFrame.DestinationPlane();
+      std::memcpy(to + std::size_t{mWholePixels} * writer.pixelBytes, converted[plane],
+                  std::size_t{mPixels} * writer.pixelBytes + BytesBeyond(line.index, plane, writer));
+    }
+  }
+
+ private:
+  static constexpr std::size_t kMostGroupBytes = 16;
+  static constexpr std::size_t kMostPlaneBytes = 32;
+
+  // Bytes to store after the end of a line.
+  std::size_t BytesBeyond(std::uint32_t line, std::size_t plane, const Writer& writer) const {
+    if (mFrame.contained) return 0;
+    const std::size_t all = std::size_t{mFormat.groupPixels - mPixels} * writer.pixelBytes;
+    // The next line of the second field is one of the first field, and the next line of the last one of a plane is the
+    // first one of the next plane. Both are there already.
+    const bool beforeOtherField = mFrame.interlaced && line % 2 != 0 && line + 1 < mEnd;
+    const bool beforeOtherPlane = plane + 1 < writer.planes && line + 1 >= mFrame.destinationHeight;
+    if (!beforeOtherField && !beforeOtherPlane) return all;
+    const std::size_t bytes = std::size_t{mFrame.pixels} * writer.pixelBytes;
+    return std::min(all, mFrame.destinationLine - std::min(bytes, mFrame.destinationLine));
+  }
+
+  const Format& mFormat;
+  const Frame& mFrame;
+  std::uint32_t mEnd;
+  std::uint32_t mPixels, mWholePixels;
+  std::size_t mOffset;
+};
+
+}  // namespace LmImagingLib

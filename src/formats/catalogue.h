@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "formats/format.h"
+#include "formats/readout.h"
+
+// The built-in pixel types, writers and pairs, derived from the table of formats.
+namespace LmImagingLib {
+
+/// A built-in pixel type.
+struct TypeRow {
+  PixelTypeID id = 0;
+  const char* name = nullptr;  ///< null composes one
+  const Format* format = nullptr;
+  const FormatTypes* types = nullptr;
+};
+
+/// Rows one after the other.
+struct TypeRows {
+  const TypeRow* first;
+  std::size_t count;
+
+  const TypeRow* begin() const { return first; }
+  const TypeRow* end() const { return first + count; }
+};
+
+/// All built-in types, ascending.
+TypeRows AllTypeRows();
+/// The row of a type, or null.
+const TypeRow* FindTypeRow(PixelTypeID id);
+/// The writer of a destination type, or null.
+const Writer* FindWriter(PixelTypeID id);
+/// The shortcut from a layout, or a method of demosaicing, to a writer; null where there is none.
+const Shortcut* FindShortcut(const char* layout, const Writer& writer);
+
+/// How a built-in pair is served.
+struct Route {
+  enum class Kind {
+    kNone,      ///< it is no built-in pair
+    kIdentity,  ///< bytes are copied
+    kCopy,      ///< the same, to another type whose lines have another order
+    kReorder,   ///< samples change their places in the line
+    kLines,     ///< lines are decoded and stored
+    kDemosaic,  ///< rows of a mosaic become colours
+    kChain,     ///< through the type `via`
+  };
+
+  Kind kind = Kind::kNone;
+  PixelTypeID via = 0;
+};
+Route RouteOf(PixelTypeID from, PixelTypeID to);
+
+/// The destinations of a built-in type, itself included, ascending.
+std::vector<PixelTypeID> DestinationsOf(PixelTypeID from);
+
+}  // namespace LmImagingLib

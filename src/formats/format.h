@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "LmImagingLib/PixelTypeID.h"
+#include "simd/kernel.h"
+
+// The facts of a pixel format. Rows of them are constants in formats.inc: nothing here has to be constructed.
+namespace LmImagingLib {
+
+class PixelType;
+struct Writer;
+
+/// The pixels of a line that a source layout converts.
+enum class WholeGroups {
+  kInside,  ///< the groups that fit into the line
+  kCover,   ///< the groups that cover the line: the last one may reach past it
+  kYuv411,  ///< the groups that begin in the line, but a single pixel after the last whole group begins none
+};
+
+/// Other properties of a source layout.
+enum LayoutTraits : unsigned {
+  kPlainLayout = 0,
+  kGray = 1,    ///< all channels are equal, and never filtered
+  kPlanar = 2,  ///< three planes; a group is in each of them
+  kBytes = 4,   ///< channels are bytes as they are, and not decoded but handed on
+};
+
+/// The types that a type is converted to, beside itself.
+enum class Reach {
+  kColors,  ///< every colour type
+  kGrays,   ///< every gray and every colour type
+  kMosaic,  ///< every colour type and the mosaic of 8 bits
+};
+
+/// A pixel type and the name that it is registered with; null composes one.
+struct TypeName {
+  constexpr TypeName(PixelTypeID theId = 0, const char* theName = nullptr)  // NOLINT(google-explicit-constructor)
+      : id(theId), name(theName) {}
+
+  PixelTypeID id;
+  const char* name;
+};
+
+/// Makes the description of a pixel type of a class of `PixelType.h`; the caller deletes it.
+template <class Type>
+PixelType* Make(const PixelTypeID& id);
+
+/// Pixel types of one layout that differ in nothing but the order of samples and lines.
+struct FormatTypes {
+  PixelType* (*make)(const PixelTypeID& id);
+  std::uint32_t depth;  ///< significant bits of a sample
+  Reach reach;
+  TypeName types[22];  ///< up to the first id of 0
+};
+
+/// A source layout: how its samples are stored and decoded, and the pixel types that have it.
+struct Format {
+  const char* name;  ///< of its kernel
+  SampleTwins<DecodeKernel> decode;
+  std::uint32_t groupPixels;  ///< pixels that are stored together
+  std::uint32_t groupBits;    ///< the bits that they take; of planar layouts, in one plane
+  WholeGroups groups;
+  unsigned traits;       ///< bits of `LayoutTraits`
+  FormatTypes types[9];  ///< up to the first without `make`
+
+  constexpr bool Is(LayoutTraits trait) const { return (traits & trait) != 0; }
+};
+
+/// A kernel that converts a layout to a writer without a strip, where nothing is looked up.
+struct Shortcut {
+  const char* layout;
+  const Writer* writer;
+  Twins<DirectKernel> convert;
+};
+
+/// Whether two texts are equal, also in constants.
+constexpr bool IsSame(const char* a, const char* b) {
+  for (; *a != 0 && *a == *b; ++a, ++b) {
+  }
+  return *a == *b;
+}
+
+}  // namespace LmImagingLib

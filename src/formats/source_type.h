@@ -1,0 +1,55 @@
+#pragma once
+
+#include "formats/catalogue.h"
+#include "simd/strip.h"
+
+namespace LmImagingLib {
+
+/// What a converter knows of the type that it reads.
+struct SourceType {
+  explicit SourceType(const TypeRow& row)
+      : format(row.format),
+        depth(row.types->depth),
+        normalized((row.id & kNormalizedFlag) != 0),
+        readout(ReadoutOf(row.id)) {}
+
+  /// The line at `line` as the kernels for a sample read it: its upper 8 bits, or all of its bits.
+  template <class Sample>
+  SourceLines Lines(const std::uint8_t* line, std::size_t planeSize, std::uint32_t ahead) const {
+    SourceLines lines{{line, nullptr, nullptr}, ShiftOf<Sample>(), 0, ahead, MaskOf<Sample>()};
+    if (format->Is(kPlanar)) {
+      lines.line[1] = line + planeSize;
+      lines.line[2] = line + 2 * planeSize;
+    }
+    return lines;
+  }
+
+  template <class Sample>
+  std::uint32_t ShiftOf() const {
+    // Normalized samples are at the top of their words.
+    if (sizeof(Sample) == 2) return normalized ? 16 - depth : 0;
+    return normalized ? 8 : depth - 8;
+  }
+  template <class Sample>
+  std::uint32_t MaskOf() const {
+    return sizeof(Sample) == 2 ? (1U << depth) - 1 : 0xFF;
+  }
+
+  const Format* format;
+  std::uint32_t depth;  ///< significant bits of a sample
+  bool normalized;
+  Readout readout;
+};
+
+/// Bytes of a line, as its beginning is counted: lines of half bytes a pixel that end within a byte share it.
+std::uint32_t DenseLineBytes(const Format& format, std::uint32_t pixels);
+
+/// The bytes that hold the samples of a line of pixels, one that it has a part of included.
+std::uint64_t LineBytesOf(const Format& format, std::uint64_t pixels);
+
+/// Whether groups of the source pass the end of lines of `pixels` pixels.
+inline bool PassesLineEnd(const Format& format, std::uint32_t pixels) {
+  return format.groups != WholeGroups::kInside && pixels % format.groupPixels != 0;
+}
+
+}  // namespace LmImagingLib

@@ -1,0 +1,38 @@
+// Planar48: three planes of one 16-bit little-endian word a pixel: red, green, blue.
+#include "kernels/writers/gray_words.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+template <class Sample>
+void StorePlanes(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count,
+                 const TargetLine& out, std::size_t first) {
+  const Sample* const channels[] = {in.red, in.green, in.blue};
+  TargetLine plane = out;
+  for (std::size_t k = 0; k < 3; ++k, plane.line += out.planeSize) {
+    const Channels<Sample> channel{channels[k], channels[k], channels[k]};
+    if (tables == nullptr) {
+      StoreWide<GrayWords>(channel, tables, count, plane, first);
+    } else {
+      const ChannelTable<Sample>& table = k == 0 ? tables->red : k == 1 ? tables->green : tables->blue;
+      const LookupTables<Sample> same{table, table, table, tables->areGains};
+      StoreWide<GrayWords>(channel, &same, count, plane, first);
+    }
+  }
+}
+
+}  // namespace
+
+StoreKernel<std::uint8_t> StorePlanar48;
+void StorePlanar48(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
+                   const TargetLine& out, std::size_t first) {
+  StorePlanes(in, tables, count, out, first);
+}
+
+StoreKernel<std::uint16_t> StorePlanar48;
+void StorePlanar48(const Channels<std::uint16_t>& in, const LookupTables<std::uint16_t>* tables, std::size_t count,
+                   const TargetLine& out, std::size_t first) {
+  StorePlanes(in, tables, count, out, first);
+}
+
+}  // namespace LmImagingLib::LM_ISA

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "simd/loops.h"
+
+// Samples of 9 to 15 bits in a stream of bytes: eight of them take as many bytes as one has bits. Each eight are
+// brought into 16 bytes of a register, where shuffles can reach all of them.
+#if LM_LANES
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+/// Groups of eight samples that a register has room for as words.
+inline constexpr std::size_t kWordGroups = kLanes / 16;
+
+/// Some groups of a block of `kBlockGroups` groups of `kBytesOfEight` bytes: those from `kFirst` on, `kStep` apart.
+template <std::size_t kBytesOfEight, std::size_t kBlockGroups, std::size_t kFirst, std::size_t kStep>
+struct Groups {
+#if LM_BYTE_SHUFFLE == 64
+  // One register holds all the bytes, in their order.
+  static_assert(kStep == 1);
+  template <class Reader>
+  static U8 Load(const Reader& read, std::size_t line) {
+    return read.First(line, kFirst * kBytesOfEight, kWordGroups * kBytesOfEight);
+  }
+
+  static constexpr std::size_t ByteAt(std::size_t group, std::size_t byte) { return group * kBytesOfEight + byte; }
+#else
+  // The 16 bytes of the last group begin earlier than its samples, as they must not pass the end of the block.
+  static constexpr std::size_t Early(std::size_t group) {
+    return kBlockGroups > 1 && kFirst + group * kStep + 1 == kBlockGroups ? 16 - kBytesOfEight : 0;
+  }
+  static constexpr std::size_t OffsetOf(std::size_t group) {
+    return (kFirst + group * kStep) * kBytesOfEight - Early(group);
+  }
+
+  template <class Reader>
+  static U8 Load(const Reader& read, std::size_t line) {
+    if constexpr (kBlockGroups == 1) {
+      return read.First(line, 0, kBytesOfEight);
+    } else {
+      return read.Units(line, OffsetOf(0), OffsetOf(kWordGroups - 1) - OffsetOf(0));
+    }
+  }
+
+  /// The lane of a byte of a group.
+  static constexpr std::size_t ByteAt(std::size_t group, std::size_t byte) { return group * 16 + Early(group) + byte; }
+#endif
+};
+
+/// The bytes of words: byte i of lane l is byte `Bytes::At(l, i)` of the group of eight samples.
+template <class Groups, class Bytes>
+struct WordIndex {
+  static constexpr std::size_t At(std::size_t lane) {
+    return Groups::ByteAt(lane / 16, Bytes::At(lane % 16 / 2, lane % 2));
+  }
+};
+
+template <class Groups, class Bytes, class Reader>
+inline U16 PackedWords(const Reader& read, std::size_t line) {
+  const U8 window[1] = {Groups::Load(read, line)};
+  return U16(Pick<WordIndex<Groups, Bytes>>(window));
+}
+
+/// Lane l of each eight holds `Values::At(l)`.
+template <class Values, std::size_t... kLane>
+inline U16 EightValues(std::index_sequence<kLane...>) {
+  return U16{static_cast<std::uint16_t>(Values::At(kLane % 8))...};
+}
+template <class Values>
+inline U16 EightValues() {
+  return EightValues<Values>(std::make_index_sequence<kLanes / 2>{});
+}
+
+/// Decodes a layout whose `Words<Groups>(read)` makes the samples of some groups: into words, or into their upper
+/// bytes.
+template <class Layout, class Reader>
+inline U16 PackedBlock(const Reader& read, Of<std::uint16_t>) {
+  return Layout::template Words<Groups<Layout::kBytesOfEight, kWordGroups, 0, 1>>(read) &
+         static_cast<std::uint16_t>(read.in.mask);
+}
+template <class Layout, class Reader>
+inline U8 PackedBlock(const Reader& read, Of<std::uint8_t>) {
+  const auto shift = static_cast<std::uint16_t>(read.in.shift);
+#if LM_LANES == 32
+  // In the order that joins without another shuffle.
+  const U16 first = Layout::template Words<Groups<Layout::kBytesOfEight, 2 * kWordGroups, 0, 2>>(read);
+  const U16 second = Layout::template Words<Groups<Layout::kBytesOfEight, 2 * kWordGroups, 1, 2>>(read);
+#else
+  const U16 first = Layout::template Words<Groups<Layout::kBytesOfEight, 2 * kWordGroups, 0, 1>>(read);
+  const U16 second = Layout::template Words<Groups<Layout::kBytesOfEight, 2 * kWordGroups, kWordGroups, 1>>(read);
+#endif
+  return JoinWords(first >> shift & 0xFF, second >> shift & 0xFF);
+}
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+#endif

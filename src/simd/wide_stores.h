@@ -1,0 +1,209 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "simd/stores.h"
+
+// The loops around the text of a writer of words. Samples of bytes or of words arrive, and are fitted to its depth.
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+template <class Sample>
+inline std::uint16_t Fitted(Sample value, const Fit& fit) {
+  return static_cast<std::uint16_t>(static_cast<std::uint32_t>(value) << fit.up >> fit.down);
+}
+
+/// Stores through a writer whose `Pixel` makes the bytes of one pixel of words.
+template <class Writer, class Sample>
+void StoreWidePixels(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count,
+                     const TargetLine& out, std::size_t first) {
+  std::uint8_t* to = out.line + first * Writer::kBytes;
+  for (std::size_t i = 0; i < count; ++i, to += Writer::kBytes) {
+    const Rgb<Sample> pixel = LookUp(tables, in, i);
+    Rgb<std::uint16_t> words{pixel.r, pixel.g, pixel.b};
+    // Tables of words hold values that fit already.
+    if (sizeof(Sample) == 1 || tables == nullptr) {
+      words = {Fitted(pixel.r, out.fit), Fitted(pixel.g, out.fit), Fitted(pixel.b, out.fit)};
+    }
+    Writer::Pixel(words, to);
+  }
+}
+
+#if LM_LANES
+
+/// Shifts words to the depth of the destination.
+class FitLanes {
+ public:
+  explicit FitLanes(const Fit& fit)
+      : mUp(static_cast<std::uint16_t>(fit.up)), mDown(static_cast<std::uint16_t>(fit.down)) {}
+
+  U16 operator()(U16 words) const { return words << mUp >> mDown; }
+
+ private:
+  std::uint16_t mUp, mDown;
+};
+
+/// A table of words that is a gain: a product of 16 and 32 bits, of which the upper 16 are kept.
+class WideGainLanes {
+ public:
+  WideGainLanes(const WideGain& gain, const Fit& fit)
+      : mHigh(static_cast<std::uint16_t>(gain.factor >> 16)),
+        mLow(static_cast<std::uint16_t>(gain.factor)),
+        mUp(static_cast<std::uint16_t>(gain.up)),
+        mMost(static_cast<std::uint16_t>(0xFFFFU >> gain.up)),
+        mFit(fit) {}
+
+  U16 operator()(U16 words) const {
+    const U16 x = words << mUp;
+    const U16 low = x * mHigh;
+    const U16 sum = low + MultiplyHigh(x, mLow);
+    const U16 carry = U16(sum < low);  // a lane in which the comparison holds is -1
+    return mFit(Least(MultiplyHigh(x, mHigh) - carry, U16{} + mMost));
+  }
+
+ private:
+  std::uint16_t mHigh, mLow, mUp, mMost;
+  FitLanes mFit;
+};
+
+/// The change of each channel's words before they are stored.
+template <class Change>
+struct WordChanges {
+  RgbLanes<std::uint16_t> operator()(const RgbLanes<std::uint16_t>& in) const {
+    return {red(in.r), green(in.g), blue(in.b)};
+  }
+
+  Change red, green, blue;
+};
+
+inline RgbLanes<std::uint16_t> LoadWords(const Channels<std::uint16_t>& in, std::size_t i) {
+  return {Load(in.red + i), Load(in.green + i), Load(in.blue + i)};
+}
+inline RgbLanes<std::uint16_t> LoadWordsPart(const Channels<std::uint16_t>& in, std::size_t i, std::size_t count) {
+  return {LoadPart(in.red + i, count), LoadPart(in.green + i, count), LoadPart(in.blue + i, count)};
+}
+
+template <class Writer, class To, class Change>
+void StoreWordBlocks(const Channels<std::uint16_t>& channels, std::size_t count, To to, const Change change) {
+  const Channels<std::uint16_t> in{Alone(channels.red), Alone(channels.green), Alone(channels.blue)};
+  constexpr std::size_t kStep = kBlock<std::uint16_t>;
+  std::size_t i = 0;
+  for (; i + kStep <= count; i += kStep, to = to + kStep * Writer::kBytes) {
+    Writer::Block(change(LoadWords(in, i)), to);
+  }
+  if (i < count) {
+    const std::size_t rest = count - i;
+    Writer::Block(change(LoadWordsPart(in, i, rest)), Part{Address(to), rest * Writer::kBytes});
+  }
+}
+
+// Both halves of a register of bytes, as words.
+template <class Writer, class To>
+void StoreWidened(const RgbLanes<std::uint8_t>& in, To to, std::uint16_t up) {
+  Writer::Block({FirstHalf(in.r) << up, FirstHalf(in.g) << up, FirstHalf(in.b) << up}, to);
+  Writer::Block({SecondHalf(in.r) << up, SecondHalf(in.g) << up, SecondHalf(in.b) << up},
+                to + kLanes / 2 * Writer::kBytes);
+}
+
+template <class Writer, class To, class Change>
+void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to, std::uint16_t up,
+                     const Change change) {
+  const std::uint8_t *const red = Alone(in.red), *const green = Alone(in.green), *const blue = Alone(in.blue);
+  std::size_t i = 0;
+  for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
+    StoreWidened<Writer>(change({Load(red + i), Load(green + i), Load(blue + i)}), to, up);
+  }
+  if (i < count) {
+    const std::size_t rest = count - i;
+    StoreWidened<Writer>(change({LoadPart(red + i, rest), LoadPart(green + i, rest), LoadPart(blue + i, rest)}),
+                         Part{Address(to), rest * Writer::kBytes}, up);
+  }
+}
+
+// Words by tables are looked up one by one, some at a time, and then stored as they are.
+template <class Writer, class To>
+void StoreLookedUp(const Channels<std::uint16_t>& in, const LookupTables<std::uint16_t>& tables, std::size_t count,
+                   To to) {
+  constexpr std::size_t kSome = 256;
+  alignas(kLanes) std::uint16_t found[3][kSome];
+  const std::uint16_t* const channels[] = {in.red, in.green, in.blue};
+  const std::uint16_t* const entries[] = {tables.red.entries, tables.green.entries, tables.blue.entries};
+  for (std::size_t i = 0; i < count; i += kSome, to = to + kSome * Writer::kBytes) {
+    const std::size_t some = count - i < kSome ? count - i : kSome;
+    for (std::size_t k = 0; k < 3; ++k) {
+      for (std::size_t j = 0; j < some; ++j) found[k][j] = entries[k][channels[k][i + j]];
+    }
+    StoreWordBlocks<Writer>({found[0], found[1], found[2]}, some, to,
+                            [](const RgbLanes<std::uint16_t>& words) { return words; });
+  }
+}
+
+template <class Writer, class To>
+void StoreWideTo(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
+                 const Fit& fit, To to) {
+  const auto up = static_cast<std::uint16_t>(fit.up);
+  if (tables == nullptr) {
+    StoreByteBlocks<Writer>(in, count, to, up, AsTheyAre{});
+  } else if (kGainsAreFaster && tables->areGains) {
+    StoreByteBlocks<Writer>(in, count, to, up, LookedUp<GainLanes>(*tables));
+  } else {
+    StoreByteBlocks<Writer>(in, count, to, up, LookedUp<Table>(*tables));
+  }
+}
+
+template <class Writer, class To>
+void StoreWideTo(const Channels<std::uint16_t>& in, const LookupTables<std::uint16_t>* tables, std::size_t count,
+                 const Fit& fit, To to) {
+  if (tables == nullptr) {
+    const FitLanes change(fit);
+    StoreWordBlocks<Writer>(in, count, to, WordChanges<FitLanes>{change, change, change});
+  } else if (tables->areGains) {
+    StoreWordBlocks<Writer>(
+        in, count, to,
+        WordChanges<WideGainLanes>{WideGainLanes(tables->red.gain, fit), WideGainLanes(tables->green.gain, fit),
+                                   WideGainLanes(tables->blue.gain, fit)});
+  } else {
+    StoreLookedUp<Writer>(in, *tables, count, to);
+  }
+}
+
+/// Stores through a writer whose `Block` makes the bytes of a register of words.
+template <class Writer, class Sample>
+void StoreWide(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
+               std::size_t first) {
+  std::uint8_t* const to = out.line + first * Writer::kBytes;
+  if (kHasStreams && out.streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
+    StoreWideTo<Writer>(in, tables, count, out.fit, Stream{to});
+  } else {
+    StoreWideTo<Writer>(in, tables, count, out.fit, to);
+  }
+}
+
+#else
+
+template <class Writer, class Sample>
+void StoreWide(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
+               std::size_t first) {
+  StoreWidePixels<Writer>(in, tables, count, out, first);
+}
+
+#endif
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+/// Exports a writer of words as the kernel `Name`: from bytes and from words.
+#define LM_EXPORT_WIDE_WRITER(Name, ...)                    \
+  LM_EXPORT_WIDE_WRITER_OF(std::uint8_t, Name, __VA_ARGS__) \
+  LM_EXPORT_WIDE_WRITER_OF(std::uint16_t, Name, __VA_ARGS__)
+
+#define LM_EXPORT_WIDE_WRITER_OF(Sample, Name, ...)                                                                   \
+  namespace LmImagingLib::LM_ISA {                                                                                    \
+  StoreKernel<Sample> Name;                                                                                           \
+  void Name(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out, \
+            std::size_t first) {                                                                                      \
+    StoreWide<__VA_ARGS__>(in, tables, count, out, first);                                                            \
+  }                                                                                                                   \
+  }

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "LmImagingLib/PixelConverter.h"
+#include "walk/frame.h"
+
+// The walk over the lines of an image. Every conversion goes through it.
+namespace LmImagingLib {
+
+/// From line `first` to a line that may be above it.
+inline std::ptrdiff_t LineOffset(std::uint32_t line, std::uint32_t first, std::size_t lineBytes) {
+  return (static_cast<std::ptrdiff_t>(line) - static_cast<std::ptrdiff_t>(first)) *
+         static_cast<std::ptrdiff_t>(lineBytes);
+}
+
+/// Where a line of the source begins; null for one that belongs to no pair of fields.
+inline const std::uint8_t* SourceLineAt(const Frame& frame, std::uint32_t line) {
+  if (!frame.interlaced) return frame.source + LineOffset(line, frame.sourceFirst, frame.sourceLine);
+  if (line >= frame.fieldLines) return nullptr;
+  const bool swapped = (frame.flags & ConversionFlags::kFieldOrder) != 0;
+  const bool second = (line % 2 != 0) != swapped;
+  return frame.source + (second ? frame.secondField : 0) + line / 2 * frame.sourceLine;
+}
+
+inline std::uint8_t* DestinationLineAt(const Frame& frame, std::uint32_t line) {
+  return frame.destination + LineOffset(line, frame.destinationFirst, frame.destinationLine);
+}
+
+/// Calls `convert` with lines `first` to `end`: from top to bottom, of an interlaced source first the even ones and
+/// then the odd ones.
+/// @param step  lines that are converted at once, 1 of an interlaced source; a rest of fewer lines is left out
+/// @return the line after the last one of a whole step
+template <class Convert>
+std::uint32_t ForEachLine(const Frame& frame, std::uint32_t first, std::uint32_t end, std::uint32_t step,
+                          Convert&& convert) {
+  if (!frame.interlaced) {
+    for (; first < end && end - first >= step; first += step) {
+      convert(FrameLine{SourceLineAt(frame, first), DestinationLineAt(frame, first), first});
+    }
+    return first;
+  }
+  for (std::uint32_t parity = 0; parity < 2; ++parity) {
+    for (std::uint32_t line = first + (first % 2 != parity ? 1 : 0); line < end; line += 2) {
+      const std::uint8_t* const source = SourceLineAt(frame, line);
+      if (source != nullptr) convert(FrameLine{source, DestinationLineAt(frame, line), line});
+    }
+  }
+  return end;
+}
+
+}  // namespace LmImagingLib

@@ -1,0 +1,97 @@
+#include "walk/row_window.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+#include "walk/lines.h"
+#include "walk/strips.h"
+#include "walk/tap_strips.h"
+
+namespace LmImagingLib {
+
+namespace {
+
+// Whether the lines of the source are rows: samples of all the bits of their bytes or words, in their order.
+template <class Sample>
+bool IsRows(const SourceType& source, const Frame& frame) {
+  return source.format->groupBits == 8 * sizeof(Sample) && source.depth == 8 * sizeof(Sample) &&
+         source.readout.taps == Readout::Taps::kOne && !frame.interlaced;
+}
+
+}  // namespace
+
+template <class Sample>
+RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows)
+    : mSource(source), mFrame(frame), mWidth(width), mIsSource(IsRows<Sample>(source, frame)) {
+  if (mIsSource) return;
+  std::uint32_t kept = 2;
+  while (kept < rows) kept *= 2;
+  mRowMask = kept - 1;
+  constexpr std::size_t kLineSamples = kCacheLine / sizeof(Sample);
+  // A last group may have more pixels than the line.
+  const std::size_t samples = std::size_t{width} + source.format->groupPixels;
+  mStride = (samples + kLineSamples - 1) / kLineSamples * kLineSamples;
+  std::fill_n(mLines, kept, kNoLine);
+  const std::size_t bytes = kept * mStride * sizeof(Sample);
+  void* room = mInside;
+  if (bytes > kInsideBytes) {
+    std::size_t space = bytes + kCacheLine;
+    mOutside.reset(new std::uint8_t[space]);
+    room = mOutside.get();
+    std::align(kCacheLine, bytes, room, space);
+  }
+  mFirst = static_cast<Sample*>(room);
+}
+
+template <class Sample>
+const std::uint8_t* RowWindow<Sample>::Row(std::uint32_t line) {
+  if (mIsSource) return SourceLineAt(mFrame, line);
+  Sample* const row = mFirst + (line & mRowMask) * mStride;
+  if (mLines[line & mRowMask] != line) {
+    Decode(line, row);
+    mLines[line & mRowMask] = line;
+  }
+  return reinterpret_cast<const std::uint8_t*>(row);
+}
+
+template <class Sample>
+void RowWindow<Sample>::Decode(std::uint32_t line, Sample* row) const {
+  const std::uint32_t width = mWidth;
+  const std::uint8_t* const source = SourceLineAt(mFrame, line);
+  const Format& format = *mSource.format;
+  const std::uint32_t pixels = width - width % format.groupPixels;
+  std::fill(row + pixels, row + width, Sample{0});
+  if (source == nullptr) {
+    std::fill_n(row, width, Sample{0});
+  } else if (mSource.readout.taps == Readout::Taps::kTwo) {
+    DecodeTaps(source, row);
+  } else {
+    DecodeKernel<Sample>* const decode = format.decode.template Of<Sample>().Active();
+    const Channels<Sample> samples =
+        decode(mSource.Lines<Sample>(source, 0, mFrame.fetchAhead), 0, pixels, {row, row, row});
+    if (samples.red != row) std::copy_n(samples.red, pixels, row);
+    if (!PassesLineEnd(format, width)) return;
+    // The bytes of the last samples, and none after them.
+    std::uint8_t group[16] = {};
+    const std::size_t offset = std::size_t{pixels} / format.groupPixels * (format.groupBits / 8);
+    std::memcpy(group, source + offset, static_cast<std::size_t>(LineBytesOf(format, width)) - offset);
+    Sample* const rest = row + pixels;
+    decode(mSource.Lines<Sample>(group, 0, 0), 0, format.groupPixels, {rest, rest, rest});
+  }
+}
+
+template <class Sample>
+void RowWindow<Sample>::DecodeTaps(const std::uint8_t* source, Sample* row) const {
+  const std::uint32_t pairs = mWidth / 2;
+  std::fill(row + 2 * pairs, row + mWidth, Sample{0});
+  ForEachTapStrip(
+      mSource.format->decode.template Of<Sample>().Active(), mSource.Lines<Sample>(source, 0, mFrame.fetchAhead), pairs,
+      mSource.readout,
+      [row](const Sample* samples, std::size_t count, std::size_t first) { std::copy_n(samples, count, row + first); });
+}
+
+template class RowWindow<std::uint8_t>;
+template class RowWindow<std::uint16_t>;
+
+}  // namespace LmImagingLib

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "formats/source_type.h"
+#include "walk/frame.h"
+
+namespace LmImagingLib {
+
+/// The rows of a mosaic around the lines that are being converted, as samples: a ring of rows, found by their numbers.
+///
+/// Rows that are samples already are not copied: the window then points into the source. Samples that a layout leaves
+/// out, and lines that belong to no field, are 0.
+template <class Sample>
+class RowWindow {
+ public:
+  /// @param frame  must outlive the window
+  /// @param width  samples of a row that are needed, from its beginning; of a readout by taps all of them
+  /// @param rows  rows that are needed at the same time
+  /// Throws `std::bad_alloc`.
+  RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows);
+
+  /// The samples of a line. Valid until so many other rows were asked for as are needed at the same time.
+  const std::uint8_t* Row(std::uint32_t line);
+
+  /// Whether rows are in the source. They have to be fetched ahead by those that read them.
+  bool IsSource() const { return mIsSource; }
+
+ private:
+  void Decode(std::uint32_t line, Sample* row) const;
+  void DecodeTaps(const std::uint8_t* source, Sample* row) const;
+
+  static constexpr std::size_t kInsideBytes = 8192;
+  static constexpr std::uint32_t kMostRows = 32;
+  static constexpr std::uint32_t kNoLine = ~std::uint32_t{0};
+
+  const SourceType& mSource;
+  const Frame& mFrame;
+  const std::uint32_t mWidth;
+  const bool mIsSource;
+  std::uint32_t mRowMask;   // of a power of two
+  std::size_t mStride = 0;  // samples from a row to the next
+  std::uint32_t mLines[kMostRows];
+  std::unique_ptr<std::uint8_t[]> mOutside;
+  Sample* mFirst = nullptr;
+  alignas(64) std::uint8_t mInside[kInsideBytes];
+};
+
+}  // namespace LmImagingLib
