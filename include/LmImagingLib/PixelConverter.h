@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <optional>
 
 #include "LmBaseLib/Export.h"
 #include "LmBaseLib/Result.h"
@@ -118,6 +119,27 @@ class LM_EXPORT PixelConverter {
 
   PixelConverterInfo* mInfo;
 };
+
+/// The geometry of a call of `PixelConverter::Convert`; its arguments of the same names.
+struct ConversionGeometry {
+  unsigned long sourceWidth = 0, sourceHeight = 0;
+  unsigned long destinationWidth = 0, destinationHeight = 0;
+  unsigned long pixelsPerLine = 0, lines = 0;
+  unsigned long flags = ConversionFlags::kNone;
+  unsigned long destinationPadding = 0;
+};
+
+/// The bytes that a conversion may touch, from the beginning of each buffer.
+struct ConversionExtent {
+  std::size_t source = 0;       ///< one past the last byte that is read
+  std::size_t destination = 0;  ///< one past the last byte that is written
+};
+
+/// The sizes that buffers need for `PixelConverter::Convert`, to the byte. They can be more than
+/// `PixelType::GetBufferSizeFor` says, where groups of pixels pass the end of the last line.
+/// @return nothing for an application's own converter, and for a chain with one in it
+LM_EXPORT std::optional<ConversionExtent> FindConversionExtent(const PixelConverter& converter,
+                                                               const ConversionGeometry& geometry);
 
 /// Copies images of one pixel type byte for byte. Interlaced sources come out with their lines in order.
 ///

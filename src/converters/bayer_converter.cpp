@@ -56,10 +56,18 @@ std::uint32_t BayerConverter::Reach(std::uint32_t flags) const { return ReachOf(
 template <class Sample>
 void BayerConverter::Convert(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t first,
                              std::uint32_t end) const {
-  if (frame.pixels < 2) return;
-  Demosaicer<Sample> demosaicer(source, mWriter, mShortcuts, frame, width);
-  for (; first < end && end - first >= 2; first += 2) demosaicer.ConvertPair(first, 2);
-  if (first < end && first != 0 && frame.sourceHeight >= 2) demosaicer.ConvertPair(first, 1);
+  if (frame.pixels < 2 || first >= end) return;
+  Demosaicer<Sample>({source, width}, mWriter, mShortcuts, frame, first, end).Convert();
+}
+
+ConversionExtent BayerConverter::ExtentOf(const Frame& frame, std::uint32_t lines) const {
+  // A single line needs one above it.
+  if (lines % 2 != 0 && (lines == 1 || frame.sourceHeight < 2)) --lines;
+  if (frame.pixels < 2 || lines == 0) return {};
+  const std::uint32_t rows = RowsRead(frame, 0, lines);
+  return {(rows - 1) * frame.sourceLine + std::size_t{frame.pixels} * mSource.format->groupBits / 8,
+          (lines - 1) * frame.destinationLine + (mWriter.planes - 1) * frame.DestinationPlane() +
+              std::size_t{frame.pixels} * mWriter.pixelBytes};
 }
 
 }  // namespace LmImagingLib

@@ -22,6 +22,7 @@ class BayerConverter : public LibraryConverter {
   LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
 
   void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
+  ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const override;
   bool ConvertRows(const SourceType& mosaic, const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
   std::uint32_t Reach(std::uint32_t flags) const override;
 

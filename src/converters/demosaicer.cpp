@@ -29,7 +29,17 @@ std::uint32_t LayoutCell(std::uint32_t flags) {
   return 0;
 }
 
+// The pairs of lines at the top and at the bottom of an image are made of blocks.
+bool IsBorder(const Frame& frame, std::uint32_t line) {
+  return line == 0 || line == frame.sourceHeight - 2 || line == frame.sourceHeight - 1;
+}
+
 }  // namespace
+
+std::uint32_t RowsRead(const Frame& frame, std::uint32_t first, std::uint32_t end) {
+  const bool endsWithPair = (end - first) % 2 == 0;
+  return endsWithPair && !IsBorder(frame, end - 2) ? end + ReachOf(MethodOf(frame.flags)) : end;
+}
 
 std::size_t MethodOf(std::uint32_t flags) {
   const auto* const found =
@@ -47,143 +57,146 @@ MosaicShortcuts::MosaicShortcuts(const Writer& writer) {
   }
 }
 
-/// The destination lines of a pair.
+/// A pair of lines, or a single one that is made of the cells that begin in the line above it.
 template <class Sample>
-struct Demosaicer<Sample>::Targets {
+struct Demosaicer<Sample>::Pair {
+  std::uint32_t Code(std::size_t column) const { return column % 2 != 0 ? cell ^ kCellToTheRight : cell; }
+
+  std::uint32_t cell;           ///< the code of the cells at column 0
+  const std::uint8_t* rows[4];  ///< the one above, those of the cells, and the one below
   TargetLine lines[2];
   std::size_t count;
 };
 
 template <class Sample>
-Demosaicer<Sample>::Demosaicer(const SourceType& source, const Writer& writer, const MosaicShortcuts& shortcuts,
-                               const Frame& frame, std::uint32_t width)
+Demosaicer<Sample>::Demosaicer(const MosaicSource& source, const Writer& writer, const MosaicShortcuts& shortcuts,
+                               const Frame& frame, std::uint32_t first, std::uint32_t end)
     : mWriter(writer),
       mFrame(frame),
       mShortcuts(shortcuts),
       mMethod(MethodOf(frame.flags)),
+      mFirst(first),
+      mEnd(end),
       mPixels(frame.pixels),
       mLayoutCell(LayoutCell(frame.flags)),
-      mRows(source, frame, width, 2 * ReachOf(mMethod) + 2),
+      mRows(source.type, frame, source.width, 2 * ReachOf(mMethod) + 2, RowsRead(frame, first, end)),
       mSteps{kMethods[mMethod].kernel.template Of<Sample>().Active(), 1, false, nullptr, writer},
-      mMask(source.MaskOf<Sample>()) {
+      mMask(source.type.MaskOf<Sample>()) {
   const bool inFull = writer.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
-  mFit = FitOf(sizeof(Sample) == 1 ? 8 : source.depth, writer, inFull);
+  mFit = FitOf(sizeof(Sample) == 1 ? 8 : source.type.depth, writer, inFull);
   if (sizeof(Sample) == 1 && inFull) {
     mSteps.widening = LookupOf<std::uint16_t>(frame, 8, writer);
   } else {
-    mSteps.tables = LookupOf<Sample>(frame, source.depth, writer);
+    mSteps.tables = LookupOf<Sample>(frame, source.type.depth, writer);
   }
 }
 
 template <class Sample>
-void Demosaicer<Sample>::ConvertPair(std::uint32_t line, std::uint32_t count) {
+void Demosaicer<Sample>::Convert() {
+  std::uint32_t line = mFirst;
+  for (; line < mEnd && mEnd - line >= 2; line += 2) {
+    if (mMethod == kBlock || IsBorder(mFrame, line)) {
+      ConvertBlocks(PairAt(line, 2, false));
+    } else {
+      ConvertBilinear(PairAt(line, 2, true));
+    }
+  }
+  if (line < mEnd && line != 0 && mFrame.sourceHeight >= 2) ConvertBlocks(PairAt(line, 1, false));
+}
+
+/// @param count  2, or 1 for a last line
+template <class Sample>
+typename Demosaicer<Sample>::Pair Demosaicer<Sample>::PairAt(std::uint32_t line, std::uint32_t count,
+                                                             bool withNeighbours) {
   std::uint8_t* const destination = DestinationLineAt(mFrame, line);
-  const Targets targets{
-      {TargetAt(destination, mFrame, mFit), TargetAt(destination + mFrame.destinationLine, mFrame, mFit)}, count};
-  // A single line is made of the cells that begin in the line above it.
   const std::uint32_t top = count == 1 ? line - 1 : line;
-  const bool isBorder = line == 0 || line == mFrame.sourceHeight - 2 || line == mFrame.sourceHeight - 1;
-  if (mMethod == kBlock || isBorder || count == 1) {
-    ConvertBlocks(top, targets);
-  } else {
-    ConvertBilinear(line, targets);
-  }
+  Pair pair{mLayoutCell ^ (top % 2 != 0 ? kCellBelow : 0),
+            {},
+            {TargetAt(destination, mFrame, mFit), TargetAt(destination + mFrame.destinationLine, mFrame, mFit)},
+            count};
+  if (withNeighbours) pair.rows[0] = mRows.Row(top - 1);
+  pair.rows[1] = mRows.Row(top);
+  pair.rows[2] = mRows.Row(top + 1);
+  if (withNeighbours) pair.rows[3] = mRows.Row(top + 2);
+  return pair;
 }
 
 template <class Sample>
-void Demosaicer<Sample>::ConvertBlocks(std::uint32_t top, const Targets& targets) {
+void Demosaicer<Sample>::ConvertBlocks(const Pair& pair) {
   const std::size_t whole = mPixels - mPixels % 2;
-  if (const Shortcut* const shortcut = ShortcutFor(kBlock, targets, CellCode(top, 0)); shortcut != nullptr) {
-    ConvertDirectly(shortcut->convert.Active(), 2, mWriter, CellsAt(top, 0, kShortcutCells), whole, targets.lines, 0);
+  if (const Shortcut* const shortcut = ShortcutFor(kBlock, pair, pair.cell); shortcut != nullptr) {
+    ConvertDirectly(shortcut->convert.Active(), 2, mWriter, CellsAt(pair, 0, kShortcutCells), whole, pair.lines, 0);
   } else {
     StripSteps<Sample> steps = mSteps;
     steps.decode = kMethods[kBlock].kernel.Of<Sample>().Active();
     steps.groupPixels = 2;
-    ConvertStrips(steps, CellsAt(top, 0), whole, targets.lines, targets.count, 0);
+    ConvertStrips(steps, CellsAt(pair, 0), whole, pair.lines, pair.count, 0);
   }
   // The last column of an odd line repeats the colour of the cell that ends with it.
-  if (mPixels % 2 != 0) StoreCell(top, mPixels - 2, mPixels - 1, targets);
+  if (mPixels % 2 != 0) StoreCell(pair, mPixels - 2, mPixels - 1);
 }
 
 // The outer columns are those of the cells that the line begins and ends with: one on the right of an even line, two of
 // an odd one.
 template <class Sample>
-void Demosaicer<Sample>::ConvertBilinear(std::uint32_t line, const Targets& targets) {
-  const std::uint8_t* const rows[4] = {mRows.Row(line - 1), mRows.Row(line), mRows.Row(line + 1), mRows.Row(line + 2)};
-  const std::uint32_t cell = CellCode(line, 1);
-  const Shortcut* const shortcut = ShortcutFor(mMethod, targets, cell);
+void Demosaicer<Sample>::ConvertBilinear(const Pair& pair) {
+  const auto& rows = pair.rows;
+  const std::uint32_t cell = pair.Code(1);
+  const std::size_t interior = (mPixels - 2) / 2 * 2;
+  const Shortcut* const shortcut = ShortcutFor(mMethod, pair, cell);
   if (shortcut == nullptr) {
-    StoreCell(line, 0, 0, targets);
-    ConvertInterior(cell, rows, targets);
-    if (mPixels % 2 != 0) StoreCell(line, mPixels - 3, mPixels - 2, targets);
-    StoreCell(line, mPixels - 2, mPixels - 1, targets);
+    StoreCell(pair, 0, 0);
+    for (std::size_t k = 0; k < 2; ++k) {
+      const SourceLines lines{{rows[k], rows[k + 1], rows[k + 2]}, 0, k == 0 ? cell : cell ^ kCellBelow, 0, mMask};
+      ConvertStrips(mSteps, lines, interior, &pair.lines[k], 1, 1);
+    }
+    if (mPixels % 2 != 0) StoreCell(pair, mPixels - 3, mPixels - 2);
+    StoreCell(pair, mPixels - 2, mPixels - 1);
     return;
   }
-  // A cell makes two pixels, of which the interior covers one.
-  const Shortcut& cells = *ShortcutFor(kBlock, targets, cell);
-  ConvertCellDirectly(cells, line, mPixels - 2, targets);
-  if (mPixels % 2 != 0) ConvertCellDirectly(cells, line, mPixels - 3, targets);
-  ConvertCellDirectly(cells, line, 0, targets);
+  // A cell makes two pixels, of which the interior covers one. The definition is the fastest for a cell.
+  DirectKernel* const convertCell = ShortcutFor(kBlock, pair, cell)->convert.Definition();
+  const auto convertCellAt = [&](std::size_t column) {
+    convertCell(CellsAt(pair, column, kShortcutCells), 0, 2, pair.lines, column);
+  };
+  convertCellAt(mPixels - 2);
+  if (mPixels % 2 != 0) convertCellAt(mPixels - 3);
+  convertCellAt(0);
   // Rows in the source have to be fetched; the next pair is two lines below.
   const std::uint32_t ahead =
       mRows.IsSource() && mFrame.fetchAhead != 0 ? static_cast<std::uint32_t>(2 * mFrame.sourceLine) : 0;
-  ConvertDirectly(shortcut->convert.Active(), 1, mWriter,
-                  {{rows[0], rows[1], rows[2], rows[3]}, 0, cell & kShortcutCells, ahead, mMask}, (mPixels - 2) / 2 * 2,
-                  targets.lines, 1);
-}
-
-template <class Sample>
-void Demosaicer<Sample>::ConvertInterior(std::uint32_t cell, const std::uint8_t* const (&rows)[4],
-                                         const Targets& targets) {
-  for (std::size_t k = 0; k < targets.count; ++k) {
-    const SourceLines lines{{rows[k], rows[k + 1], rows[k + 2]}, 0, k == 0 ? cell : cell ^ kCellBelow, 0, mMask};
-    ConvertStrips(mSteps, lines, (mPixels - 2) / 2 * 2, &targets.lines[k], 1, 1);
-  }
+  const SourceLines lines{{rows[0], rows[1], rows[2], rows[3]}, 0, cell & kShortcutCells, ahead, mMask};
+  ConvertDirectly(shortcut->convert.Active(), 1, mWriter, lines, interior, pair.lines, 1);
 }
 
 // Stores the colour of a cell as one pixel of each line, by the definition, which is the fastest for one.
 template <class Sample>
-void Demosaicer<Sample>::StoreCell(std::uint32_t line, std::size_t column, std::size_t at, const Targets& targets) {
+void Demosaicer<Sample>::StoreCell(const Pair& pair, std::size_t column, std::size_t at) {
   Sample pixels[3][2];
-  kMethods[kBlock].kernel.Of<Sample>().Definition()(CellsAt(line, column), 0, 2, {pixels[0], pixels[1], pixels[2]});
-  for (std::size_t k = 0; k < targets.count; ++k) {
+  kMethods[kBlock].kernel.Of<Sample>().Definition()(CellsAt(pair, column), 0, 2, {pixels[0], pixels[1], pixels[2]});
+  for (std::size_t k = 0; k < pair.count; ++k) {
     if (mSteps.widening != nullptr) {
       const std::uint16_t words[3] = {pixels[0][0], pixels[1][0], pixels[2][0]};
-      mWriter.store.words.Definition()({&words[0], &words[1], &words[2]}, mSteps.widening, 1, targets.lines[k], at);
+      mWriter.store.words.Definition()({&words[0], &words[1], &words[2]}, mSteps.widening, 1, pair.lines[k], at);
     } else {
-      mWriter.store.Of<Sample>().Definition()({pixels[0], pixels[1], pixels[2]}, mSteps.tables, 1, targets.lines[k],
-                                              at);
+      mWriter.store.Of<Sample>().Definition()({pixels[0], pixels[1], pixels[2]}, mSteps.tables, 1, pair.lines[k], at);
     }
   }
 }
 
 template <class Sample>
-void Demosaicer<Sample>::ConvertCellDirectly(const Shortcut& shortcut, std::uint32_t line, std::size_t column,
-                                             const Targets& targets) {
-  shortcut.convert.Definition()(CellsAt(line, column, kShortcutCells), 0, 2, targets.lines, column);
-}
-
-template <class Sample>
-SourceLines Demosaicer<Sample>::CellsAt(std::uint32_t line, std::size_t column, std::uint32_t cells) {
+SourceLines Demosaicer<Sample>::CellsAt(const Pair& pair, std::size_t column, std::uint32_t cells) const {
   const std::size_t offset = column * sizeof(Sample);
-  return {{mRows.Row(line) + offset, mRows.Row(line + 1) + offset},
-          0,
-          CellCode(line, column) & cells,
-          mRows.IsSource() ? mFrame.fetchAhead : 0,
-          mMask};
-}
-
-template <class Sample>
-std::uint32_t Demosaicer<Sample>::CellCode(std::uint32_t line, std::size_t column) const {
-  return mLayoutCell ^ (line % 2 != 0 ? kCellBelow : 0) ^ (column % 2 != 0 ? kCellToTheRight : 0);
+  const std::uint32_t ahead = mRows.IsSource() ? mFrame.fetchAhead : 0;
+  return {{pair.rows[1] + offset, pair.rows[2] + offset}, 0, pair.Code(column) & cells, ahead, mMask};
 }
 
 // The shortcut for pixels from one of cell code `cell` on, or null where strips have to be used.
 template <class Sample>
-const Shortcut* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Targets& targets, std::uint32_t cell) const {
-  if (sizeof(Sample) != 1 || mSteps.tables != nullptr || targets.count != 2) return nullptr;
+const Shortcut* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Pair& pair, std::uint32_t cell) const {
+  if (sizeof(Sample) != 1 || mSteps.tables != nullptr || pair.count != 2) return nullptr;
   // Only aligned lines can be stored past the caches. Strips align either line.
-  if (targets.lines[0].streams && mFrame.destinationLine % kCacheLine != 0) return nullptr;
+  if (pair.lines[0].streams && mFrame.destinationLine % kCacheLine != 0) return nullptr;
   return (cell & ~kShortcutCells) == 0 ? mShortcuts.own[method] : mShortcuts.swapped[method];
 }
 

@@ -22,6 +22,9 @@ inline constexpr std::size_t kDemosaicMethods = 2;
 std::size_t MethodOf(std::uint32_t flags);
 std::uint32_t ReachOf(std::size_t method);
 
+/// The row after the last one that a conversion of lines `first` to `end` reads.
+std::uint32_t RowsRead(const Frame& frame, std::uint32_t first, std::uint32_t end);
+
 /// The shortcuts to a writer, and to the one that exchanges red and blue, by each method; null where there is none.
 struct MosaicShortcuts {
   explicit MosaicShortcuts(const Writer& writer);
@@ -30,33 +33,36 @@ struct MosaicShortcuts {
   const Shortcut* swapped[kDemosaicMethods];
 };
 
-/// Demosaics the lines of a frame with samples of bytes or of words.
+/// The mosaic that a conversion reads.
+struct MosaicSource {
+  const SourceType& type;
+  std::uint32_t width;  ///< samples of a row that may be read
+};
+
+/// Demosaics lines `first` to `end` of a frame with samples of bytes or of words.
 template <class Sample>
 class Demosaicer {
  public:
-  /// @param width  samples of a row that are read
-  Demosaicer(const SourceType& source, const Writer& writer, const MosaicShortcuts& shortcuts, const Frame& frame,
-             std::uint32_t width);
+  Demosaicer(const MosaicSource& source, const Writer& writer, const MosaicShortcuts& shortcuts, const Frame& frame,
+             std::uint32_t first, std::uint32_t end);
 
-  /// Converts lines `line` and, if `count` is 2, the next one.
-  void ConvertPair(std::uint32_t line, std::uint32_t count);
+  void Convert();
 
  private:
-  struct Targets;
+  struct Pair;
 
-  void ConvertBlocks(std::uint32_t top, const Targets& targets);
-  void ConvertBilinear(std::uint32_t line, const Targets& targets);
-  void ConvertInterior(std::uint32_t cell, const std::uint8_t* const (&rows)[4], const Targets& targets);
-  void StoreCell(std::uint32_t line, std::size_t column, std::size_t at, const Targets& targets);
-  void ConvertCellDirectly(const Shortcut& shortcut, std::uint32_t line, std::size_t column, const Targets& targets);
-  SourceLines CellsAt(std::uint32_t line, std::size_t column, std::uint32_t cells = 3);
-  std::uint32_t CellCode(std::uint32_t line, std::size_t column) const;
-  const Shortcut* ShortcutFor(std::size_t method, const Targets& targets, std::uint32_t cell) const;
+  Pair PairAt(std::uint32_t line, std::uint32_t count, bool withNeighbours);
+  void ConvertBlocks(const Pair& pair);
+  void ConvertBilinear(const Pair& pair);
+  void StoreCell(const Pair& pair, std::size_t column, std::size_t at);
+  SourceLines CellsAt(const Pair& pair, std::size_t column, std::uint32_t cells = 3) const;
+  const Shortcut* ShortcutFor(std::size_t method, const Pair& pair, std::uint32_t cell) const;
 
   const Writer& mWriter;
   const Frame& mFrame;
   const MosaicShortcuts& mShortcuts;
   const std::size_t mMethod;
+  const std::uint32_t mFirst, mEnd;
   const std::size_t mPixels;
   const std::uint32_t mLayoutCell;
   RowWindow<Sample> mRows;

@@ -32,6 +32,9 @@ class LibraryConverter : public PixelConverter {
   /// Converts lines `first` to `end`.
   virtual void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const = 0;
 
+  /// The bytes that `ConvertLines` touches from the first byte of the image on, for its first lines.
+  virtual ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const = 0;
+
   /// Lines above and below the ones to convert that a conversion with these flags reads.
   virtual std::uint32_t Reach(std::uint32_t /*flags*/) const { return 0; }
 
@@ -62,6 +65,9 @@ Frame FrameOf(const PixelConverter& converter, const void* source, unsigned long
               unsigned long sourceHeight, void* destination, unsigned long destinationWidth,
               unsigned long destinationHeight, unsigned long pixelsPerLine, unsigned long lines, unsigned long flags,
               unsigned long destinationPadding);
+
+/// The extent of conversions that read and write so many bytes of each line.
+ConversionExtent ExtentOfLines(const Frame& frame, std::uint32_t lines, std::size_t lineBytes);
 
 /// The converter itself if it is one of the library's own, else null.
 const LibraryConverter* AsLibraryConverter(const PixelConverter& converter);

@@ -143,4 +143,24 @@ bool LineConverter::LinesJoin(const Frame& frame, std::uint32_t lines) const {
          std::size_t{frame.pixels} * mWriter.pixelBytes == frame.destinationLine;
 }
 
+ConversionExtent LineConverter::ExtentOf(const Frame& frame, std::uint32_t lines) const {
+  const Format& format = *mSource.format;
+  const bool passesEnd = PassesLineEnd(format, frame.pixels);
+  const LineTail tail(format, frame, lines);
+  std::uint32_t pixels = frame.pixels - frame.pixels % format.groupPixels;
+  if (mSource.readout.taps == Readout::Taps::kTwo) pixels = frame.pixels / 2 * 2;
+  const std::uint32_t read = passesEnd ? tail.PixelsRead() : pixels;
+  ConversionExtent extent;
+  ForEachLastLine(frame, lines, [&](std::uint32_t line, std::size_t source, std::size_t destination) {
+    if (read == 0) return;
+    const std::size_t planes = format.Is(kPlanar) ? 2 * frame.SourcePlane() : 0;
+    extent.source =
+        std::max(extent.source, source + planes + std::size_t{read} / format.groupPixels * (format.groupBits / 8));
+    const std::size_t stored = passesEnd ? tail.BytesStored(line, mWriter) : std::size_t{pixels} * mWriter.pixelBytes;
+    extent.destination =
+        std::max(extent.destination, destination + (mWriter.planes - 1) * frame.DestinationPlane() + stored);
+  });
+  return extent;
+}
+
 }  // namespace LmImagingLib

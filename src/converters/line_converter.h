@@ -15,6 +15,7 @@ class LineConverter : public LibraryConverter {
 
   unsigned long GetSourceLineSize(unsigned long pixelCount) const override;
   void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
+  ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const override;
 
   const SourceType* Rows() const override { return &mWriter == &Writers::kGrayscale8 ? &mSource : nullptr; }
 

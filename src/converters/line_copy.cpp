@@ -22,4 +22,8 @@ void LineCopy::ConvertLines(const Frame& frame, std::uint32_t first, std::uint32
               [bytes](const FrameLine& line) { std::memmove(line.destination, line.source, bytes); });
 }
 
+ConversionExtent LineCopy::ExtentOf(const Frame& frame, std::uint32_t lines) const {
+  return ExtentOfLines(frame, lines, std::size_t{frame.pixels} * kPixelBytes);
+}
+
 }  // namespace LmImagingLib

@@ -9,6 +9,7 @@ class LineCopy : public LibraryConverter {
  public:
   LineCopy(const PixelTypeID& from, const PixelTypeID& to);
   void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
+  ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const override;
 };
 
 }  // namespace LmImagingLib

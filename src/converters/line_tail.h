@@ -30,14 +30,21 @@ class LineTail {
   /// The pixels of a line that is converted in one go, as all those of its last group may be stored; empty of
   /// other lines.
   std::optional<std::uint32_t> PixelsInOneGo(std::uint32_t line, const Writer& writer) const {
-    // A single pixel of 4:1:1 has no chroma, and stays.
-    if (mFormat.groups == WholeGroups::kYuv411 && mPixels == 1) return mWholePixels;
+    if (HasNoTail()) return mWholePixels;
     for (std::size_t plane = 0; plane < writer.planes; ++plane) {
       if (BytesBeyond(line, plane, writer) != std::size_t{mFormat.groupPixels - mPixels} * writer.pixelBytes) {
         return std::nullopt;
       }
     }
     return mWholePixels + mFormat.groupPixels;
+  }
+
+  /// The pixels of the groups that are read.
+  std::uint32_t PixelsRead() const { return HasNoTail() ? mWholePixels : mWholePixels + mFormat.groupPixels; }
+  /// The bytes of a line, in its last plane, and after it that are stored.
+  std::size_t BytesStored(std::uint32_t line, const Writer& writer) const {
+    if (HasNoTail()) return std::size_t{mWholePixels} * writer.pixelBytes;
+    return std::size_t{mFrame.pixels} * writer.pixelBytes + BytesBeyond(line, writer.planes - 1, writer);
   }
 
   /// @param convert  converts a group, given with a line of its own for each plane
@@ -59,6 +66,9 @@ class LineTail {
  private:
   static constexpr std::size_t kMostGroupBytes = 16;
   static constexpr std::size_t kMostPlaneBytes = 32;
+
+  // A single pixel of 4:1:1 has no chroma, and stays.
+  bool HasNoTail() const { return mFormat.groups == WholeGroups::kYuv411 && mPixels == 1; }
 
   // Bytes to store after the end of a line.
   std::size_t BytesBeyond(std::uint32_t line, std::size_t plane, const Writer& writer) const {

@@ -1,5 +1,6 @@
 #include "converters/reorder_converter.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "walk/lines.h"
@@ -39,6 +40,21 @@ void DualLinesGrayscale8ToGrayscale8::ConvertLines(const Frame& frame, std::uint
       takeEverySecond(isLower ? line.source - frame.sourceLine + 1 : line.source, line.destination, frame.pixels);
     }
   });
+}
+
+ConversionExtent QuadTapsConverter::ExtentOf(const Frame& frame, std::uint32_t lines) const {
+  return ExtentOfLines(frame, lines, (frame.pixels - frame.pixels % kPixelsPerStep) * GetSourcePixelByteSize());
+}
+
+ConversionExtent DualLinesGrayscale8ToGrayscale8::ExtentOf(const Frame& frame, std::uint32_t lines) const {
+  ConversionExtent extent = ExtentOfLines(frame, lines, frame.pixels);
+  // The upper line of a pair has its last sample in the bytes of both, and so has the lower one.
+  const std::uint32_t paired = std::min(lines, frame.sourceHeight / 2 * 2);
+  if (paired != 0 && frame.pixels != 0) {
+    const std::size_t pair = (paired - 1) / 2 * 2 * frame.sourceLine;
+    extent.source = std::max(lines > paired ? extent.source : 0, pair + 2 * frame.pixels - (paired % 2 != 0 ? 1 : 0));
+  }
+  return extent;
 }
 
 }  // namespace LmImagingLib

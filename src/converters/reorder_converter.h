@@ -9,6 +9,7 @@ namespace LmImagingLib {
 class QuadTapsConverter : public LibraryConverter {
  public:
   void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
+  ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const override;
 
  protected:
   /// @param sampleBytes  1 or 2
@@ -36,6 +37,7 @@ class DualLinesGrayscale8ToGrayscale8 : public LibraryConverter {
  public:
   DualLinesGrayscale8ToGrayscale8(const PixelTypeID& from, const PixelTypeID& to);
   void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
+  ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const override;
 };
 
 }  // namespace LmImagingLib

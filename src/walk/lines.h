@@ -47,4 +47,16 @@ std::uint32_t ForEachLine(const Frame& frame, std::uint32_t first, std::uint32_t
   return end;
 }
 
+/// The last line of each field, and of a progressive image the last line, of the first `lines` lines. Calls `use` with
+/// its index and its offsets in source and destination.
+template <class Use>
+void ForEachLastLine(const Frame& frame, std::uint32_t lines, Use&& use) {
+  const std::uint32_t converted = frame.interlaced ? lines / 2 * 2 : lines;
+  for (std::uint32_t k = 0; k < (frame.interlaced ? 2U : 1U) && converted > k; ++k) {
+    const std::uint32_t line = converted - 1 - k;
+    use(line, static_cast<std::size_t>(SourceLineAt(frame, line) - frame.source),
+        static_cast<std::size_t>(DestinationLineAt(frame, line) - frame.destination));
+  }
+}
+
 }  // namespace LmImagingLib

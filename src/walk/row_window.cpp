@@ -22,17 +22,19 @@ bool IsRows(const SourceType& source, const Frame& frame) {
 }  // namespace
 
 template <class Sample>
-RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows)
-    : mSource(source), mFrame(frame), mWidth(width), mIsSource(IsRows<Sample>(source, frame)) {
+RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows,
+                             std::uint32_t end)
+    : mSource(source), mFrame(frame), mWidth(width), mRows(rows), mEnd(end), mIsSource(IsRows<Sample>(source, frame)) {
   if (mIsSource) return;
-  std::uint32_t kept = 2;
-  while (kept < rows) kept *= 2;
-  mRowMask = kept - 1;
   constexpr std::size_t kLineSamples = kCacheLine / sizeof(Sample);
   // A last group may have more pixels than the line.
-  const std::size_t samples = std::size_t{width} + source.format->groupPixels;
-  mStride = (samples + kLineSamples - 1) / kLineSamples * kLineSamples;
-  std::fill_n(mLines, kept, kNoLine);
+  const std::size_t spare = PassesLineEnd(*source.format, width) ? source.format->groupPixels : 0;
+  mStride = (width + spare + kLineSamples - 1) / kLineSamples * kLineSamples;
+  std::uint32_t kept = 2;
+  while (kept < rows) kept *= 2;
+  // Narrow rows are decoded some at a time.
+  while (2 * kept * mStride * sizeof(Sample) <= kInsideBytes) kept *= 2;
+  mRowMask = kept - 1;
   const std::size_t bytes = kept * mStride * sizeof(Sample);
   void* room = mInside;
   if (bytes > kInsideBytes) {
@@ -45,18 +47,44 @@ RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::
 }
 
 template <class Sample>
-const std::uint8_t* RowWindow<Sample>::Row(std::uint32_t line) {
-  if (mIsSource) return SourceLineAt(mFrame, line);
-  Sample* const row = mFirst + (line & mRowMask) * mStride;
-  if (mLines[line & mRowMask] != line) {
-    Decode(line, row);
-    mLines[line & mRowMask] = line;
+const std::uint8_t* RowWindow<Sample>::SourceRow(std::uint32_t row) const {
+  return SourceLineAt(mFrame, row);
+}
+
+// Decodes rows from one on that is not there, as many as leave those that are still needed in the ring.
+template <class Sample>
+void RowWindow<Sample>::Decode(std::uint32_t row) {
+  const std::uint32_t room = std::max(mRowMask + 2 - mRows, 1U);
+  const std::uint32_t count = std::max(std::min(room, mEnd - std::min(row, mEnd)), 1U);
+  if (!DecodeJoined(row, count)) {
+    for (std::uint32_t k = 0; k < count; ++k) DecodeRow(row + k, mFirst + ((row + k) & mRowMask) * mStride);
   }
-  return reinterpret_cast<const std::uint8_t*>(row);
+  mDecoded = row + count;
+}
+
+// In one go, where no gap is between the rows, neither in the source nor in the ring.
+template <class Sample>
+bool RowWindow<Sample>::DecodeJoined(std::uint32_t row, std::uint32_t count) {
+  const Format& format = *mSource.format;
+  if (count == 1 || mStride != mWidth || mWidth % format.groupPixels != 0 || mFrame.interlaced ||
+      mSource.readout.taps != Readout::Taps::kOne || format.Is(kBytes) ||
+      mFrame.sourceLine != DenseLineBytes(format, mWidth)) {
+    return false;
+  }
+  while (count != 0) {
+    const std::uint32_t first = row & mRowMask;
+    const std::uint32_t some = std::min(count, mRowMask + 1 - first);
+    Sample* const to = mFirst + first * mStride;
+    format.decode.template Of<Sample>().Active()(mSource.Lines<Sample>(SourceRow(row), 0, mFrame.fetchAhead), 0,
+                                                 std::size_t{some} * mWidth, {to, to, to});
+    row += some;
+    count -= some;
+  }
+  return true;
 }
 
 template <class Sample>
-void RowWindow<Sample>::Decode(std::uint32_t line, Sample* row) const {
+void RowWindow<Sample>::DecodeRow(std::uint32_t line, Sample* row) const {
   const std::uint32_t width = mWidth;
   const std::uint8_t* const source = SourceLineAt(mFrame, line);
   const Format& format = *mSource.format;

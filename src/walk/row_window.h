@@ -19,30 +19,39 @@ class RowWindow {
   /// @param frame  must outlive the window
   /// @param width  samples of a row that are needed, from its beginning; of a readout by taps all of them
   /// @param rows  rows that are needed at the same time
+  /// @param end  the row after the last one that may be read
   /// Throws `std::bad_alloc`.
-  RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows);
+  RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows, std::uint32_t end);
 
-  /// The samples of a line. Valid until so many other rows were asked for as are needed at the same time.
-  const std::uint8_t* Row(std::uint32_t line);
+  /// The samples of a row. Rows are asked for from top to bottom; one is valid until so many later ones were asked for
+  /// as are needed at the same time.
+  const std::uint8_t* Row(std::uint32_t row) {
+    if (mIsSource) return SourceRow(row);
+    if (row >= mDecoded) Decode(row);
+    return reinterpret_cast<const std::uint8_t*>(mFirst + (row & mRowMask) * mStride);
+  }
 
   /// Whether rows are in the source. They have to be fetched ahead by those that read them.
   bool IsSource() const { return mIsSource; }
 
  private:
-  void Decode(std::uint32_t line, Sample* row) const;
+  const std::uint8_t* SourceRow(std::uint32_t row) const;
+  void Decode(std::uint32_t row);
+  bool DecodeJoined(std::uint32_t row, std::uint32_t count);
+  void DecodeRow(std::uint32_t line, Sample* row) const;
   void DecodeTaps(const std::uint8_t* source, Sample* row) const;
 
   static constexpr std::size_t kInsideBytes = 8192;
-  static constexpr std::uint32_t kMostRows = 32;
-  static constexpr std::uint32_t kNoLine = ~std::uint32_t{0};
 
   const SourceType& mSource;
   const Frame& mFrame;
   const std::uint32_t mWidth;
+  const std::uint32_t mRows;
+  const std::uint32_t mEnd;
   const bool mIsSource;
-  std::uint32_t mRowMask;   // of a power of two
-  std::size_t mStride = 0;  // samples from a row to the next
-  std::uint32_t mLines[kMostRows];
+  std::uint32_t mRowMask = 0;  // of the rows that the ring has room for, a power of two
+  std::uint32_t mDecoded = 0;  // the row after the last one in the ring
+  std::size_t mStride = 0;     // samples from a row to the next
   std::unique_ptr<std::uint8_t[]> mOutside;
   Sample* mFirst = nullptr;
   alignas(64) std::uint8_t mInside[kInsideBytes];

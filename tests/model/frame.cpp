@@ -45,24 +45,27 @@ std::string Frame::Describe() const {
   return text.str();
 }
 
-Frame MakeFrame(Id from, Id to, const Call& call, Random& random) {
+Frame MakeFrame(Id from, Id to, const Call& call, Random& random, std::uint8_t between) {
   const Route route = RouteOf(from, to);
   const std::size_t room = 8u * (call.sourceWidth + 8) * (call.sourceHeight + 2);
   const std::size_t destinationRoom =
       3 * (8u * (call.destinationWidth + 8) + call.padding) * (call.destinationHeight + 2);
   Bytes source(MakeSamples(room, route.first, random));
   Bytes destination(std::vector<std::uint8_t>(destinationRoom, kUntouched));
-  Bytes intermediate(std::vector<std::uint8_t>(route.second ? room : 0, kUntouched));
+  Bytes intermediate(std::vector<std::uint8_t>(route.second ? room : 0, between));
   Convert(route, call, source, destination, intermediate);
 
   Frame frame{from, to, call, {}, {}, {}, {}, IntermediateSize(route, call)};
   frame.source = Cut(source.Content(), source.Extent());
   frame.expected = Cut(destination.Content(), destination.Extent());
   frame.untouched.assign(frame.expected.size(), kUntouched);
-  frame.intermediate.assign(std::max(intermediate.Extent(), frame.intermediateSize), kUntouched);
-  // Odd tails and odd fields of a first stage leave bytes of the intermediate image as they were.
-  frame.deterministic = call.sourceWidth % 4 == 0 && (!route.first.interlaced || call.sourceHeight % 2 == 0);
+  frame.intermediate.assign(std::max(intermediate.Extent(), frame.intermediateSize), between);
   return frame;
+}
+
+LmImagingLib::ConversionGeometry GeometryOf(const Call& call) {
+  return {call.sourceWidth, call.sourceHeight, call.destinationWidth, call.destinationHeight, call.pixelsPerLine,
+          call.lines,       call.flags,        call.padding};
 }
 
 LmBaseLib::Result ConvertWithLibrary(const LmImagingLib::PixelConverter& converter, const Call& call,

@@ -36,14 +36,17 @@ struct Frame {
   std::vector<std::uint8_t> expected;      ///< and after
   std::vector<std::uint8_t> intermediate;  ///< of a chain: the buffer before
   std::size_t intermediateSize = 0;        ///< of a chain: its size as the chain reports it
-  bool deterministic = true;               ///< the intermediate image is written in full, whatever it held before
 
   /// The pair, the geometry and the flags.
   std::string Describe() const;
 };
 
 /// Makes samples for the call and lets the model convert them.
-Frame MakeFrame(Id from, Id to, const Call& call, Random& random);
+/// @param between  of a chain: the bytes of the intermediate image before; scratch of the library's own begins as zeros
+Frame MakeFrame(Id from, Id to, const Call& call, Random& random, std::uint8_t between = 0);
+
+/// The geometry of a call, as the library takes it.
+LmImagingLib::ConversionGeometry GeometryOf(const Call& call);
 
 /// Converts with the library; the buffers are the frame's or of the same sizes.
 LmBaseLib::Result ConvertWithLibrary(const LmImagingLib::PixelConverter& converter, const Call& call,
