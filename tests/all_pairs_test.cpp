@@ -15,6 +15,7 @@
 namespace LmImagingLib {
 namespace {
 
+using model::Filters;
 using model::Frame;
 using model::Random;
 
@@ -34,45 +35,7 @@ std::vector<model::Pair> Missing(const std::set<model::Pair>& from, const std::s
   return pairs;
 }
 
-/// Null, the identity, gains, or noise, in tables of 8 or more bits.
-class Filters {
- public:
-  explicit Filters(Random& random) : mFilters{RGBFilter(8), RGBFilter(8), RGBFilter(12), RGBFilter(8), RGBFilter(10)} {
-    mFilters[1].SetMultipliers(1.6, 1.0, 0.25, 0, 7, 100);
-    mFilters[2].SetMultipliers(1.0, 2.0, 1.09);
-    // Written without bringing the identity flag up to date, which a conversion must not trust.
-    for (unsigned long i = 0; i < 256; ++i) {
-      for (RGBFilter* filter : {&mFilters[3], &mFilters[4]}) {
-        filter->SetRedValue(i, static_cast<unsigned short>(random() % filter->GetEntryCount()), false);
-        filter->SetGreenValue(i, static_cast<unsigned short>(random() % filter->GetEntryCount()), false);
-        filter->SetBlueValue(i, static_cast<unsigned short>(random() % filter->GetEntryCount()), false);
-      }
-    }
-    for (std::size_t k = 0; k < kCount; ++k) {
-      for (unsigned i = 0; i < 256; ++i) {
-        mTables[k].red[i] = mFilters[k].GetRedValue8(i);
-        mTables[k].green[i] = mFilters[k].GetGreenValue8(i);
-        mTables[k].blue[i] = mFilters[k].GetBlueValue8(i);
-      }
-    }
-  }
-
-  /// The tables of a filter, or null.
-  const model::Filter* Pick(Random& random) const {
-    const std::size_t k = random() % (kCount + 1);
-    return k < kCount ? &mTables[k] : nullptr;
-  }
-  const RGBFilter* FilterOf(const model::Filter* tables) const {
-    return tables != nullptr ? &mFilters[static_cast<std::size_t>(tables - mTables)] : nullptr;
-  }
-
- private:
-  static constexpr std::size_t kCount = 5;
-  RGBFilter mFilters[kCount];
-  model::Filter mTables[kCount];
-};
-
-/// Tells which conversion ran when a byte too many was touched, or a buffer released that is not the library's.
+/// Reports the conversion that ran when a byte too many was touched, or a buffer released that is not the library's.
 class FaultReporter {
  public:
   FaultReporter() {

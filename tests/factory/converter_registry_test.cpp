@@ -7,6 +7,7 @@
 
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "factory/own_entries.h"
+#include "model/catalogue.h"
 
 namespace LmImagingLib {
 namespace {
@@ -56,6 +57,20 @@ TEST(ConverterRegistry, HasNothingForAnUnknownPair) {
   EXPECT_EQ(PixelTypeFactory::FindConverter(ids(1), ids(2)), nullptr);
   const PixelConverter* volatile address = &PixelTypeFactory::GetConverter(ids(1), ids(2));
   EXPECT_EQ(address, nullptr);
+}
+
+TEST(ConverterRegistry, RefusesNull) {
+  const OwnIds ids;
+  EXPECT_EQ(PixelTypeFactory::RegisterPixelConverter(ids(1), ids(2), nullptr).GetCode(), Result::INVALID_PARAMETER);
+  EXPECT_FALSE(PixelTypeFactory::HasConverter(ids(1), ids(2)));
+}
+
+// A converter that was replaced can be put back by what it says of itself.
+TEST(ConverterRegistry, HasConvertersThatNameTheirPair) {
+  for (const auto& [from, to] : model::AllPairs()) {
+    const PixelConverter& converter = *PixelTypeFactory::FindConverter(from, to);
+    EXPECT_EQ(Pair(converter.GetSourceTypeID(), converter.GetDestinationTypeID()), Pair(from, to)) << std::hex << from;
+  }
 }
 
 TEST(ConverterRegistry, IsReachedFromTypes) {

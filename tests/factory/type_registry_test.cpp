@@ -95,6 +95,19 @@ TEST(TypeRegistry, NamesATypeAskedForTooEarly) {
   EXPECT_STREQ(early, "Unregistered pixel type");
 }
 
+TEST(TypeRegistry, RefusesWhatIsNoType) {
+  class Uncloned : public Grayscale8 {
+   public:
+    PixelType* Clone() const override { return nullptr; }
+  };
+  const PixelTypeID id = OwnIds()(0x10001);
+  const Uncloned type;
+  EXPECT_EQ(PixelTypeFactory::RegisterPixelType(id, nullptr, "").GetCode(), Result::INVALID_PARAMETER);
+  EXPECT_EQ(PixelTypeFactory::RegisterPixelType(id, &type, "").GetCode(), Result::NOT_ENOUGH_MEMORY);
+  EXPECT_FALSE(PixelTypeFactory::HasPixelType(id));
+  EXPECT_FALSE(PixelTypeFactory::HasConverter(id, id));
+}
+
 TEST(TypeRegistry, CreatesTypesForTheCaller) {
   const std::unique_ptr<PixelType> first(PixelTypeFactory::CreatePixelType(0x20011));
   const std::unique_ptr<PixelType> second(PixelTypeFactory::CreatePixelType(0x20011));

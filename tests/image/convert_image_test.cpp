@@ -6,21 +6,21 @@
 #include <vector>
 
 #include "LmImagingLib/Image.h"
-#include "LmImagingLib/RGBFilter.h"
-#include "image/unchecked.h"
+#include "LmImagingLib/PixelTypeFactory.h"
 #include "model/frame.h"
 #include "model/guarded_buffer.h"
+#include "model/image.h"
 
-// What is accepted equals the unchecked conversion, and touches no byte outside the pixels: buffers have exactly the
-// size that is asked for and lie at inaccessible pages.
+// What is accepted equals the model, and touches no byte outside the pixels: buffers have exactly the size that is
+// asked for and are at inaccessible pages.
 
 namespace LmImagingLib {
 namespace {
 
 using model::OneOf;
 using model::Random;
-using unchecked::Bytes;
-using unchecked::Layout;
+using model::View;
+using Bytes = std::vector<std::uint8_t>;
 
 struct Geometry {
   unsigned long width, height;
@@ -28,27 +28,26 @@ struct Geometry {
 
 class ConvertImageTest : public testing::Test {
  protected:
-  ConvertImageTest() { mFilter.SetMultipliers(1.6, 1.0, 0.25, 0, 7, 100); }
-
-  static Bytes Noise(std::size_t size, Random& random) {
+  Bytes Noise(std::size_t size) {
     Bytes bytes(size);
-    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
+    for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(mRandom());
     return bytes;
   }
 
-  static std::size_t Padded(PixelTypeID type, unsigned long width, Random& random) {
-    const std::size_t padding = OneOf(random, {0, 0, 1, 2, 3, 16});
-    return padding == 0 ? OneOf(random, {0, 1}) * Layout::LineStep(type, width)
-                        : Layout::LineStep(type, width) + padding;
+  std::size_t Padded(PixelTypeID type, unsigned long width) {
+    const std::size_t padding = OneOf(mRandom, {0, 0, 1, 2, 3, 16});
+    const std::size_t dense = View::DenseLine(type, width);
+    return padding == 0 ? OneOf(mRandom, {0, 1}) * dense : dense + padding;
   }
 
-  ConvertOptions AnyOptions(unsigned long height, bool pairs, Random& random) const {
-    ConvertOptions options;
-    options.flags = OneOf(random, {0, 0x10, 0x20, 0x40, 0x80}) | OneOf(random, {0, 0x100}) | OneOf(random, {0, 1});
-    options.filter = random() % 2 == 0 ? &mFilter : nullptr;
-    if (random() % 3 != 0) return options;
-    options.firstLine = random() % height;
-    options.lines = 1 + random() % (height - options.firstLine);
+  model::Options AnyOptions(unsigned long height, bool pairs) {
+    model::Options options;
+    options.flags = OneOf(mRandom, {0, 0x10, 0x20, 0x40, 0x80}) | OneOf(mRandom, {0, 0x100}) | OneOf(mRandom, {0, 1});
+    options.filter = mFilters.Pick(mRandom);
+    options.lines = height;
+    if (mRandom() % 3 != 0) return options;
+    options.firstLine = mRandom() % height;
+    options.lines = 1 + mRandom() % (height - options.firstLine);
     if (pairs) {
       options.firstLine -= options.firstLine % 2;
       options.lines = std::min(height - options.firstLine, (options.lines + 1) / 2 * 2);
@@ -57,38 +56,37 @@ class ConvertImageTest : public testing::Test {
   }
 
   // Converts noise and compares all bytes of the destination.
-  void Check(PixelTypeID from, PixelTypeID to, const Geometry& size, std::size_t sourceLine,
-             std::size_t destinationLine, const ConvertOptions& options) {
+  void Check(const View& source, const View& destination, const model::Options& options) {
     const auto side = mRandom() % 4 == 0 ? GuardedBuffer::Against::BEGIN : GuardedBuffer::Against::END;
-    const Bytes from8 = Noise(*RequiredSize(from, size.width, size.height, sourceLine), mRandom);
-    const Bytes before = Noise(*RequiredSize(to, size.width, size.height, destinationLine), mRandom);
-    std::uint8_t* const in = mSource.Place(from8.size(), side);
+    const Bytes from = Noise(source.Bytes());
+    const Bytes before = Noise(destination.Bytes());
+    std::uint8_t* const in = mSource.Place(from.size(), side);
     std::uint8_t* const out = mDestination.Place(before.size(), side);
-    std::copy(from8.begin(), from8.end(), in);
+    std::copy(from.begin(), from.end(), in);
     std::copy(before.begin(), before.end(), out);
-    const ConstImageView source{from, in, from8.size(), size.width, size.height, sourceLine};
-    const ImageView destination{to, out, before.size(), size.width, size.height, destinationLine};
 
-    const ConversionResult result = ConvertImage(source, destination, options);
+    const ConversionResult result =
+        ConvertImage({source.type, in, from.size(), source.width, source.height, source.line},
+                     {destination.type, out, before.size(), destination.width, destination.height, destination.line},
+                     {mFilters.FilterOf(options.filter), options.flags, options.firstLine, options.lines});
 
     const std::string what = Describe(source, destination, options);
     ASSERT_TRUE(result.IsOK()) << what << ": " << result.message;
-    const Bytes expected = unchecked::Convert(source, destination, options, from8, before);
+    const Bytes expected = model::ConvertImage(source, destination, options, from, before);
     const std::size_t at = model::FirstDifference(out, expected);
     ASSERT_EQ(at, expected.size()) << what << ": " << unsigned{out[at]} << " for " << unsigned{expected[at]};
   }
 
-  static std::string Describe(const ConstImageView& source, const ImageView& destination,
-                              const ConvertOptions& options) {
+  static std::string Describe(const View& source, const View& destination, const model::Options& options) {
     std::ostringstream text;
     text << std::hex << "0x" << source.type << " to 0x" << destination.type << std::dec << ", " << source.width << " x "
-         << source.height << " in lines of " << source.lineSize << " and " << destination.lineSize << ", flags 0x"
-         << std::hex << options.flags << std::dec << ", lines from " << options.firstLine << ": " << options.lines;
+         << source.height << " in lines of " << source.line << " and " << destination.line << ", flags 0x" << std::hex
+         << options.flags << std::dec << ", lines from " << options.firstLine << ": " << options.lines;
     return text.str();
   }
 
   Random mRandom{5};
-  RGBFilter mFilter{8};
+  model::Filters mFilters{mRandom};
 
  private:
   GuardedBuffer mSource{1 << 21};
@@ -97,33 +95,31 @@ class ConvertImageTest : public testing::Test {
 
 constexpr bool IsInterlaced(PixelTypeID type) { return (type & kInterlacedFlag) != 0; }
 
-TEST_F(ConvertImageTest, EveryPairEqualsTheUncheckedConversion) {
-  PixelTypeID from = 0;
-  PixelTypeID to = 0;
-  for (unsigned long i = 0; PixelTypeFactory::EnumConverters(i, from, to); ++i) {
-    if (from >> 32 != 0 || to >> 32 != 0) continue;  // types of other tests
+TEST_F(ConvertImageTest, EveryPairEqualsTheModel) {
+  for (const auto& [from, to] : model::AllPairs()) {
     const bool pairs = PixelTypeFactory::FindConverter(from, to)->GetLinesPerStep() > 1;
     for (unsigned round = 0; round < 24; ++round) {
       const unsigned long least = pairs ? 2 : 1;
       const Geometry size{least + mRandom() % OneOf(mRandom, {6, 40}), least + mRandom() % 9};
-      std::size_t sourceLine = Padded(from, size.width, mRandom);
+      std::size_t sourceLine = Padded(from, size.width);
       if (from == 0x10010001 || (IsInterlaced(from) && size.height % 2 != 0)) sourceLine = 0;
-      Check(from, to, size, sourceLine, Padded(to, size.width, mRandom), AnyOptions(size.height, pairs, mRandom));
+      Check({from, size.width, size.height, sourceLine}, {to, size.width, size.height, Padded(to, size.width)},
+            AnyOptions(size.height, pairs));
       if (HasFatalFailure()) return;
     }
   }
 }
 
-// Longer than what a chain converts at a time, and wider than what it keeps inside.
-TEST_F(ConvertImageTest, ChainsOfAnySizeEqualTheUncheckedConversion) {
+// Longer than the band that a chain converts at a time, and wider than what is kept on the stack.
+TEST_F(ConvertImageTest, ChainsOfAnySizeEqualTheModel) {
   for (const PixelTypeID from : {0x20040, 0x420012, 0x320011, 0x1020010, 0x10007}) {
     for (const Geometry& size : {Geometry{300, 401}, Geometry{301, 500}, Geometry{7001, 21}, Geometry{26002, 6}}) {
       for (const std::size_t padding : {0U, 2U}) {
         if (padding != 0 && IsInterlaced(from) && size.height % 2 != 0) continue;
-        const std::size_t line = Layout::LineStep(from, size.width) + padding;
-        for (const unsigned long flags : {0x40UL, 0x180UL}) {
-          Check(from, 0x420006, size, line, 0, {nullptr, flags});
-          Check(from, 0x820002, size, line, 0, {&mFilter, flags, 2, 4});
+        const View source(from, size.width, size.height, View::DenseLine(from, size.width) + padding);
+        for (const std::uint32_t flags : {0x40U, 0x180U}) {
+          Check(source, {0x420006, size.width, size.height, 0}, {flags, nullptr, 0, size.height});
+          Check(source, {0x820002, size.width, size.height, 0}, {flags, mFilters.Pick(mRandom), 2, 4});
         }
       }
     }

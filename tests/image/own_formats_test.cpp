@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "LmImagingLib/Image.h"
@@ -85,6 +86,55 @@ TEST(ConvertImage, TakesAnApplicationsChainWhereItReadsNothingBeyond) {
   EXPECT_EQ(gray, Bytes(12, 0xAA));
   EXPECT_NE(convert(5, 0).message.find("source.width is 5"), std::string::npos);
   EXPECT_NE(convert(4, 9).message.find("without padding"), std::string::npos);
+}
+
+// Types that contradict the converters that they are registered for.
+TEST(ConvertImage, GoesByTheConverterWhereATypeSaysOtherwise) {
+  constexpr PixelTypeID kOnePlane = 0x5000000010012;
+  const PixelType type(kOnePlane, 8, 1, false);
+  ASSERT_TRUE(PixelTypeFactory::RegisterPixelType(kOnePlane, &type, "one plane").IsOK());
+  ASSERT_TRUE(PixelTypeFactory::ClonePixelConverters(0x820002, kOnePlane).IsOK());
+  Bytes planes(36), pixels(36);
+  const auto convert = [&](PixelTypeID from, PixelTypeID to, std::size_t planeBytes) {
+    const std::size_t sizes[] = {from == kOnePlane ? planeBytes : 36, to == kOnePlane ? planeBytes : 36};
+    return ConvertImage({from, planes.data(), sizes[0], 4, 3}, {to, pixels.data(), sizes[1], 4, 3});
+  };
+  EXPECT_EQ(RequiredSize(kOnePlane, 4, 3), 36u);
+  for (const auto& [from, to] : {std::pair(kOnePlane, PixelTypeID{0x420002}), {PixelTypeID{0x420002}, kOnePlane}}) {
+    EXPECT_FALSE(convert(from, to, 35).IsOK());
+    EXPECT_TRUE(convert(from, to, 36).IsOK());
+  }
+}
+
+TEST(ConvertImage, RefusesConvertersThatCannotBeRun) {
+  constexpr PixelTypeID kSteps0 = 0x5000000010013, kWide = 0x5000000010014;
+  static const PixelConverter sSteps0(kSteps0, 0x10001, 1, 1, 1, 0);  // stay registered
+  static const PixelConverter sNarrows(0x20003, 0x10001, 4, 1, 1, 1);
+  static const ComplexConverter sOurs(*PixelTypeFactory::FindConverter(0x10001, 0x20003),
+                                      *PixelTypeFactory::FindConverter(0x20003, 0x20001));
+  static const ComplexConverter sTheirs(*PixelTypeFactory::FindConverter(0x10001, 0x20003), sNarrows);
+  const PixelType type(kSteps0, 8, 1, false);
+  for (const PixelTypeID id : {kSteps0, kWide}) {
+    ASSERT_TRUE(PixelTypeFactory::RegisterPixelType(id, &type, nullptr).IsOK());
+  }
+  ASSERT_TRUE(PixelTypeFactory::RegisterPixelConverter(sSteps0).IsOK());
+  ASSERT_TRUE(PixelTypeFactory::RegisterPixelConverter(kWide, 0x20001, &sOurs).IsOK());
+  ASSERT_TRUE(PixelTypeFactory::RegisterPixelConverter(kWide, 0x10001, &sTheirs).IsOK());
+  Bytes bytes(64);
+  ConversionResult result = ConvertImage({kSteps0, bytes.data(), 6, 3, 2}, {0x10001, &bytes[32], 6, 3, 2});
+  EXPECT_NE(result.message.find("0 lines"), std::string::npos) << result.message;
+#ifndef _WIN32  // whose unsigned long has 32 bits
+  // A line, or an image, of four gigabytes between the stages.
+  const struct {
+    PixelTypeID to;
+    unsigned long width, pixelBytes;
+  } wide[] = {{0x20001, 0x3FFFFFFE, 2}, {0x10001, 0x40000000, 1}, {0x10001, 0x40000010, 1}};
+  for (const auto& call : wide) {
+    result = ConvertImage({kWide, bytes.data(), call.width, call.width, 1},
+                          {call.to, bytes.data() + call.width, call.pixelBytes * call.width, call.width, 1});
+    EXPECT_NE(result.message.find("between the stages"), std::string::npos) << result.message;
+  }
+#endif
 }
 
 }  // namespace

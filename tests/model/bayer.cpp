@@ -17,7 +17,8 @@ class Mosaic {
   int Sample(std::ptrdiff_t y, std::ptrdiff_t x) const {
     const auto lineSize = static_cast<std::ptrdiff_t>(mLine.sourceLineSize);
     const std::ptrdiff_t at = (y - static_cast<std::ptrdiff_t>(mLine.index)) * lineSize + x * mSampleBytes;
-    return static_cast<int>((mSampleBytes == 1 ? mLine.Read8(at) : mLine.Read16(at)) >> mLine.stage.shift);
+    // Bits above the sample are dropped.
+    return static_cast<int>((mSampleBytes == 1 ? mLine.Read8(at) : mLine.Read16(at)) >> mLine.stage.shift & 0xFF);
   }
 
   /// The colour of the 2 x 2 cell whose left column is x.

@@ -37,8 +37,11 @@ void Convert(const Route& route, const Call& call, Bytes& source, Bytes& destina
   whole.destinationWidth = whole.pixelsPerLine = call.sourceWidth;
   whole.destinationHeight = whole.lines = call.sourceHeight;
   whole.padding = 0;
+  whole.stride = 0;
   Run(route.first, whole, source, intermediate);
-  Run(*route.second, call, intermediate, destination);
+  Call second = call;
+  second.sourceLine = 0;
+  Run(*route.second, second, intermediate, destination);
 }
 
 }  // namespace model

@@ -11,17 +11,13 @@ namespace {
 
 constexpr std::uint8_t kUntouched = 0xA5;
 
-/// Noise; in one frame of four mostly black and white, where clamping shows. The little-endian words of formats that
-/// leave the bits above the sample open stay within its width.
-std::vector<std::uint8_t> MakeSamples(std::size_t size, const Stage& reader, Random& random) {
+/// Noise; in one frame of four mostly black and white, where clamping shows.
+std::vector<std::uint8_t> MakeSamples(std::size_t size, Random& random) {
   std::vector<std::uint8_t> samples(size);
   const bool extreme = random() % 4 == 0;
   for (std::uint8_t& sample : samples) {
     const std::uint32_t bits = random();
     sample = static_cast<std::uint8_t>(!extreme || bits % 8 == 0 ? bits >> 8 : bits % 2 == 0 ? 0 : 0xFF);
-  }
-  if (reader.kernel == YUV10 || reader.kernel == Bayer16) {
-    for (std::size_t i = 1; i < size; i += 2) samples[i] &= static_cast<std::uint8_t>((1u << reader.shift) - 1);
   }
   return samples;
 }
@@ -34,6 +30,34 @@ std::vector<std::uint8_t> Cut(const std::vector<std::uint8_t>& content, std::siz
 
 std::uint32_t OneOf(Random& random, std::initializer_list<std::uint32_t> choices) {
   return choices.begin()[random() % choices.size()];
+}
+
+Filters::Filters(Random& random)
+    : mFilters{LmImagingLib::RGBFilter(8), LmImagingLib::RGBFilter(8), LmImagingLib::RGBFilter(12),
+               LmImagingLib::RGBFilter(8), LmImagingLib::RGBFilter(10)} {
+  mFilters[1].SetMultipliers(1.6, 1.0, 0.25, 0, 7, 100);
+  mFilters[2].SetMultipliers(1.0, 2.0, 1.09);
+  // Written without bringing the identity flag up to date, which a conversion must not trust.
+  for (unsigned long i = 0; i < 256; ++i) {
+    for (LmImagingLib::RGBFilter* filter : {&mFilters[3], &mFilters[4]}) {
+      const auto any = [&] { return static_cast<unsigned short>(random() % filter->GetEntryCount()); };
+      filter->SetRedValue(i, any(), false);
+      filter->SetGreenValue(i, any(), false);
+      filter->SetBlueValue(i, any(), false);
+    }
+  }
+  for (std::size_t k = 0; k < kCount; ++k) {
+    for (unsigned i = 0; i < 256; ++i) {
+      mTables[k].red[i] = mFilters[k].GetRedValue8(i);
+      mTables[k].green[i] = mFilters[k].GetGreenValue8(i);
+      mTables[k].blue[i] = mFilters[k].GetBlueValue8(i);
+    }
+  }
+}
+
+const Filter* Filters::Pick(Random& random) const {
+  const std::size_t k = random() % (kCount + 1);
+  return k < kCount ? &mTables[k] : nullptr;
 }
 
 std::string Frame::Describe() const {
@@ -50,7 +74,7 @@ Frame MakeFrame(Id from, Id to, const Call& call, Random& random, std::uint8_t b
   const std::size_t room = 8u * (call.sourceWidth + 8) * (call.sourceHeight + 2);
   const std::size_t destinationRoom =
       3 * (8u * (call.destinationWidth + 8) + call.padding) * (call.destinationHeight + 2);
-  Bytes source(MakeSamples(room, route.first, random));
+  Bytes source(MakeSamples(room, random));
   Bytes destination(std::vector<std::uint8_t>(destinationRoom, kUntouched));
   Bytes intermediate(std::vector<std::uint8_t>(route.second ? room : 0, between));
   Convert(route, call, source, destination, intermediate);

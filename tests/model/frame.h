@@ -27,6 +27,23 @@ class Random {
 /// A number from `choices`, each as likely as the others.
 std::uint32_t OneOf(Random& random, std::initializer_list<std::uint32_t> choices);
 
+/// Null, the identity, gains, or noise, in tables of 8 or more bits: filters of the library and their tables.
+class Filters {
+ public:
+  explicit Filters(Random& random);
+
+  /// The tables of a filter, or null.
+  const Filter* Pick(Random& random) const;
+  const LmImagingLib::RGBFilter* FilterOf(const Filter* tables) const {
+    return tables != nullptr ? &mFilters[static_cast<std::size_t>(tables - mTables)] : nullptr;
+  }
+
+ private:
+  static constexpr std::size_t kCount = 5;
+  LmImagingLib::RGBFilter mFilters[kCount];
+  Filter mTables[kCount];
+};
+
 /// One conversion with all it needs and all it must give.
 struct Frame {
   Id from, to;

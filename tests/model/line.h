@@ -21,6 +21,8 @@ struct Call {
   std::uint32_t flags;
   std::uint32_t padding;
   const Filter* filter;  ///< null: the identity
+  std::size_t sourceLine = 0;  ///< bytes from a source line to the next; 0 as many as its pixels take
+  std::size_t stride = 0;      ///< the same of the destination, padding included
 };
 
 struct Color {
@@ -54,8 +56,8 @@ class Line {
       : stage(theStage),
         call(theCall),
         pixels(call.pixelsPerLine),
-        sourceLineSize(stage.SourceLineSize(call.sourceWidth)),
-        stride(stage.DestinationLineSize(call.destinationWidth) + call.padding),
+        sourceLineSize(call.sourceLine != 0 ? call.sourceLine : stage.SourceLineSize(call.sourceWidth)),
+        stride(call.stride != 0 ? call.stride : stage.DestinationLineSize(call.destinationWidth) + call.padding),
         mSource(source),
         mDestination(destination) {}
 

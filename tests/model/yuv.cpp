@@ -31,7 +31,9 @@ void YUV8GEV(Line& line) {
 
 void YUV10(Line& line) {
   ConvertGroups(line, Even(line.pixels), 2, 8, [&](const std::uint8_t* g, std::size_t p) {
-    const auto sample = [&](std::size_t word) { return (g[2 * word] + g[2 * word + 1] * 256) >> line.stage.shift; };
+    const auto sample = [&](std::size_t word) {
+      return (g[2 * word] + g[2 * word + 1] * 256) >> line.stage.shift & 0xFF;
+    };
     return FromYUV(sample(2 * p), sample(1), sample(3));
   });
 }
