@@ -1,6 +1,6 @@
-// Throws views of any type, geometry and size at ConvertImage. Buffers have exactly the size that the views tell, so
-// that the sanitizers see every byte too many. What is accepted must equal the unchecked conversion; what is refused
-// must say why and touch nothing.
+// Throws views of any type, geometry and size at ConvertImage. Buffers have exactly the size that the views say, so that
+// the sanitizers see every byte too many. A conversion that is accepted must equal the model; one that is refused must
+// say why and touch nothing.
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
@@ -9,14 +9,16 @@
 #include <vector>
 
 #include "LmImagingLib/Image.h"
+#include "LmImagingLib/PixelTypeFactory.h"
 #include "LmImagingLib/RGBFilter.h"
-#include "image/unchecked.h"
+#include "model/frame.h"
+#include "model/image.h"
 #include "simd/instruction_set.h"
 
 namespace LmImagingLib {
 namespace {
 
-using unchecked::Bytes;
+using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::size_t kMostBytes = 1 << 18;
 
@@ -52,15 +54,15 @@ const std::vector<Pair>& Pairs() {
   return sPairs;
 }
 
-const RGBFilter* AnyFilter(Choices& choices) {
-  static const std::vector<RGBFilter> sFilters = [] {
-    std::vector<RGBFilter> filters{RGBFilter(8), RGBFilter(8), RGBFilter(12)};
-    filters[1].SetMultipliers(1.6, 1.0, 0.25, 0, 7, 100);
-    filters[2].SetMultipliers(0.5, 2.0, 1.09);
-    return filters;
-  }();
-  const std::size_t k = choices.Below(sFilters.size() + 1);
-  return k < sFilters.size() ? &sFilters[k] : nullptr;
+const model::Filters& Filters() {
+  static model::Random sRandom(1);
+  static const model::Filters sFilters(sRandom);
+  return sFilters;
+}
+
+const model::Filter* AnyFilter(Choices& choices) {
+  model::Random random(static_cast<std::uint32_t>(choices.Number(1)));
+  return Filters().Pick(random);
 }
 
 unsigned long AnyLength(Choices& choices) {
@@ -82,12 +84,12 @@ void ChooseBytes(View& view, Choices& choices) {
   if (view.size > kMostBytes) view.size = choices.Number(2);
 }
 
-ConvertOptions AnyOptions(unsigned long height, Choices& choices) {
+ConvertOptions AnyOptions(unsigned long height, const model::Filter* filter, Choices& choices) {
   constexpr unsigned long kFlags[] = {0, 0x10, 0x20, 0x40, 0x80, 0xC0};
   ConvertOptions options;
   options.flags = kFlags[choices.Below(std::size(kFlags))] | (choices.OneIn(2) ? 0x100 : 0) | choices.Below(2);
   if (choices.OneIn(32)) options.flags = choices.Number(8);
-  options.filter = AnyFilter(choices);
+  options.filter = Filters().FilterOf(filter);
   if (choices.OneIn(3)) {
     options.firstLine = choices.OneIn(16) ? choices.Number(8) : choices.Below(height % 256 + 1);
     options.lines = choices.OneIn(16) ? choices.Number(8) : choices.Below(height % 256 + 1);
@@ -137,6 +139,19 @@ void FillWithNoise(std::uint8_t* bytes, std::size_t size, std::uint64_t seed) {
   std::abort();
 }
 
+Bytes Expected(const ConstImageView& source, const ImageView& destination, const ConvertOptions& options,
+               const model::Filter* filter, const Bytes& from, Bytes before) {
+  const model::View in(source.type, source.width, source.height, source.lineSize);
+  const model::View out(destination.type, destination.width, destination.height, destination.lineSize);
+  const std::size_t lines = options.lines == ConvertOptions::kAllLines ? source.height : options.lines;
+  // The model reads and writes exactly the images; what is behind them stays.
+  Bytes image(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(out.Bytes()));
+  image = model::ConvertImage(in, out, {static_cast<std::uint32_t>(options.flags), filter, options.firstLine, lines},
+                              from, image);
+  std::copy(image.begin(), image.end(), before.begin());
+  return before;
+}
+
 void Run(Choices& choices) {
   std::size_t set = choices.Below(kInstructionSets);
   while (!HasInstructionSet(set)) set = (set + 1) % kInstructionSets;
@@ -153,7 +168,8 @@ void Run(Choices& choices) {
   destination.height = choices.OneIn(32) ? AnyLength(choices) : source.height;
   ChooseBytes(source, choices);
   ChooseBytes(destination, choices);
-  const ConvertOptions options = AnyOptions(source.height, choices);
+  const model::Filter* const filter = AnyFilter(choices);
+  const ConvertOptions options = AnyOptions(source.height, filter, choices);
 
   const Memory memory(source.size, destination.size, choices);
   FillWithNoise(memory.source, source.size, choices.Number(2));
@@ -167,7 +183,7 @@ void Run(Choices& choices) {
 
   const bool accepted = result.IsOK();
   if (accepted != result.message.empty()) Fail("message and result contradict", source, destination, options, result);
-  const Bytes expected = accepted ? unchecked::Convert(source, destination, options, from, before) : before;
+  const Bytes expected = accepted ? Expected(source, destination, options, filter, from, before) : before;
   if (!std::equal(expected.begin(), expected.end(), memory.destination)) {
     Fail(accepted ? "another picture" : "written though refused", source, destination, options, result);
   }
