@@ -32,6 +32,12 @@ inline constexpr unsigned long kBilinear = 0x100;
 /// Destinations of more than 8 bits receive all the bits of the samples: a value v of S bits becomes v << (D - S) or
 /// v >> (S - D) in a destination of D bits. Clear: samples are brought to their upper 8 bits first.
 inline constexpr unsigned long kFullDepth = 0x800;
+/// The fourth channel of destinations of 32 and 64 bits is all ones. Clear: it is 0.
+inline constexpr unsigned long kOpaque = 0x2000;
+/// YUV sources use all of 0 to 255 (ITU-T T.871, as JPEG files do). Clear: the studio range of 16 to 235 and 240.
+inline constexpr unsigned long kFullRange = 0x4000;
+/// YUV sources have the coefficients of ITU-R BT.709. Clear: those of ITU-R BT.601.
+inline constexpr unsigned long kBT709 = 0x8000;
 }  // namespace ConversionFlags
 
 /// Converts images from one pixel type to another.

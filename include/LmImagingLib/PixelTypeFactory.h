@@ -4,6 +4,7 @@
 
 #include "LmBaseLib/Export.h"
 #include "LmBaseLib/Result.h"
+#include "LmImagingLib/Extended.h"
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeID.h"
 
@@ -92,6 +93,7 @@ class LM_EXPORT PixelTypeFactory {
 
  private:
   friend struct RegistryRelease;
+  friend LmBaseLib::Result RegisterExtendedFormats();
   static PixelTypeFactoryInternal* Internal();
 
   static PixelTypeFactoryInternal* sInternal;

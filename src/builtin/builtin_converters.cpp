@@ -21,16 +21,10 @@ Made MakeReorder(const TypeRow& row, const PixelTypeID& from, const PixelTypeID&
   return std::make_unique<Dalsa4x16ToGrayscale16>(from, to);
 }
 
-// A mosaic of samples is brought to 8 bits as gray is.
-const Writer& LineWriterOf(const PixelTypeID& to) {
-  const Writer* const writer = FindWriter(to);
-  return writer != nullptr ? *writer : Writers::kGrayscale8;
-}
-
 }  // namespace
 
-Made MakeBuiltinConverter(const PixelTypeID& from, const PixelTypeID& to) {
-  const Route route = RouteOf(from, to);
+Made MakeBuiltinConverter(const PixelTypeID& from, const PixelTypeID& to, Extent extent) {
+  const Route route = RouteOf(from, to, extent);
   if (route.kind == Route::Kind::kNone) return nullptr;
   const TypeRow& row = *FindTypeRow(from);
   switch (route.kind) {
@@ -41,12 +35,12 @@ Made MakeBuiltinConverter(const PixelTypeID& from, const PixelTypeID& to) {
     case Route::Kind::kReorder:
       return MakeReorder(row, from, to);
     case Route::Kind::kDemosaic:
-      return std::make_unique<BayerConverter>(SourceType(row), *FindWriter(to), from, to);
+      return std::make_unique<BayerConverter>(SourceType(row), *FindWriter(row, to), from, to);
     case Route::Kind::kChain:
       return std::make_unique<ComplexConverter>(*PixelTypeFactory::FindConverter(from, route.via),
                                                 *PixelTypeFactory::FindConverter(route.via, to));
     default:
-      return std::make_unique<LineConverter>(SourceType(row), LineWriterOf(to), from, to);
+      return std::make_unique<LineConverter>(SourceType(row), *FindWriter(row, to), from, to);
   }
 }
 

@@ -59,8 +59,9 @@ void BandedChain::ConvertLines(const Frame& frame, std::uint32_t first, std::uin
   if (rows != nullptr && mSecond->ConvertRows(*rows, frame, first, end)) return;
 
   const std::size_t lineBytes = std::size_t{mFirst->GetDestinationPixelByteSize()} * frame.sourceWidth;
-  const std::uint32_t reach = mSecond->Reach(frame.flags);
   const auto step = static_cast<std::uint32_t>(mSecond->GetLinesPerStep());
+  // A rest of fewer lines than a step needs the lines above it.
+  const std::uint32_t reach = std::max(mSecond->Reach(frame.flags), step - 1);
   Band band(std::max<std::size_t>(lineBytes, 1), end - first, reach);
   Frame in = frame;
   in.destination = band.Data();

@@ -84,7 +84,7 @@ Demosaicer<Sample>::Demosaicer(const MosaicSource& source, const Writer& writer,
       mMask(source.type.MaskOf<Sample>()) {
   const bool inFull = writer.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
   mFit = FitOf(sizeof(Sample) == 1 ? 8 : source.type.depth, writer, inFull);
-  if (sizeof(Sample) == 1 && inFull) {
+  if (sizeof(Sample) == 1 && inFull && !IsLuma(writer)) {
     mSteps.widening = LookupOf<std::uint16_t>(frame, 8, writer);
   } else {
     mSteps.tables = LookupOf<Sample>(frame, source.type.depth, writer);
@@ -112,7 +112,8 @@ typename Demosaicer<Sample>::Pair Demosaicer<Sample>::PairAt(std::uint32_t line,
   const std::uint32_t top = count == 1 ? line - 1 : line;
   Pair pair{mLayoutCell ^ (top % 2 != 0 ? kCellBelow : 0),
             {},
-            {TargetAt(destination, mFrame, mFit), TargetAt(destination + mFrame.destinationLine, mFrame, mFit)},
+            {TargetAt(destination, mFrame, mFit, mWriter),
+             TargetAt(destination + mFrame.destinationLine, mFrame, mFit, mWriter)},
             count};
   if (withNeighbours) pair.rows[0] = mRows.Row(top - 1);
   pair.rows[1] = mRows.Row(top);
@@ -194,7 +195,7 @@ SourceLines Demosaicer<Sample>::CellsAt(const Pair& pair, std::size_t column, st
 // The shortcut for pixels from one of cell code `cell` on, or null where strips have to be used.
 template <class Sample>
 const Shortcut* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Pair& pair, std::uint32_t cell) const {
-  if (sizeof(Sample) != 1 || mSteps.tables != nullptr || pair.count != 2) return nullptr;
+  if (sizeof(Sample) != 1 || mSteps.tables != nullptr || pair.count != 2 || pair.lines[0].opaque) return nullptr;
   // Only aligned lines can be stored past the caches. Strips align either line.
   if (pair.lines[0].streams && mFrame.destinationLine % kCacheLine != 0) return nullptr;
   return (cell & ~kShortcutCells) == 0 ? mShortcuts.own[method] : mShortcuts.swapped[method];

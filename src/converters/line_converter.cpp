@@ -5,6 +5,7 @@
 
 #include "converters/line_tail.h"
 #include "filter/filter_tables.h"
+#include "formats/yuv_matrices.h"
 #include "walk/lines.h"
 #include "walk/tap_strips.h"
 
@@ -28,7 +29,9 @@ const LookupTables<std::uint8_t>* LookupOf(const Frame& frame, std::uint32_t /*d
 }
 template <>
 const LookupTables<std::uint16_t>* LookupOf(const Frame& frame, std::uint32_t depth, const Writer& writer) {
-  return frame.filter == nullptr ? nullptr : TablesOf(*frame.filter).Lookup(depth, writer.depth);
+  if (frame.filter == nullptr) return nullptr;
+  // Luma is summed at the depth of the samples.
+  return TablesOf(*frame.filter).Lookup(depth, IsLuma(writer) ? depth : writer.depth);
 }
 
 /// The lines of a frame, decoded into bytes or into words.
@@ -40,10 +43,14 @@ class LineConverter::Lines {
         mFrame(frame),
         mInFull(converter.mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0),
         mFit(FitOf(sizeof(Sample) == 1 ? 8 : converter.mSource.depth, converter.mWriter, mInFull)),
+        mMatrix(MatrixOf(frame.flags, IsLuma(converter.mWriter))),
         mSteps{Format().decode.template Of<Sample>().Active(), Format().groupPixels, Format().Is(kBytes), nullptr,
                converter.mWriter} {
     if (Format().Is(kGray)) return;
-    if (sizeof(Sample) == 1 && mInFull) {
+    if constexpr (sizeof(Sample) == 1) {
+      if (IsByMatrix()) mSteps.decode = Format().decodeByMatrix.Active();
+    }
+    if (sizeof(Sample) == 1 && mInFull && !IsLuma(converter.mWriter)) {
       mSteps.widening = LookupOf<std::uint16_t>(frame, 8, converter.mWriter);
     } else {
       mSteps.tables = LookupOf<Sample>(frame, converter.mSource.depth, converter.mWriter);
@@ -51,10 +58,10 @@ class LineConverter::Lines {
   }
 
   void ConvertPixels(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels) const {
-    const TargetLine target = TargetAt(destination, mFrame, mFit);
+    const TargetLine target = TargetAt(destination, mFrame, mFit, mSteps.writer);
     const SourceLines lines = LinesAt(source);
     const Shortcut* const shortcut = mConverter.mShortcut;
-    if (shortcut != nullptr && mSteps.tables == nullptr) {
+    if (shortcut != nullptr && mSteps.tables == nullptr && !IsByMatrix() && !target.opaque) {
       ConvertDirectly(shortcut->convert.Active(), mSteps.groupPixels, mSteps.writer, lines, pixels, &target, 0);
     } else {
       ConvertStrips(mSteps, lines, pixels, &target, 1, 0);
@@ -62,7 +69,7 @@ class LineConverter::Lines {
   }
 
   void ConvertTaps(const FrameLine& line) const {
-    const TargetLine target = TargetAt(line.destination, mFrame, mFit);
+    const TargetLine target = TargetAt(line.destination, mFrame, mFit, mSteps.writer);
     StoreKernel<Sample>* const store = mSteps.writer.store.template Of<Sample>().Active();
     ForEachTapStrip(mSteps.decode, LinesAt(line.source), mFrame.pixels / 2, mConverter.mSource.readout,
                     [&](const Sample* samples, std::size_t count, std::size_t first) {
@@ -82,14 +89,18 @@ class LineConverter::Lines {
 
  private:
   const struct Format& Format() const { return *mConverter.mSource.format; }
+  bool IsByMatrix() const { return mMatrix != nullptr && Format().decodeByMatrix.of[0] != nullptr; }
   SourceLines LinesAt(const std::uint8_t* line) const {
-    return mConverter.mSource.Lines<Sample>(line, mFrame.SourcePlane(), mFrame.fetchAhead);
+    SourceLines lines = mConverter.mSource.Lines<Sample>(line, mFrame.SourcePlane(), mFrame.fetchAhead);
+    lines.matrix = mMatrix;
+    return lines;
   }
 
   const LineConverter& mConverter;
   const Frame& mFrame;
   const bool mInFull;
   const Fit mFit;
+  const YuvMatrix* const mMatrix;
   StripSteps<Sample> mSteps;
 };
 

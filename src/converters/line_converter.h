@@ -17,7 +17,7 @@ class LineConverter : public LibraryConverter {
   void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
   ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const override;
 
-  const SourceType* Rows() const override { return &mWriter == &Writers::kGrayscale8 ? &mSource : nullptr; }
+  const SourceType* Rows() const override { return mWriter.isBytes && mWriter.planes == 1 ? &mSource : nullptr; }
 
  private:
   template <class Sample>
@@ -40,8 +40,10 @@ const LookupTables<Sample>* LookupOf(const Frame& frame, std::uint32_t depth, co
 Fit FitOf(std::uint32_t depth, const Writer& writer, bool inFull);
 
 /// Where the pixels of a writer's line go.
-inline TargetLine TargetAt(std::uint8_t* line, const Frame& frame, const Fit& fit) {
-  return {line, frame.DestinationPlane(), frame.streams, fit};
+inline TargetLine TargetAt(std::uint8_t* line, const Frame& frame, const Fit& fit, const Writer& writer) {
+  const bool hasFourth = writer.pixelBytes == 4 || writer.pixelBytes == 8;
+  return {line, frame.DestinationPlane(), frame.streams, fit,
+          hasFourth && (frame.flags & ConversionFlags::kOpaque) != 0};
 }
 
 }  // namespace LmImagingLib

@@ -8,23 +8,36 @@
 
 namespace LmImagingLib {
 
+void PixelTypeFactoryInternal::Extend() {
+  mExtent = Extent::kExtended;
+  mPairs.clear();
+}
+
+bool PixelTypeFactoryInternal::HasBuiltinPair(const Pair& pair) const {
+  return RouteOf(pair.first, pair.second, mExtent).kind != Route::Kind::kNone;
+}
+
+const TypeRow* PixelTypeFactoryInternal::FindBuiltinType(const PixelTypeID& id) const {
+  return IsExtended(id) && mExtent == Extent::kStandard ? nullptr : FindTypeRow(id);
+}
+
 const PixelType* PixelTypeFactoryInternal::FindType(const PixelTypeID& id) {
   const auto found = mTypes.find(id);
   if (found != mTypes.end()) return found->second.get();
-  const TypeRow* const row = FindTypeRow(id);
+  const TypeRow* const row = FindBuiltinType(id);
   if (row == nullptr) return nullptr;
   std::unique_ptr<const PixelType> made(row->types->make(id));
   return mTypes.emplace(id, std::move(made)).first->second.get();
 }
 
 bool PixelTypeFactoryInternal::HasType(const PixelTypeID& id) const {
-  return FindTypeRow(id) != nullptr || mTypes.count(id) != 0;
+  return FindBuiltinType(id) != nullptr || mTypes.count(id) != 0;
 }
 
 const char* PixelTypeFactoryInternal::FindName(const PixelTypeID& id) {
   const auto found = mNames.find(id);
   if (found != mNames.end()) return found->second.c_str();
-  const TypeRow* const row = FindTypeRow(id);
+  const TypeRow* const row = FindBuiltinType(id);
   if (row == nullptr) return nullptr;
   if (row->name != nullptr) return row->name;
   return mNames.emplace(id, ComposeTypeName(id, *FindType(id))).first->second.c_str();
@@ -55,9 +68,11 @@ void PixelTypeFactoryInternal::AddType(const PixelTypeID& id, std::unique_ptr<co
 
 std::vector<PixelTypeID> PixelTypeFactoryInternal::TypeIds() const {
   std::vector<PixelTypeID> ids;
-  for (const TypeRow& row : AllTypeRows()) ids.push_back(row.id);
+  for (const TypeRow& row : AllTypeRows()) {
+    if (FindBuiltinType(row.id) != nullptr) ids.push_back(row.id);
+  }
   for (const auto& [id, type] : mTypes) {
-    if (FindTypeRow(id) == nullptr) ids.push_back(id);
+    if (FindBuiltinType(id) == nullptr) ids.push_back(id);
   }
   std::sort(ids.begin(), ids.end());
   return ids;
@@ -66,7 +81,7 @@ std::vector<PixelTypeID> PixelTypeFactoryInternal::TypeIds() const {
 const PixelConverter* PixelTypeFactoryInternal::FindConverter(const Pair& pair) {
   const auto found = mConverters.find(pair);
   if (found != mConverters.end()) return found->second;
-  std::unique_ptr<const PixelConverter> made = MakeBuiltinConverter(pair.first, pair.second);
+  std::unique_ptr<const PixelConverter> made = MakeBuiltinConverter(pair.first, pair.second, mExtent);
   if (made == nullptr) return nullptr;
   mOwned.push_back(std::move(made));
   const PixelConverter* const converter = mOwned.back().get();
@@ -80,7 +95,7 @@ const PixelConverter* PixelTypeFactoryInternal::FindConverter(const Pair& pair) 
 }
 
 bool PixelTypeFactoryInternal::HasConverter(const Pair& pair) const {
-  return RouteOf(pair.first, pair.second).kind != Route::Kind::kNone || mConverters.count(pair) != 0;
+  return HasBuiltinPair(pair) || mConverters.count(pair) != 0;
 }
 
 void PixelTypeFactoryInternal::AddConverters(std::map<Pair, const PixelConverter*> added) {
@@ -96,10 +111,10 @@ const std::vector<PixelTypeFactoryInternal::Pair>& PixelTypeFactoryInternal::Pai
   if (!mPairs.empty()) return mPairs;
   std::vector<Pair> pairs;
   for (const TypeRow& row : AllTypeRows()) {
-    for (const PixelTypeID to : DestinationsOf(row.id)) pairs.emplace_back(row.id, to);
+    for (const PixelTypeID to : DestinationsOf(row.id, mExtent)) pairs.emplace_back(row.id, to);
   }
   for (const auto& [pair, converter] : mConverters) {
-    if (RouteOf(pair.first, pair.second).kind == Route::Kind::kNone) pairs.push_back(pair);
+    if (!HasBuiltinPair(pair)) pairs.push_back(pair);
   }
   std::sort(pairs.begin(), pairs.end());
   mPairs = std::move(pairs);

@@ -9,6 +9,7 @@
 #include "LmBaseLib/Gate.h"
 #include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelType.h"
+#include "formats/catalogue.h"
 
 namespace LmImagingLib {
 
@@ -17,6 +18,9 @@ namespace LmImagingLib {
 class PixelTypeFactoryInternal {
  public:
   using Pair = std::pair<PixelTypeID, PixelTypeID>;  ///< source, destination
+
+  /// Adds the extended formats.
+  void Extend();
 
   /// The description of a type, or null.
   const PixelType* FindType(const PixelTypeID& id);
@@ -39,6 +43,10 @@ class PixelTypeFactoryInternal {
   const std::vector<Pair>& Pairs();
 
  private:
+  bool HasBuiltinPair(const Pair& pair) const;
+  const TypeRow* FindBuiltinType(const PixelTypeID& id) const;
+
+  Extent mExtent = Extent::kStandard;
   std::map<PixelTypeID, std::unique_ptr<const PixelType>> mTypes;
   std::map<PixelTypeID, std::string> mNames;
   std::map<Pair, const PixelConverter*> mConverters;

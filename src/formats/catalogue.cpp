@@ -100,9 +100,14 @@ const TypeRow* FindTypeRow(PixelTypeID id) {
   return found != kTypes.end() && found->id == id ? &*found : nullptr;
 }
 
-const Writer* FindWriter(PixelTypeID id) {
-  const Writer* const writer = FindIn(kColorWriters, id);
-  return writer != nullptr ? writer : FindIn(kGrayWriters, id);
+const Writer* FindWriter(const TypeRow& from, PixelTypeID to) {
+  const Writer* writer = FindIn(kColorWriters, to);
+  if (writer == nullptr) writer = FindIn(kDeepColorWriters, to);
+  if (writer == nullptr) {
+    writer = from.types->reach == Reach::kGrays ? FindIn(kGrayWriters, to) : FindIn(kLumaWriters, to);
+  }
+  if (writer == nullptr && from.types->reach == Reach::kMosaic) writer = FindIn(kMosaicWriters, to);
+  return writer;
 }
 
 const Shortcut* FindShortcut(const char* layout, const Writer& writer) {
@@ -112,36 +117,43 @@ const Shortcut* FindShortcut(const char* layout, const Writer& writer) {
   return found == std::end(kShortcuts) ? nullptr : found;
 }
 
-Route RouteOf(PixelTypeID from, PixelTypeID to) {
+Route RouteOf(PixelTypeID from, PixelTypeID to, Extent extent) {
   using Kind = Route::Kind;
   const TypeRow* const row = FindTypeRow(from);
   if (row == nullptr) return {};
+  const bool isExtendedType = IsExtended(from) || IsExtended(to);
+  if (isExtendedType && extent == Extent::kStandard) return {};
   if (from == to) return {Kind::kIdentity};
   if (IsLineCopy(*row, to)) return {Kind::kCopy};
   const PixelTypeID ordered = OrderedType(*row);
   if (ordered != 0 && to == ordered) return {Kind::kReorder};
-  const bool isMosaic = row->types->reach == Reach::kMosaic;
-  if (isMosaic && to == kMosaic8) return {Kind::kLines};
-  const bool reaches = FindIn(kColorWriters, to) != nullptr ||
-                       (row->types->reach == Reach::kGrays && FindIn(kGrayWriters, to) != nullptr);
-  if (!reaches) return {};
+  const Reach reach = row->types->reach;
+  const bool isColor = FindIn(kColorWriters, to) != nullptr;
+  const bool isStandard = !isExtendedType && (isColor || (reach == Reach::kGrays && FindIn(kGrayWriters, to) != nullptr) ||
+                                              (reach == Reach::kMosaic && to == kMosaic8));
+  if (!isStandard && extent == Extent::kStandard) return {};
+  if (FindWriter(*row, to) == nullptr) return {};
   if (ordered != 0) return {Kind::kChain, ordered};
-  if (!isMosaic) return {Kind::kLines};
-  return IsPlainMosaic(*row) ? Route{Kind::kDemosaic} : Route{Kind::kChain, kMosaic8};
+  if (reach != Reach::kMosaic || FindIn(kMosaicWriters, to) != nullptr) return {Kind::kLines};
+  return isStandard && !IsPlainMosaic(*row) ? Route{Kind::kChain, kMosaic8} : Route{Kind::kDemosaic};
 }
 
-std::vector<PixelTypeID> DestinationsOf(PixelTypeID from) {
+std::vector<PixelTypeID> DestinationsOf(PixelTypeID from, Extent extent) {
   std::vector<PixelTypeID> ids;
-  const auto add = [&ids, from](PixelTypeID to) {
-    if (to != 0 && RouteOf(from, to).kind != Route::Kind::kNone) ids.push_back(to);
+  const auto add = [&](PixelTypeID to) {
+    if (to != 0 && RouteOf(from, to, extent).kind != Route::Kind::kNone) ids.push_back(to);
+  };
+  const auto addAll = [&](const auto& writers) {
+    for (const Writer* const writer : writers) {
+      std::for_each(std::begin(writer->types), std::end(writer->types), add);
+    }
   };
   add(from);
-  add(kMosaic8);
   add(OrderedType(*FindTypeRow(from)));
-  for (const Writer* const writer : kColorWriters)
-    std::for_each(std::begin(writer->types), std::end(writer->types), add);
-  for (const Writer* const writer : kGrayWriters)
-    std::for_each(std::begin(writer->types), std::end(writer->types), add);
+  addAll(kColorWriters);
+  addAll(kDeepColorWriters);
+  addAll(kGrayWriters);
+  addAll(kMosaicWriters);
   std::sort(ids.begin(), ids.end());
   ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
   return ids;

@@ -30,10 +30,16 @@ struct TypeRows {
 TypeRows AllTypeRows();
 /// The row of a type, or null.
 const TypeRow* FindTypeRow(PixelTypeID id);
-/// The writer of a destination type, or null.
-const Writer* FindWriter(PixelTypeID id);
+/// The writer for a pair, or null where none stores the destination.
+const Writer* FindWriter(const TypeRow& from, PixelTypeID to);
 /// The shortcut from a layout, or a method of demosaicing, to a writer; null where there is none.
 const Shortcut* FindShortcut(const char* layout, const Writer& writer);
+
+/// Whether a type is one of the extended formats: they have the format numbers from 0x0800 on.
+constexpr bool IsExtended(PixelTypeID id) { return (id & kFormatNumberMask) >= 0x0800; }
+
+/// The built-in entries that the registry has: those of old, or the extended ones too.
+enum class Extent { kStandard, kExtended };
 
 /// How a built-in pair is served.
 struct Route {
@@ -50,9 +56,9 @@ struct Route {
   Kind kind = Kind::kNone;
   PixelTypeID via = 0;
 };
-Route RouteOf(PixelTypeID from, PixelTypeID to);
+Route RouteOf(PixelTypeID from, PixelTypeID to, Extent extent);
 
 /// The destinations of a built-in type, itself included, ascending.
-std::vector<PixelTypeID> DestinationsOf(PixelTypeID from);
+std::vector<PixelTypeID> DestinationsOf(PixelTypeID from, Extent extent);
 
 }  // namespace LmImagingLib

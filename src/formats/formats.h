@@ -2,6 +2,7 @@
 
 #include "LmImagingLib/PixelType.h"
 #include "formats/format.h"
+#include "formats/sized_type.h"
 #include "formats/writers.h"
 
 // The table of formats, formats.inc, as constants. What it says at run time is in catalogue.h.
@@ -11,29 +12,41 @@ namespace LmImagingLib {
 #define LM_WIDE_FORMAT(Name, ...)                      \
   LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name) \
   LM_DECLARE_IN_SETS(DecodeKernel<std::uint16_t>, Name)
+#define LM_YUV_FORMAT(Name, ...)                       \
+  LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name) \
+  LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name##ByMatrix)
 #define LM_SHORTCUT(Layout, Destination, Name) LM_DECLARE_IN_SETS(DirectKernel, Name)
 #include "formats/formats.inc"
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
+#undef LM_YUV_FORMAT
 #undef LM_SHORTCUT
 
 inline constexpr Format kFormats[] = {
-#define LM_FORMAT(Name, ...) {#Name, {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}}, __VA_ARGS__},
-#define LM_WIDE_FORMAT(Name, ...) {#Name, LM_WIDE_TWINS(DecodeKernel, Name), __VA_ARGS__},
+#define LM_FORMAT(Name, ...) {#Name, {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}}, {}, __VA_ARGS__},
+#define LM_WIDE_FORMAT(Name, ...) {#Name, LM_WIDE_TWINS(DecodeKernel, Name), {}, __VA_ARGS__},
+#define LM_YUV_FORMAT(Name, ...)                           \
+  {#Name,                                                  \
+   {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}},       \
+   LM_TWINS(DecodeKernel<std::uint8_t>, Name##ByMatrix), \
+   __VA_ARGS__},
 #define LM_SHORTCUT(Layout, Destination, Name)
 #include "formats/formats.inc"
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
+#undef LM_YUV_FORMAT
 #undef LM_SHORTCUT
 };
 
 inline constexpr Shortcut kShortcuts[] = {
 #define LM_FORMAT(Name, ...)
 #define LM_WIDE_FORMAT(Name, ...)
+#define LM_YUV_FORMAT(Name, ...)
 #define LM_SHORTCUT(Layout, Destination, Name) {#Layout, &Writers::k##Destination, LM_TWINS(DirectKernel, Name)},
 #include "formats/formats.inc"
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
+#undef LM_YUV_FORMAT
 #undef LM_SHORTCUT
 };
 

@@ -26,7 +26,14 @@ LM_DECLARE_KERNEL(StoreKernel<std::uint8_t>, StoreRGB32)
 LM_DECLARE_KERNEL(StoreKernel<std::uint8_t>, StoreBGR32)
 LM_DECLARE_KERNEL(StoreKernel<std::uint8_t>, StorePlanar24)
 LM_DECLARE_KERNEL(StoreKernel<std::uint8_t>, StoreGrayscale8)
+LM_DECLARE_KERNEL(StoreKernel<std::uint8_t>, StoreLuma8)
 LM_DECLARE_WIDE_KERNEL(StoreKernel, StoreGrayWords)
+LM_DECLARE_WIDE_KERNEL(StoreKernel, StoreLumaWords)
+LM_DECLARE_WIDE_KERNEL(StoreKernel, StoreRGB48)
+LM_DECLARE_WIDE_KERNEL(StoreKernel, StoreBGR48)
+LM_DECLARE_WIDE_KERNEL(StoreKernel, StoreRGB64)
+LM_DECLARE_WIDE_KERNEL(StoreKernel, StoreBGR64)
+LM_DECLARE_WIDE_KERNEL(StoreKernel, StorePlanar48)
 
 // Each layout is defined in the file of its name in kernels/writers/.
 namespace Writers {
@@ -48,12 +55,53 @@ inline constexpr Writer kGrayscale14{kStoreGrayWords, 2, 14, 6, 1, false, {0x100
 // The byte is not widened: applications scale it themselves.
 inline constexpr Writer kGrayscale16{kStoreGrayWords, 2, 16, 0, 1, false, {0x10005}};
 
+// Colours of more than 8 bits a sample.
+inline constexpr Writer kRGB48{kStoreRGB48, 6, 16, 8, 1, false, {0x20004}};
+inline constexpr Writer kRGB48_10Bits{kStoreRGB48, 6, 10, 2, 1, false, {0x20008}};
+inline constexpr Writer kRGB48_12Bits{kStoreRGB48, 6, 12, 4, 1, false, {0x2000C}};
+inline constexpr Writer kBGR48{kStoreBGR48, 6, 16, 8, 1, false, {0x20A40}};
+inline constexpr Writer kBGR48_10Bits{kStoreBGR48, 6, 10, 2, 1, false, {0x20042}};
+inline constexpr Writer kBGR48_12Bits{kStoreBGR48, 6, 12, 4, 1, false, {0x20043}};
+inline constexpr Writer kRGB64{kStoreRGB64, 8, 16, 8, 1, false, {0x20005}};
+inline constexpr Writer kBGR64{kStoreBGR64, 8, 16, 8, 1, false, {0x20A41}};
+inline constexpr Writer kPlanar48{kStorePlanar48, 2, 16, 8, 3, false, {0x820004}};
+
+// Gray of colours.
+inline constexpr Writer kLuma8{{kStoreLuma8, {}}, 1, 8, 0, 1, false, {0x10001}};
+inline constexpr Writer kLuma10{kStoreLumaWords, 2, 10, 2, 1, false, {0x10002}};
+inline constexpr Writer kLuma12{kStoreLumaWords, 2, 12, 4, 1, false, {0x10003}};
+inline constexpr Writer kLuma14{kStoreLumaWords, 2, 14, 6, 1, false, {0x10004}};
+inline constexpr Writer kLuma16{kStoreLumaWords, 2, 16, 0, 1, false, {0x10005}};
+
+// Mosaics as they are, whose samples are stored as gray is.
+inline constexpr Writer kMosaic8{{kStoreGrayscale8, {}}, 1, 8, 0, 1, true, {0x20010}};
+inline constexpr Writer kMosaic10{kStoreGrayWords, 2, 10, 2, 1, false, {0x20011}};
+inline constexpr Writer kMosaic12{kStoreGrayWords, 2, 12, 4, 1, false, {0x20012}};
+inline constexpr Writer kMosaic14{kStoreGrayWords, 2, 14, 6, 1, false, {0x20016}};
+inline constexpr Writer kMosaic16{kStoreGrayWords, 2, 16, 8, 1, false, {0x20020}};
+
 }  // namespace Writers
 
-/// Every writer of colours, and every writer of gray.
+/// The writers by what they store. Those of deep colours and of luma, and of mosaics but for 8 bits, are the extended
+/// formats'.
 inline constexpr const Writer* kColorWriters[] = {&Writers::kRGB16, &Writers::kRGB24, &Writers::kBGR24,
                                                   &Writers::kRGB32, &Writers::kBGR32, &Writers::kPlanar24};
+inline constexpr const Writer* kDeepColorWriters[] = {
+    &Writers::kRGB48,        &Writers::kRGB48_10Bits, &Writers::kRGB48_12Bits, &Writers::kBGR48, &Writers::kBGR48_10Bits,
+    &Writers::kBGR48_12Bits, &Writers::kRGB64,        &Writers::kBGR64,        &Writers::kPlanar48};
 inline constexpr const Writer* kGrayWriters[] = {&Writers::kGrayscale8, &Writers::kGrayscale10, &Writers::kGrayscale12,
                                                  &Writers::kGrayscale14, &Writers::kGrayscale16};
+inline constexpr const Writer* kLumaWriters[] = {&Writers::kLuma8, &Writers::kLuma10, &Writers::kLuma12,
+                                                 &Writers::kLuma14, &Writers::kLuma16};
+inline constexpr const Writer* kMosaicWriters[] = {&Writers::kMosaic8, &Writers::kMosaic10, &Writers::kMosaic12,
+                                                   &Writers::kMosaic14, &Writers::kMosaic16};
+
+/// Whether a writer makes gray of colours.
+constexpr bool IsLuma(const Writer& writer) {
+  for (const Writer* const luma : kLumaWriters) {
+    if (luma == &writer) return true;
+  }
+  return false;
+}
 
 }  // namespace LmImagingLib

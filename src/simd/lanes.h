@@ -67,6 +67,12 @@ using U8 = std::uint8_t __attribute__((vector_size(kLanes)));
 using I16 = std::int16_t __attribute__((vector_size(kLanes)));
 using U16 = std::uint16_t __attribute__((vector_size(kLanes)));
 using U32 = std::uint32_t __attribute__((vector_size(kLanes)));
+using I32 = std::int32_t __attribute__((vector_size(kLanes)));
+
+/// Sums of products of words, in an order that `ClampPack` turns into that of the words.
+struct I32Pair {
+  I32 low, high;
+};
 
 template <class Sample>
 struct LanesOf {

@@ -55,6 +55,17 @@ inline I16 MultiplyHigh(I16 a, std::int16_t factor) {
   return I16(vqdmulhq_n_s16(int16x8_t(a), static_cast<std::int16_t>(factor / 2)));  // doubles the product
 }
 
+/// The sums of the products of neighbours.
+inline I32 MultiplyAdd(I16 a, I16 b) {
+  const int32x4_t low = vmull_s16(vget_low_s16(int16x8_t(a)), vget_low_s16(int16x8_t(b)));
+  return I32(vpaddq_s32(low, vmull_high_s16(int16x8_t(a), int16x8_t(b))));
+}
+
+/// Words of two vectors, clamped to 16 bits.
+inline I16 ClampPack(I32 low, I32 high) {
+  return I16(vqmovn_high_s32(vqmovn_s32(int32x4_t(low)), int32x4_t(high)));
+}
+
 /// The lesser of each pair.
 inline U16 Least(U16 a, U16 b) { return U16(vminq_u16(uint16x8_t(a), uint16x8_t(b))); }
 

@@ -108,6 +108,12 @@ inline I16 MultiplyHigh(I16 a, std::int16_t factor) {
   return I16(LM_INTRINSIC(mulhi_epi16)(Register(a), Register(I16{} + factor)));
 }
 
+/// The sums of the products of neighbours.
+inline I32 MultiplyAdd(I16 a, I16 b) { return I32(LM_INTRINSIC(madd_epi16)(Register(a), Register(b))); }
+
+/// Words of two vectors, clamped to 16 bits, each 16 bytes from the same 16 bytes of both.
+inline I16 ClampPack(I32 low, I32 high) { return I16(LM_INTRINSIC(packs_epi32)(Register(low), Register(high))); }
+
 /// The lesser of each pair.
 inline U16 Least(U16 a, U16 b) { return U16(LM_INTRINSIC(min_epu16)(Register(a), Register(b))); }
 

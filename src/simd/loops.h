@@ -34,7 +34,7 @@ constexpr std::size_t BytesOf(std::size_t pixels) {
 /// The lines of `in` from pixel `pixel` on.
 template <class Layout>
 SourceLines At(const SourceLines& in, std::size_t pixel) {
-  SourceLines at{{}, Alone(in.shift), Alone(in.cell), Alone(in.ahead), Alone(in.mask)};
+  SourceLines at{{}, Alone(in.shift), Alone(in.cell), Alone(in.ahead), Alone(in.mask), Alone(in.matrix)};
   for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] = Alone(in.line[k]) + BytesOf<Layout>(pixel);
   if (pixel % 2 != 0) at.cell ^= kCellToTheRight;
   return at;

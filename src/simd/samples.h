@@ -32,12 +32,12 @@ Sample SampleAt(const SourceLines& in, std::size_t line, std::size_t position) {
 /// Colours that are stored as they are.
 struct PlainRgb {
   template <class Sample>
-  static Rgb<Sample> Color(Sample r, Sample g, Sample b) {
+  static Rgb<Sample> Color(const SourceLines& /*in*/, Sample r, Sample g, Sample b) {
     return {r, g, b};
   }
 #if LM_LANES
-  static RgbLanes<std::uint8_t> Color(U8 r, U8 g, U8 b) { return {r, g, b}; }
-  static RgbLanes<std::uint16_t> Color(U16 r, U16 g, U16 b) { return {r, g, b}; }
+  static RgbLanes<std::uint8_t> Color(const SourceLines& /*in*/, U8 r, U8 g, U8 b) { return {r, g, b}; }
+  static RgbLanes<std::uint16_t> Color(const SourceLines& /*in*/, U16 r, U16 g, U16 b) { return {r, g, b}; }
 #endif
 };
 
@@ -90,7 +90,7 @@ struct ColorSamples {
   template <class Sample>
   static void Group(const SourceLines& in, Rgb<Sample>* out) {
     for (std::size_t k = 0; k < kPixels; ++k) {
-      out[k] = Model::Color(SampleAt<kSampleBytes, Sample>(in, 0, Group_::kAt[0][k]),
+      out[k] = Model::Color(in, SampleAt<kSampleBytes, Sample>(in, 0, Group_::kAt[0][k]),
                             SampleAt<kSampleBytes, Sample>(in, 0, Group_::kAt[1][k]),
                             SampleAt<kSampleBytes, Sample>(in, 0, Group_::kAt[2][k]));
     }
@@ -103,11 +103,11 @@ struct ColorSamples {
     Lanes<Sample> window[(kCount + kBlock<Sample> - 1) / kBlock<Sample>];
     LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
     if constexpr (kPixels == 1 && Group_::kSamples == 3) {
-      return Model::Color(Deinterleave<Group_::kAt[0][0], Sample>(window),
+      return Model::Color(read.in, Deinterleave<Group_::kAt[0][0], Sample>(window),
                           Deinterleave<Group_::kAt[1][0], Sample>(window),
                           Deinterleave<Group_::kAt[2][0], Sample>(window));
     } else {
-      return Model::Color(Pick<SampleIndex<Group_, 0>>(window), Pick<SampleIndex<Group_, 1>>(window),
+      return Model::Color(read.in, Pick<SampleIndex<Group_, 0>>(window), Pick<SampleIndex<Group_, 1>>(window),
                           Pick<SampleIndex<Group_, 2>>(window));
     }
   }

@@ -9,7 +9,7 @@ namespace {
 /// Byte i of the result is byte `kOrder[i]` of the source pixel; kZero stands for 0.
 inline constexpr std::size_t kZero = 99;
 
-/// Shuffles pixels of `Map::kFrom` bytes into pixels of `Map::kTo` bytes, as `Map::kOrder` tells.
+/// Shuffles pixels of `Map::kFrom` bytes into pixels of `Map::kTo` bytes, in the order of `Map::kOrder`.
 template <class Map>
 void ShufflePixel(const std::uint8_t* from, std::uint8_t* to) {
   std::uint8_t pixel[Map::kTo];
@@ -19,13 +19,13 @@ void ShufflePixel(const std::uint8_t* from, std::uint8_t* to) {
 
 #if LM_LANES
 
-// On 32-byte registers shuffles do not cross the middle, so 16 bytes are the better width there.
-inline constexpr std::size_t kShuffleBytes = kLanes == 64 ? 64 : 16;
+// The width of registers that shuffles do not cross.
+inline constexpr std::size_t kShuffleBytes = LM_BYTE_SHUFFLE;
 using Bytes = std::uint8_t __attribute__((vector_size(kShuffleBytes)));
 
 template <class Map, std::size_t... kLane>
 inline Bytes ShuffleBytes(Bytes v, std::index_sequence<kLane...>) {
-  // Lanes behind the last whole pixel keep their byte.
+  // Lanes after the last whole pixel keep their byte.
   constexpr std::size_t kPixels = kShuffleBytes / (Map::kFrom > Map::kTo ? Map::kFrom : Map::kTo);
   return __builtin_shufflevector(
       v, Bytes{},
@@ -52,7 +52,7 @@ void ShufflePixels(const std::uint8_t* from, std::uint8_t* to, std::size_t count
     from += kPixels * Map::kFrom;
     to += kPixels * Map::kTo;
   }
-#if LM_LANES == 64
+#if LM_BYTE_SHUFFLE == 64
   while (count != 0) {
     const std::size_t pixels = count < kPixels ? count : kPixels;
     StorePart(ShuffleBytes<Map>(LoadPart(from, pixels * Map::kFrom), kAll), to, pixels * Map::kTo);

@@ -40,6 +40,12 @@ struct Channels {
 /// 3 B G / G R. Going right exchanges codes by 2 (G R / B G becomes R G / G B), going down by 3 (it becomes B G / G R).
 inline constexpr std::uint32_t kCellToTheRight = 2, kCellBelow = 3;
 
+/// A conversion of YUV, scaled by 8192: R = y Y + vToR (V - 128) + constant, and so on.
+struct YuvMatrix {
+  std::int32_t y, vToR, uToG, vToG, uToB;
+  std::int32_t constant;  ///< with the half that rounds
+};
+
 /// The lines that a source layout reads. A sample is `word >> shift & mask`.
 struct SourceLines {
   const std::uint8_t* line[4];  ///< as many lines, or planes, as the layout needs
@@ -47,6 +53,7 @@ struct SourceLines {
   std::uint32_t cell;           ///< cell code of the first pixel of a mosaic
   std::uint32_t ahead = 0;    ///< how many bytes ahead to fetch the lines into the cache; 0 leaves it to the processor
   std::uint32_t mask = 0xFF;  ///< the bits of a sample
+  const YuvMatrix* matrix = nullptr;  ///< of decoders of YUV by a matrix
 };
 
 /// How far a sample is shifted on its way to a destination of words: `(sample << up) >> down`.
@@ -61,6 +68,7 @@ struct TargetLine {
   std::size_t planeSize;  ///< bytes from one plane to the next; of use to planar writers
   bool streams = false;   ///< whether to store past the caches: the image is larger than they are
   Fit fit;                ///< of use to writers of words
+  bool opaque = false;    ///< whether the fourth channel, if there is one, is all ones
 };
 
 /// A table as a product: entry i is (i << shift) * factor >> 16, clamped to 255. `shift` is at most 7.
@@ -118,6 +126,9 @@ using StoreKernel = void(const Channels<Sample>& in, const LookupTables<Sample>*
 /// without a lookup. Of a mosaic, two targets are made at once, and the cell code is 0 or 2.
 using DirectKernel = void(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                           std::size_t first);
+
+/// Makes the fourth channel of `count` pixels of 4 or 8 bytes all ones.
+using OpaqueKernel = void(std::uint8_t* pixels, std::size_t pixelBytes, std::size_t count);
 
 /// Separates the samples of a two-tap readout, which come in pairs of left and right, into the order of the line.
 /// `left` and `right` receive `pairs` samples each, the last one first where the tap reads backwards.

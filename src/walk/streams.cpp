@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "LmImagingLib/PixelConverter.h"
 #include "walk/frame.h"
 
 #if defined(LM_VECTOR_X86)
@@ -40,7 +41,9 @@ const std::size_t kLastLevelCache = LastLevelCache();
 bool StreamsPay(std::size_t bytes) { return bytes > kLastLevelCache / 3 * 2; }
 
 StreamScope::StreamScope(Frame& frame, std::uint32_t lines)
-    : mStreams(StreamsPay((frame.sourceLine + frame.destinationLine) * lines)) {
+    // A fourth channel that is made opaque is read again.
+    : mStreams(StreamsPay((frame.sourceLine + frame.destinationLine) * lines) &&
+               (frame.flags & ConversionFlags::kOpaque) == 0) {
   frame.streams = mStreams;
   frame.fetchAhead = mStreams ? kFetchAhead : 0;
 }

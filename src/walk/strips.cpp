@@ -7,6 +7,8 @@
 
 namespace LmImagingLib {
 
+LM_DECLARE_KERNEL(OpaqueKernel, MakeOpaque)
+
 namespace {
 
 // The pixels to convert until the target reaches a cache line: stores that cross one cost twice as much. None where no
@@ -45,10 +47,14 @@ void StoreWidened(const Channels<std::uint8_t>& in, const StripSteps<std::uint8_
 template <class Sample>
 void Store(const Channels<Sample>& channels, const StripSteps<Sample>& steps, std::size_t count, const TargetLine& out,
            std::size_t first) {
+  bool isStored = false;
   if constexpr (sizeof(Sample) == 1) {
-    if (steps.widening != nullptr) return StoreWidened(channels, steps, count, out, first);
+    isStored = steps.widening != nullptr;
+    if (isStored) StoreWidened(channels, steps, count, out, first);
   }
-  steps.writer.store.template Of<Sample>().Active()(channels, steps.tables, count, out, first);
+  if (!isStored) steps.writer.store.template Of<Sample>().Active()(channels, steps.tables, count, out, first);
+  const std::size_t pixelBytes = steps.writer.pixelBytes;
+  if (out.opaque) kMakeOpaque.Active()(out.line + first * pixelBytes, pixelBytes, count);
 }
 
 }  // namespace

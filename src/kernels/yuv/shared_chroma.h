@@ -7,8 +7,8 @@ namespace LmImagingLib::LM_ISA {
 namespace {
 
 /// YUV whose pixels share their chroma by twos or fours, in samples of `kSampleBytes` bytes.
-template <class Group_, std::size_t kSampleBytes>
-struct SharedChroma : ColorSamples<Group_, kSampleBytes, Yuv> {
+template <class Group_, std::size_t kSampleBytes, class Model>
+struct SharedChroma : ColorSamples<Group_, kSampleBytes, Model> {
 #if LM_LANES
   // Words of the first (0) or second (1) pixel of each pair: luma in the upper byte, U or V in the lower one.
   template <std::size_t kSecond>
@@ -27,7 +27,7 @@ struct SharedChroma : ColorSamples<Group_, kSampleBytes, Yuv> {
     LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
     const WordBytes yu = PickWords<WordIndex<0>>(window);
     const WordBytes yv = PickWords<WordIndex<1>>(window);
-    return Yuv::Color(yu.high, yv.high, yu.low, yv.low);
+    return Model::Color(read.in, yu.high, yv.high, yu.low, yv.low);
   }
 #endif
 };

@@ -1,6 +1,5 @@
 // YCrCb 8-bit 4:4:4, the bytes Y Cr Cb: Cr is V, Cb is U.
-#include "kernels/decoder.h"
-#include "kernels/yuv/yuv_to_rgb.h"
+#include "kernels/yuv/yuv_decoder.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -14,4 +13,4 @@ struct YCrCbGroup {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(YCrCb, ColorSamples<YCrCbGroup, 1, Yuv>)
+LM_EXPORT_YUV_DECODER(YCrCb, ColorSamples, YCrCbGroup, 1)

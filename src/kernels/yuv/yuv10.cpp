@@ -1,6 +1,6 @@
 // YUV 10-bit 4:2:2, two pixels in the 16-bit little-endian words Y0 U Y1 V.
-#include "kernels/decoder.h"
 #include "kernels/yuv/shared_chroma.h"
+#include "kernels/yuv/yuv_decoder.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -13,4 +13,4 @@ struct YUV10Group {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(YUV10, SharedChroma<YUV10Group, 2>)
+LM_EXPORT_YUV_DECODER(YUV10, SharedChroma, YUV10Group, 2)

@@ -1,6 +1,6 @@
 // YUV 8-bit 4:1:1, four pixels in the bytes U Y0 Y1 V Y2 Y3.
-#include "kernels/decoder.h"
 #include "kernels/yuv/shared_chroma.h"
+#include "kernels/yuv/yuv_decoder.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -13,4 +13,4 @@ struct YUV8_411Group {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(YUV8_411, SharedChroma<YUV8_411Group, 1>)
+LM_EXPORT_YUV_DECODER(YUV8_411, SharedChroma, YUV8_411Group, 1)

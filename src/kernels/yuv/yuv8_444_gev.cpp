@@ -1,6 +1,5 @@
 // YUV 8-bit 4:4:4 GEV, the bytes U Y V.
-#include "kernels/decoder.h"
-#include "kernels/yuv/yuv_to_rgb.h"
+#include "kernels/yuv/yuv_decoder.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -14,4 +13,4 @@ struct YUV8_444_GEVGroup {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_DECODER(YUV8_444_GEV, ColorSamples<YUV8_444_GEVGroup, 1, Yuv>)
+LM_EXPORT_YUV_DECODER(YUV8_444_GEV, ColorSamples, YUV8_444_GEVGroup, 1)

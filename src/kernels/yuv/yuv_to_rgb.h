@@ -15,7 +15,7 @@ inline constexpr int YUVCoefVtoR = 1642, YUVCoefVtoG = 832, YUVCoefUtoG = 400, Y
 /// R = 1.168 (Y - 16) + 1.604 (V - 128), G = 1.168 (Y - 16) - 0.8125 (V - 128) - 0.391 (U - 128),
 /// B = 1.168 (Y - 16) + 2.016 (U - 128). Before clamping the results lie between -277 and 535.
 struct Yuv {
-  static Rgb<std::uint8_t> Color(int y, int u, int v) {
+  static Rgb<std::uint8_t> Color(const SourceLines& /*in*/, int y, int u, int v) {
     const int luma = YUVGainY * y - YUVOffsetY + YUVRound;
     const int cu = u - 128;
     const int cv = v - 128;
@@ -63,14 +63,14 @@ struct Yuv {
     return {Down(lumaOfRed + chroma.r), Down(luma + chroma.g), Down(AddClamped(luma, chroma.b))};
   }
 
-  static RgbLanes<std::uint8_t> Color(U8 y, U8 u, U8 v) {
+  static RgbLanes<std::uint8_t> Color(const SourceLines& /*in*/, U8 y, U8 u, U8 v) {
     const Words low = Convert(LowWords(y), {LowWords(u), LowWords(v)});
     const Words high = Convert(HighWords(y), {HighWords(u), HighWords(v)});
     return {ClampJoin(low.r, high.r), ClampJoin(low.g, high.g), ClampJoin(low.b, high.b)};
   }
 
   /// Pairs of pixels that share their chroma.
-  static RgbLanes<std::uint8_t> Color(U16 evenY, U16 oddY, U16 u, U16 v) {
+  static RgbLanes<std::uint8_t> Color(const SourceLines& /*in*/, U16 evenY, U16 oddY, U16 u, U16 v) {
     const Chroma chroma(u, v);
     const Words even = Convert(evenY, chroma);
     const Words odd = Convert(oddY, chroma);
