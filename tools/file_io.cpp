@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <random>
+#include <stdexcept>
 #include <utility>
 
 #include "error.h"
@@ -21,7 +21,21 @@ constexpr std::size_t kSeekStep = std::size_t{1} << 30;  // a `long` may have 32
   throw ToolError(argument, std::string("cannot ") + verb + " '" + path.string() + "': " + reason);
 }
 
-std::string LastError() { return std::strerror(errno); }
+std::string LastError() {
+  if (errno == EFBIG) return "it would exceed the limit for the size of files, of `ulimit -f` or of the file system";
+  return std::strerror(errno);
+}
+
+// The path that a chain of symbolic links leads to, where a file may be missing.
+fs::path FollowLinks(fs::path path) {
+  constexpr int kMostLinks = 40;
+  std::error_code ignored;
+  for (int links = 0; fs::is_symlink(path, ignored); ++links) {
+    if (links == kMostLinks) throw std::runtime_error(std::strerror(ELOOP));
+    path = path.parent_path() / fs::read_symlink(path);
+  }
+  return path;
+}
 
 }  // namespace
 
@@ -67,36 +81,31 @@ FileWriter::FileWriter(std::string argument, fs::path path) : mArgument(std::mov
   std::error_code ignored;
   if (fs::is_directory(mPath, ignored)) Fail(mArgument, "write", mPath, "it is a directory");
   if (fs::exists(mPath, ignored) && !fs::is_regular_file(mPath, ignored)) {  // a device or a pipe keeps its name
-    mFile.reset(std::fopen(mPath.string().c_str(), "wb"));
-  } else {
-    mTarget = fs::is_symlink(mPath, ignored) ? fs::weakly_canonical(mPath) : mPath;
-    mTemporary = mTarget;
-    mTemporary += ".tmp" + std::to_string(std::random_device()());
-    mFile.reset(std::fopen(mTemporary.string().c_str(), "wbx"));
-    if (mFile == nullptr) mTemporary.clear();
+    mDevice.reset(std::fopen(mPath.string().c_str(), "wb"));
+    if (mDevice == nullptr) Fail(mArgument, "write", mPath, LastError());
+    return;
   }
-  if (mFile == nullptr) Fail(mArgument, "write", mPath, LastError());
-}
-
-FileWriter::~FileWriter() {
-  mFile.reset();
-  std::error_code ignored;
-  if (!mTemporary.empty()) fs::remove(mTemporary, ignored);
+  try {
+    mTemporary.emplace(FollowLinks(mPath));
+  } catch (const std::runtime_error& error) {
+    Fail(mArgument, "write", mPath, error.what());
+  }
 }
 
 void FileWriter::Write(const Bytes& bytes) {
-  if (std::fwrite(bytes.data(), 1, bytes.size(), mFile.get()) != bytes.size()) {
+  if (std::fwrite(bytes.data(), 1, bytes.size(), Stream()) != bytes.size()) {
     Fail(mArgument, "write", mPath, LastError());
   }
 }
 
 void FileWriter::Commit() {
-  if (std::fclose(mFile.release()) != 0) Fail(mArgument, "write", mPath, LastError());
-  if (mTemporary.empty()) return;
-  std::error_code error;
-  fs::rename(mTemporary, mTarget, error);
-  if (error) Fail(mArgument, "write", mPath, error.message());
-  mTemporary.clear();
+  if (std::fflush(Stream()) != 0) Fail(mArgument, "write", mPath, LastError());
+  if (!mTemporary) return;
+  try {
+    mTemporary->ReplaceTarget();
+  } catch (const std::runtime_error& error) {
+    Fail(mArgument, "write", mPath, error.what());
+  }
 }
 
 void WriteFile(const std::string& argument, const fs::path& path, const Bytes& bytes) {

@@ -3,18 +3,13 @@
 #include <cstddef>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <string>
 
 #include "image.h"
+#include "temporary_file.h"
 
 namespace LmTool {
-
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, FileCloser>;
 
 /// Reads a file from its beginning to its end. Faults are `ToolError`s that name the argument and the file.
 class FileReader {
@@ -38,25 +33,24 @@ class FileReader {
   File mFile;
 };
 
-/// Writes a whole file or nothing: the bytes go to a temporary file beside it, which takes its name at the end. Devices
-/// and pipes are written at once. Faults are `ToolError`s that name the argument and the file; nothing is left behind.
+/// Writes a whole file or nothing: the bytes go to a `TemporaryFile`. A symbolic link stays, and the file is the one
+/// that it leads to. Devices and pipes are written at once. Faults are `ToolError`s that name the argument and the
+/// file.
 class FileWriter {
  public:
   FileWriter(std::string argument, std::filesystem::path path);
-  FileWriter(const FileWriter&) = delete;
-  FileWriter& operator=(const FileWriter&) = delete;
-  ~FileWriter();
 
   void Write(const Bytes& bytes);
   /// Gives the file its name. Without it there will be none.
   void Commit();
 
  private:
+  std::FILE* Stream() const { return mTemporary ? mTemporary->Stream() : mDevice.get(); }
+
   std::string mArgument;
   std::filesystem::path mPath;
-  std::filesystem::path mTarget;     // what a link leads to
-  std::filesystem::path mTemporary;  // empty when written at once, and when done
-  File mFile;
+  std::optional<TemporaryFile> mTemporary;
+  File mDevice;  // where there is no temporary file
 };
 
 /// Writes a file of these bytes by a `FileWriter`.

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "commands/commands.h"
+#include "temporary_file.h"
 
 namespace {
 
@@ -47,6 +48,7 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
+    LmTool::CatchEndingSignals();
     return Run(argc, argv);
   } catch (const std::bad_alloc&) {
     std::fputs("lmimaging: there is not enough memory\n", stderr);

@@ -7,10 +7,6 @@ namespace {
 
 class CommandLine : public ToolTest {
  protected:
-  bool Has(const std::string& program) const {
-    return Run("--version >/dev/null; command -v " + program).exitCode == 0;
-  }
-
   // What bash offers for the last of some words.
   std::string Completed(const std::string& words) const {
     return Run("completion bash > script; bash -c 'source ./script; compopt() { :; }; COMP_WORDS=(lmimaging " + words +

@@ -8,7 +8,7 @@ class ConvertFiles : public ToolTest {
  protected:
   // Runs `convert` with the bytes of movie.raw coming from a pipe.
   ToolResult ConvertPiped(const std::string& arguments) const {
-    return Run("--version >/dev/null; cat movie.raw | '" LM_TOOL "' convert /dev/stdin " + arguments);
+    return Shell("cat movie.raw | '" LM_TOOL "' convert /dev/stdin " + arguments);
   }
 };
 using Names = std::vector<std::string>;
@@ -93,10 +93,10 @@ TEST_F(ConvertFiles, NamesOfCamerasTellTheMosaic) {
 TEST_F(ConvertFiles, ProgressIsForTerminals) {
   Write("movie.raw", Bytes(50));
   RunSilently("convert movie.raw out.raw --from Mono8 --to Mono8 --size 1x1 --frames all");
-  if (Run("--version; command -v script").exitCode != 0) GTEST_SKIP() << "needs script, to make a terminal";
-  const ToolResult watched = Run("--version; script -qec '" LM_TOOL
-                                 " convert movie.raw out.raw --from Mono8 --to Mono8 "
-                                 "--size 1x1 --frames all' /dev/null");
+  if (!Has("script")) GTEST_SKIP() << "needs script, to make a terminal";
+  const ToolResult watched = Shell("script -qec '" LM_TOOL
+                                   " convert movie.raw out.raw --from Mono8 --to Mono8 "
+                                   "--size 1x1 --frames all' /dev/null");
   EXPECT_EQ(watched.exitCode, 0);
   EXPECT_NE(watched.output.find("##] 50/50 movie.raw"), std::string::npos) << watched.output;
   EXPECT_EQ(watched.output.substr(watched.output.size() - 4), "\r\x1b[K") << "the bar stays";

@@ -25,9 +25,11 @@ class ToolTest : public ::testing::Test {
   ToolTest() { std::filesystem::create_directories(mDirectory); }
   ~ToolTest() override { std::filesystem::remove_all(mDirectory); }
 
-  ToolResult Run(const std::string& arguments) const {
-    const std::string command = "exec 2>&1; cd '" + mDirectory.string() + "' && '" LM_TOOL "' " + arguments;
-    std::FILE* const pipe = popen(command.c_str(), "r");
+  ToolResult Run(const std::string& arguments) const { return Shell("'" LM_TOOL "' " + arguments); }
+
+  ToolResult Shell(const std::string& commands) const {
+    const std::string inDirectory = "exec 2>&1; cd '" + mDirectory.string() + "' && " + commands;
+    std::FILE* const pipe = popen(inDirectory.c_str(), "r");
     ToolResult result{-1, {}};
     char buffer[4096];
     for (std::size_t count; (count = std::fread(buffer, 1, sizeof buffer, pipe)) != 0;) {
@@ -38,12 +40,14 @@ class ToolTest : public ::testing::Test {
     return result;
   }
 
-  // The same for a command that is to succeed without a word.
+  // Runs a command that is to succeed without a word.
   void RunSilently(const std::string& arguments) const {
     const ToolResult result = Run(arguments);
     EXPECT_EQ(result.exitCode, 0) << arguments << "\n" << result.output;
     EXPECT_EQ(result.output, "") << arguments;
   }
+
+  bool Has(const std::string& program) const { return Shell("command -v " + program).exitCode == 0; }
 
   std::filesystem::path Path(const std::string& name) const { return mDirectory / name; }
 

@@ -233,8 +233,9 @@ void AddConvertCommand(CLI::App& app) {
       "    lmimaging convert movie.raw movie.png --from BayerRG8 --size 640x480 --frames all\n"
       "    lmimaging convert movie.raw rgb.raw --from BayerRG8 --to RGB8 --size 640x480 --frames all\n"
       "\n"
-      "A file is written whole or not at all. With --output, a source that fails is told and the others are still\n"
-      "converted; the exit code is 1 then. Numbered pictures that were made before a frame failed stay.\n"
+      "A file is written whole or not at all, also when a signal ends the tool. One that is replaced keeps its\n"
+      "permissions and its owner. With --output, a source that fails is reported and the others are still converted;\n"
+      "the exit code is 1 then. Numbered pictures that were made before a frame failed stay.\n"
       "Layouts that share colours between pixels leave incomplete groups at the end of a line black, and interlaced\n"
       "types a last odd line.");
   command->callback([options] { Run(*options); });

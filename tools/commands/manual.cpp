@@ -67,7 +67,11 @@ std::string Manual(const CLI::App& app) {
   return text +
          ".SH EXIT STATUS\n"
          "0 if everything that was asked for was done, otherwise another number, with a message on the standard "
-         "error. A file is written whole or not at all.\n";
+         "error.\n"
+         ".SH FILES\n"
+         "A file is written whole or not at all, also when a signal ends the tool. One that is replaced keeps its "
+         "permissions, its owner and, where the system permits it, its group. It is refused if it may not be written, "
+         "or if its owner cannot be kept.\n";
 }
 
 }  // namespace
