@@ -7,6 +7,7 @@
 
 #include "commands/commands.h"
 #include "temporary_file.h"
+#include "terminal.h"
 
 namespace {
 
@@ -31,6 +32,9 @@ int Run(int argc, char** argv) {
   LmTool::AddManualCommand(app);
   app.footer(
       "`lmimaging COMMAND --help` tells what a command takes.");  // behind the commands, which would take it over
+  app.failure_message([](const CLI::App*, const CLI::Error& error) {
+    return LmTool::Printable(error.what()) + "\nRun with --help for more information.\n";
+  });
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -54,7 +58,7 @@ int main(int argc, char** argv) {
     std::fputs("lmimaging: there is not enough memory\n", stderr);
     return 1;
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "lmimaging: %s\n", error.what());
+    std::fprintf(stderr, "lmimaging: %s\n", LmTool::Printable(error.what()).c_str());
     return 1;
   }
 }

@@ -24,7 +24,7 @@ void Progress::Step(const std::string& what) {
   mShown = true;
   const std::size_t full = std::min(mDone, mSteps) * kBarWidth / mSteps;
   std::cerr << "\r[" << std::string(full, '#') << std::string(kBarWidth - full, '.') << "] " << mDone << '/' << mSteps
-            << ' ' << what << "\x1b[K" << std::flush;
+            << ' ' << Printable(what) << "\x1b[K" << std::flush;
 }
 
 void Progress::Hide() {

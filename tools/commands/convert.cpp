@@ -16,6 +16,7 @@
 #include "options.h"
 #include "picture_file.h"
 #include "pixel_type_names.h"
+#include "terminal.h"
 
 namespace LmTool {
 
@@ -151,7 +152,7 @@ void ConvertAll(const std::vector<FilePair>& pairs, const Conversion& conversion
     } catch (const ToolError& error) {
       if (pairs.size() == 1) throw;
       progress.Hide();
-      std::cerr << "lmimaging: " << error.what() << '\n';
+      std::cerr << "lmimaging: " << Printable(error.what()) << '\n';
       ++failures;
     }
   }

@@ -70,7 +70,7 @@ void Run(const std::filesystem::path& directory) {
   const std::filesystem::path path = directory / "index.html";
   WriteFile("DIR", path, Bytes(page.begin(), page.end()));
   progress.Hide();
-  if (ErrorStreamIsTerminal()) std::cerr << "Open " << path.string() << " in a browser.\n";
+  if (ErrorStreamIsTerminal()) std::cerr << "Open " << Printable(path.string()) << " in a browser.\n";
 }
 
 }  // namespace
