@@ -35,17 +35,18 @@ int Run(int argc, char** argv) {
   app.failure_message([](const CLI::App*, const CLI::Error& error) {
     return LmTool::Printable(error.what()) + "\nRun with --help for more information.\n";
   });
+  int exitCode = 0;
   try {
     app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error);
-  }
-  if (app.get_subcommands().empty()) {
-    std::cerr << app.help();
-    return 1;
+    if (app.get_subcommands().empty()) {
+      std::cerr << app.help();
+      exitCode = 1;
+    }
+  } catch (const CLI::ParseError& error) {  // a request for help is one too
+    exitCode = app.exit(error);
   }
   if (!std::cout.flush()) throw std::runtime_error("cannot write to the standard output");
-  return 0;
+  return exitCode;
 }
 
 }  // namespace
