@@ -4,10 +4,13 @@
 #include <pybind11/stl.h>
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <optional>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -93,6 +96,35 @@ Found FindName(const std::string& argument, const std::string& text) {
   }
 }
 
+void TakeInterpreterLock(PyThreadState* state) {
+#ifdef __GLIBCXX__
+  // An interpreter that has ended ends each thread that asks for its lock, by pthread_exit. That unwinds the stack: a
+  // destructor on the way would abort the process, and others would release Python objects without the lock. So the
+  // thread waits here for the end of the process.
+  try {
+    PyEval_RestoreThread(state);
+  } catch (const abi::__forced_unwind&) {
+    for (;;) std::this_thread::sleep_for(std::chrono::hours(1));
+  }
+#else
+  PyEval_RestoreThread(state);
+#endif
+}
+
+// Other threads run Python code while this one works.
+template <class Work>
+void WithoutInterpreterLock(const Work& work) {
+  PyThreadState* const state = PyEval_SaveThread();
+  std::exception_ptr fault;
+  try {
+    work();
+  } catch (...) {
+    fault = std::current_exception();
+  }
+  TakeInterpreterLock(state);
+  if (fault) std::rethrow_exception(fault);
+}
+
 // Gains and offsets of red, green and blue.
 using Balance = std::pair<std::array<double, 3>, std::array<unsigned short, 3>>;
 
@@ -108,8 +140,7 @@ void Convert(const PixelTypeID& from, const py::buffer& source, std::size_t sour
   const ImageView destinationView{to, out.ptr, Extent(out), width, height, destinationLineSize};
 
   ConversionResult converted;
-  {
-    const py::gil_scoped_release release;
+  WithoutInterpreterLock([&] {
     std::optional<RGBFilter> filter;
     if (balance) {
       const auto& [gains, offset] = *balance;
@@ -121,7 +152,7 @@ void Convert(const PixelTypeID& from, const py::buffer& source, std::size_t sour
     options.flags = flags;
     std::tie(options.firstLine, options.lines) = lines;
     converted = ConvertImage(sourceView, destinationView, options);
-  }
+  });
   if (!converted.IsOK()) throw py::value_error(converted.message);
 }
 

@@ -2,6 +2,7 @@
 
 import ctypes
 import mmap
+import subprocess
 import sys
 import threading
 import time
@@ -211,6 +212,25 @@ def test_threads_do_not_disturb_each_other(random):
     for thread in threads:
         thread.join()
     assert wrong == []
+
+
+def test_a_thread_that_converts_does_not_keep_the_interpreter_from_its_end():
+    script = """
+import threading, time, numpy, lmimaging
+
+def work():
+    while True:
+        lmimaging.convert(bytes(200 * 200), "BayerRG8", "RGB8", size=(200, 200))
+        begun.set()
+
+begun = threading.Event()
+for _ in range(2):
+    threading.Thread(target=work, daemon=True).start()
+begun.wait()
+"""
+    for _ in range(5):
+        ended = subprocess.run([sys.executable, "-c", script], capture_output=True, text=True)
+        assert (ended.returncode, ended.stderr) == (0, "")
 
 
 def test_a_buffer_stays_while_it_is_converted(frame):
