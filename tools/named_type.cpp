@@ -16,6 +16,7 @@ using namespace LmImagingLib;
 namespace {
 
 PFNCResult FindFormat(const std::string& text) {
+  if (text.find('\0') != std::string::npos) return FindPFNC(nullptr);  // C strings would end there
   const std::optional<std::uint64_t> number = ParseWhole(text);
   if (!number) return FindPFNC(text.c_str());
   if (*number <= std::numeric_limits<std::uint32_t>::max()) return FindPFNC(static_cast<std::uint32_t>(*number));

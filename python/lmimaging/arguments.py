@@ -6,6 +6,7 @@ import operator
 from typing import Any, Callable, Optional
 
 from . import _native
+from .messages import shown
 from .pixel_types import PixelType
 
 _MOST_PIXELS = 2**32 - 1  # the library counts in 32 bits
@@ -15,9 +16,9 @@ def choice(argument: str, value: Any, choices: dict[str, int]) -> int:
     """What one of several words stands for."""
     allowed = "allowed: " + ", ".join(map(repr, choices))
     if not isinstance(value, str):
-        raise TypeError(f"{argument}: {value!r} is a {type(value).__name__}; {allowed}")
+        raise TypeError(f"{argument}: {shown(value)} is a {type(value).__name__}; {allowed}")
     if value not in choices:
-        raise ValueError(f"{argument}: {value!r} is unknown; {allowed}")
+        raise ValueError(f"{argument}: {shown(value)} is unknown; {allowed}")
     return choices[value]
 
 
@@ -52,9 +53,9 @@ def line_range(lines: Any, height: int) -> tuple[int, int]:
     try:
         first, count = (operator.index(value) for value in lines)
     except (TypeError, ValueError):
-        raise TypeError(f"lines: {lines!r} is no pair of whole numbers; {allowed}") from None
+        raise TypeError(f"lines: {shown(lines)} is no pair of whole numbers; {allowed}") from None
     if first < 0 or count < 1 or first + count > height:
-        raise ValueError(f"lines: {lines!r} does not fit; {allowed}")
+        raise ValueError(f"lines: {shown(lines)} does not fit; {allowed}")
     return first, count
 
 
@@ -65,10 +66,12 @@ def triple(argument: str, values: Any, default: Any, most: int, number: Callable
     allowed = f"allowed: {'' if number is float else 'whole '}numbers for red, green and blue, each 0 to {most}"
     try:
         numbers = tuple(number(value) for value in values)
+    except OverflowError:  # a whole number that is too large for a float
+        numbers = ()
     except (TypeError, ValueError):
-        raise TypeError(f"{argument}: {values!r} is something else; {allowed}") from None
+        raise TypeError(f"{argument}: {shown(values)} is something else; {allowed}") from None
     if len(numbers) != 3 or not all(0 <= value <= most for value in numbers):
-        raise ValueError(f"{argument}: {values!r} does not fit; {allowed}")
+        raise ValueError(f"{argument}: {shown(values)} does not fit; {allowed}")
     return numbers
 
 
@@ -78,7 +81,7 @@ def image_size(size: Any) -> tuple[int, int]:
     try:
         width, height = (operator.index(value) for value in size)
     except (TypeError, ValueError):
-        raise TypeError(f"size: {size!r} is no pair of whole numbers; {allowed}") from None
+        raise TypeError(f"size: {shown(size)} is no pair of whole numbers; {allowed}") from None
     if not (1 <= width <= _MOST_PIXELS and 1 <= height <= _MOST_PIXELS):
-        raise ValueError(f"size: {size!r} does not fit; {allowed}")
+        raise ValueError(f"size: {shown(size)} does not fit; {allowed}")
     return width, height

@@ -8,6 +8,7 @@ from typing import Any, Optional, Sequence
 from . import _native
 from .arguments import choice, layout_flag, line_range, triple
 from .images import destination_image, source_image
+from .messages import shown
 from .pixel_types import TypeLike, converters, resolve
 
 
@@ -71,7 +72,7 @@ def convert(
         balance = triple("gains", gains, 1, 1000, float), triple("offset", offset, 0, 255, operator.index)
     image = source_image(source, source_type, size, line_size)
     if lines is not None and out is None:
-        raise ValueError(f"lines: {lines!r} is given without out, which keeps the other lines; allowed: None")
+        raise ValueError(f"lines: {shown(lines)} is given without out, which keeps the other lines; allowed: None")
     result = destination_image(out, destination_type, image.width, image.height)
     _native.convert(
         source_type.id,

@@ -10,6 +10,7 @@ import numpy as np
 from . import _native
 from .arguments import image_size
 from .layout import Layout, layout_of
+from .messages import shown
 from .pixel_types import PixelType
 
 
@@ -32,10 +33,10 @@ def source_image(source: Any, type: PixelType, size: Any, line_size: Optional[in
     layout = layout_of(type)
     told = layout.size(array) if layout else None
     if line_size is not None and (told or array.ndim != 1):
-        raise ValueError(f"line_size: {line_size!r} is given, but {_described(array)} tells it; allowed: None")
+        raise ValueError(f"line_size: {shown(line_size)} is given, but {_described(array)} tells it; allowed: None")
     if layout and told:
         if wanted not in (None, told):
-            raise ValueError(f"size: {size!r} is given, but the source is an array of {told[0]} x {told[1]} pixels")
+            raise ValueError(f"size: {shown(size)} is given, but the source is an array of {told[0]} x {told[1]}")
         step = layout.line_size(array)
         return Image(array, *told, step) if step else Image(np.ascontiguousarray(array), *told, 0)
     if array.ndim not in (1, 2) or not _holds_bytes(array, layout):
@@ -103,9 +104,9 @@ def _line_size(line_size: Optional[int]) -> int:
     try:
         step = operator.index(line_size)
     except TypeError:
-        raise TypeError(f"line_size: {line_size!r} is no whole number; {allowed}") from None
+        raise TypeError(f"line_size: {shown(line_size)} is no whole number; {allowed}") from None
     if not 1 <= step < 2**32:
-        raise ValueError(f"line_size: {line_size!r} does not fit; {allowed}")
+        raise ValueError(f"line_size: {shown(line_size)} does not fit; {allowed}")
     return step
 
 

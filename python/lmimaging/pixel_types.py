@@ -7,6 +7,7 @@ import operator
 from typing import NamedTuple, Optional, SupportsIndex, Union
 
 from . import _native
+from .messages import shown
 
 
 class PixelType(NamedTuple):
@@ -38,9 +39,13 @@ class PixelType(NamedTuple):
 TypeLike = Union[PixelType, SupportsIndex, str]
 """What names a pixel type; see the module's own documentation."""
 
+_ALLOWED = "allowed: a PixelType, an id, a name or a PFNC code"
+
 
 def resolve(argument: str, wanted: TypeLike) -> tuple[PixelType, Optional[str]]:
     """The type that an argument names, and the Bayer layout if the name tells it ("RG")."""
+    if isinstance(wanted, str) and not wanted.isprintable():  # such as a name up to a null character
+        raise ValueError(f"{argument}: {shown(wanted)} is no name of a pixel type; {_ALLOWED}")
     if isinstance(wanted, str) and not wanted[:1].isdigit():
         id, layout = _native.find_name(argument, wanted)
     else:
@@ -54,15 +59,14 @@ def _pixel_type(id: int) -> PixelType:
 
 
 def _number(argument: str, wanted: TypeLike) -> int:
-    allowed = "allowed: a PixelType, an id, a name or a PFNC code"
     try:
         number = int(wanted, 0) if isinstance(wanted, str) else operator.index(wanted)
     except ValueError:
-        raise ValueError(f"{argument}: {wanted!r} is no number; {allowed}") from None
+        raise ValueError(f"{argument}: {shown(wanted)} is no number; {_ALLOWED}") from None
     except TypeError:
-        raise TypeError(f"{argument}: {wanted!r} is a {type(wanted).__name__}; {allowed}") from None
+        raise TypeError(f"{argument}: {shown(wanted)} is a {type(wanted).__name__}; {_ALLOWED}") from None
     if not 0 <= number < 2**63:
-        raise ValueError(f"{argument}: {wanted!r} is no id; {allowed}")
+        raise ValueError(f"{argument}: {shown(wanted)} is no id; {_ALLOWED}")
     return number
 
 

@@ -1,3 +1,5 @@
+#include "error.h"
+#include "named_type.h"
 #include "tools/tool.h"
 
 namespace {
@@ -108,6 +110,11 @@ TEST_F(Errors, AreToldAndLeaveNoFile) {
     }
     EXPECT_EQ(Files(), before) << command.arguments;
   }
+}
+
+TEST_F(Errors, NamesOfTypesEndWithTheirText) {
+  EXPECT_EQ(LmTool::FindNamedType("TYPE", "Mono8").id, 0x10001);
+  EXPECT_THROW(LmTool::FindNamedType("TYPE", std::string("Mono8\0", 6)), LmTool::ToolError);
 }
 
 TEST_F(Errors, KeepTheFileThatWasThere) {
