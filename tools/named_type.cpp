@@ -16,7 +16,6 @@ using namespace LmImagingLib;
 namespace {
 
 PFNCResult FindFormat(const std::string& text) {
-  if (text.find('\0') != std::string::npos) return FindPFNC(nullptr);  // C strings would end there
   const std::optional<std::uint64_t> number = ParseWhole(text);
   if (!number) return FindPFNC(text.c_str());
   if (*number <= std::numeric_limits<std::uint32_t>::max()) return FindPFNC(static_cast<std::uint32_t>(*number));
@@ -36,6 +35,10 @@ std::optional<PixelTypeID> FindOwn(const std::string& argument, const std::strin
 }  // namespace
 
 NamedType FindNamedType(const std::string& argument, const std::string& text) {
+  if (text.find('\0') != std::string::npos) {  // where a C string would end
+    throw ToolError(argument,
+                    "a text with a null character names no pixel type; allowed: the names of `lmimaging types`");
+  }
   std::string fault;
   const std::optional<PixelTypeID> own = FindOwn(argument, text, fault);
   const PFNCResult camera = FindFormat(text);

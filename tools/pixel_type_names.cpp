@@ -118,11 +118,14 @@ std::size_t EditDistance(const std::string& a, const std::string& b) {
 
 std::string ClosestNames(const std::string& text) {
   constexpr std::size_t kMost = 3;
+  const std::size_t farthest = std::max<std::size_t>(2, text.size() / 2);
   std::vector<std::pair<std::size_t, std::string>> names;
   for (const PixelTypeID id : RegisteredTypes()) {
     for (const std::string& name : {ClassName(id), std::string(PixelTypeFactory::GetPixelTypeName(id))}) {
+      const auto [shorter, longer] = std::minmax({text.size(), name.size()});
+      if (longer - shorter > farthest) continue;  // an edit changes the length by one at most
       const std::size_t distance = EditDistance(text, Lower(name));
-      if (distance <= std::max<std::size_t>(2, text.size() / 2)) names.emplace_back(distance, name);
+      if (distance <= farthest) names.emplace_back(distance, name);
     }
   }
   std::sort(names.begin(), names.end());
