@@ -11,6 +11,7 @@
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "LmImagingLib/RGBFilter.h"
+#include "choices.h"
 #include "model/frame.h"
 #include "model/image.h"
 #include "simd/instruction_set.h"
@@ -21,24 +22,6 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::size_t kMostBytes = 1 << 18;
-
-/// The choices that an input stands for; an exhausted one chooses 0.
-class Choices {
- public:
-  Choices(const std::uint8_t* data, std::size_t size) : mData(data), mSize(size) {}
-
-  std::uint64_t Number(std::size_t bytes) {
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < bytes && mSize != 0; ++i, ++mData, --mSize) value = value << 8 | *mData;
-    return value;
-  }
-  std::size_t Below(std::size_t end) { return Number(end > 256 ? 2 : 1) % end; }
-  bool OneIn(std::size_t count) { return Below(count) == count - 1; }
-
- private:
-  const std::uint8_t* mData;
-  std::size_t mSize;
-};
 
 struct Pair {
   PixelTypeID from, to;
@@ -193,7 +176,7 @@ void Run(Choices& choices) {
 }  // namespace LmImagingLib
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  LmImagingLib::Choices choices(data, size);
+  Choices choices(data, size);
   LmImagingLib::Run(choices);
   return 0;
 }
