@@ -57,6 +57,8 @@ def test_a_source_of_any_strides_is_read_right(frame):
     planes = np.arange(3 * 8 * 10, dtype=np.uint8).reshape(3, 8, 10)
     for crop in (planes, planes[:, 1:5], planes[:, :, 2:7], planes[::-1]):
         assert (lmimaging.convert(crop, "RGB8_Planar", "RGB8") == np.moveaxis(crop, 0, -1)).all(), crop.strides
+    rows = planes.reshape(24, 10)
+    assert (lmimaging.convert(rows, "RGB8_Planar", "RGB8", size=(10, 8)) == np.moveaxis(planes, 0, -1)).all()
 
 
 def test_padded_lines(frame):
@@ -117,21 +119,6 @@ def test_threads_share_a_frame_by_its_lines(random):
     for thread in threads:
         thread.join()
     assert (out == to_rgb(frame)).all()
-
-
-@pytest.mark.parametrize("width", [1, 2, 3, 5, 6, 7, 11])
-@pytest.mark.parametrize("name", ["YUV411_8_UYYVYY", "RGB12V1Packed", "Mono10Packed", "Mono12Packed", "Mono12p"])
-def test_layouts_of_groups_stay_in_their_pixels(random, name, width):
-    height = 4
-    source = random.integers(0, 256, 8 * (width + 4) * height, np.uint8)
-    for to, samples in (("RGB8", 3), ("BGRa8", 4)):
-        canvas = np.full((height + 2, width + 8, samples), 7, np.uint8)
-        window = canvas[1:-1, 4:-4]
-        window[:] = 0
-        lmimaging.convert(source, name, to, size=(width, height), out=window)
-        assert (window == lmimaging.convert(source, name, to, size=(width, height))).all()
-        window[:] = 7
-        assert (canvas == 7).all(), to
 
 
 def test_out_that_does_not_fit_is_refused_untouched(frame):
@@ -196,24 +183,6 @@ def test_another_thread_runs_during_a_conversion(random):
         thread.join()
 
 
-def test_threads_do_not_disturb_each_other(random):
-    frames = random.integers(0, 1024, (4, 240, 320), np.uint16)
-    expected = [to_rgb(frame, gains=(1 + i, 1, 1)) for i, frame in enumerate(frames)]
-    wrong = []
-
-    def work(i):
-        for _ in range(50):
-            if (to_rgb(frames[i], gains=(1 + i, 1, 1)) != expected[i]).any():
-                wrong.append(i)
-
-    threads = [threading.Thread(target=work, args=(i,)) for i in range(len(frames))]
-    for thread in threads:
-        thread.start()
-    for thread in threads:
-        thread.join()
-    assert wrong == []
-
-
 def test_a_thread_that_converts_does_not_keep_the_interpreter_from_its_end():
     script = """
 import threading, time, numpy, lmimaging
@@ -226,10 +195,10 @@ def work():
 begun = threading.Event()
 for _ in range(2):
     threading.Thread(target=work, daemon=True).start()
-begun.wait()
+begun.wait(10)
 """
     for _ in range(5):
-        ended = subprocess.run([sys.executable, "-c", script], capture_output=True, text=True)
+        ended = subprocess.run([sys.executable, "-c", script], capture_output=True, text=True, timeout=60)
         assert (ended.returncode, ended.stderr) == (0, "")
 
 

@@ -53,7 +53,9 @@ TEST_F(CommandLine, ManualTellsEveryOption) {
         std::min(manual.find(".SS lmimaging " + command + "\n"), manual.find(".SS lmimaging " + command + " "));
     ASSERT_NE(begin, std::string::npos) << command;
     const std::string section = manual.substr(begin, manual.find(".S", begin + 1) - begin);
-    std::istringstream help(Run(command + " --help").output);
+    const ToolResult result = Run(command + " --help");
+    EXPECT_EQ(result.exitCode, 0) << command;
+    std::istringstream help(result.output);
     for (std::string line; std::getline(help, line);) {
       if (line.rfind("  --", 0) != 0) continue;
       const std::string name = line.substr(2, line.find(' ', 2) - 2);
@@ -62,6 +64,8 @@ TEST_F(CommandLine, ManualTellsEveryOption) {
     }
   }
   EXPECT_GT(options, 15);
+  EXPECT_EQ(Run("--help").exitCode, 0);
+  EXPECT_EQ(Run("--version").exitCode, 0);
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ TEST_F(Terminal, ControlCharactersAreEscaped) {
       {"\xC1\x9B\xE0\x82\x9B\xF0\x80\x82\x9B", "\\xc1\\x9b\\xe0\\x82\\x9b\\xf0\\x80\\x82\\x9b"},  // too long
       {"\xED\xA0\x80\xF4\x90\x80\x80", "\\xed\\xa0\\x80\\xf4\\x90\\x80\\x80"},  // surrogate, past the last character
       {"\xE2\x82", "\\xe2\\x82"},                                               // cut off
-      {"\xE2\x82z", "\\xe2\\x82z"},
+      {"\xE2\x82z\xC3\xC3\xBC", "\\xe2\\x82z\\xc3\xC3\xBC"},
   };
   for (const auto& [text, printable] : cases) EXPECT_EQ(LmTool::Printable(text), printable);
 }

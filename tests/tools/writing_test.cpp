@@ -74,7 +74,7 @@ TEST_F(Writing, SignalsRemoveAllFilesThatAreBeingWritten) {
   const pid_t child = Child([] {
     LmTool::CatchEndingSignals();
     LmTool::FileWriter first("A", "a"), second("B", "b"), third("C", "c");
-    LmTool::WriteFile("D", "d", {4});
+    for (int i = 0; i < 20; ++i) LmTool::WriteFile("D", "d", {4});
     second.Write({2});
     second.Commit();
     raise(SIGTERM);
