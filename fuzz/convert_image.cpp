@@ -1,6 +1,6 @@
-// Throws views of any type, geometry and size at ConvertImage. Buffers have exactly the size that the views say, so that
-// the sanitizers see every byte too many. A conversion that is accepted must equal the model; one that is refused must
-// say why and touch nothing.
+// Throws views of any type, geometry and size at ConvertImage. Buffers have exactly the size that the views say, so
+// that the sanitizers see every byte too many. A conversion that is accepted must equal the model; one that is refused
+// must say why and touch nothing.
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
@@ -8,6 +8,7 @@
 #include <memory>
 #include <vector>
 
+#include "LmImagingLib/Extended.h"
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "LmImagingLib/RGBFilter.h"
@@ -29,6 +30,7 @@ struct Pair {
 
 const std::vector<Pair>& Pairs() {
   static const std::vector<Pair> sPairs = [] {
+    RegisterExtendedFormats();
     std::vector<Pair> pairs;
     Pair pair{};
     for (unsigned long i = 0; PixelTypeFactory::EnumConverters(i, pair.from, pair.to); ++i) pairs.push_back(pair);
@@ -67,11 +69,28 @@ void ChooseBytes(View& view, Choices& choices) {
   if (view.size > kMostBytes) view.size = choices.Number(2);
 }
 
-ConvertOptions AnyOptions(unsigned long height, const model::Filter* filter, Choices& choices) {
-  constexpr unsigned long kFlags[] = {0, 0x10, 0x20, 0x40, 0x80, 0xC0};
+// Most of the flags mean something for the source, or nearly everything would be refused.
+unsigned long AnyFlags(PixelTypeID from, Choices& choices) {
+  if (choices.OneIn(32)) return choices.Number(8);
+  unsigned long flags = choices.OneIn(2) ? ConversionFlags::kOpaque : 0;
+  const auto add = [&](unsigned long flag) { flags |= choices.OneIn(2) ? flag : 0; };
+  const PixelType* const type = PixelTypeFactory::FindPixelType(from);
+  if (type != nullptr && type->IsBayerPattern()) {
+    flags |= ConversionFlags::kBayerGR << choices.Below(4);
+    add(ConversionFlags::kBilinear);
+  }
+  if ((from & kInterlacedFlag) != 0) add(ConversionFlags::kFieldOrder);
+  if ((from & kColorSpaceMask) == kColorSpaceYUV) {
+    add(ConversionFlags::kFullRange);
+    add(ConversionFlags::kBT709);
+  }
+  return flags;
+}
+
+ConvertOptions AnyOptions(PixelTypeID from, unsigned long height, const model::Filter* filter, Choices& choices) {
   ConvertOptions options;
-  options.flags = kFlags[choices.Below(std::size(kFlags))] | (choices.OneIn(2) ? 0x100 : 0) | choices.Below(2);
-  if (choices.OneIn(32)) options.flags = choices.Number(8);
+  options.flags = AnyFlags(from, choices);
+  if (choices.OneIn(4)) options.depth = ConversionDepth::kEightBits;
   options.filter = Filters().FilterOf(filter);
   if (choices.OneIn(3)) {
     options.firstLine = choices.OneIn(16) ? choices.Number(8) : choices.Below(height % 256 + 1);
@@ -129,8 +148,9 @@ Bytes Expected(const ConstImageView& source, const ImageView& destination, const
   const std::size_t lines = options.lines == ConvertOptions::kAllLines ? source.height : options.lines;
   // The model reads and writes exactly the images; what is behind them stays.
   Bytes image(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(out.Bytes()));
-  image = model::ConvertImage(in, out, {static_cast<std::uint32_t>(options.flags), filter, options.firstLine, lines},
-                              from, image);
+  const auto flags = static_cast<std::uint32_t>(options.flags) |
+                     (options.depth == ConversionDepth::kFull ? ConversionFlags::kFullDepth : 0);
+  image = model::ConvertImage(in, out, {flags, filter, options.firstLine, lines}, from, image);
   std::copy(image.begin(), image.end(), before.begin());
   return before;
 }
@@ -152,7 +172,7 @@ void Run(Choices& choices) {
   ChooseBytes(source, choices);
   ChooseBytes(destination, choices);
   const model::Filter* const filter = AnyFilter(choices);
-  const ConvertOptions options = AnyOptions(source.height, filter, choices);
+  const ConvertOptions options = AnyOptions(source.type, source.height, filter, choices);
 
   const Memory memory(source.size, destination.size, choices);
   FillWithNoise(memory.source, source.size, choices.Number(2));

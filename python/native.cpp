@@ -150,6 +150,7 @@ void Convert(const PixelTypeID& from, const py::buffer& source, std::size_t sour
     ConvertOptions options;
     options.filter = filter ? &*filter : nullptr;
     options.flags = flags;
+    options.depth = ConversionDepth::kEightBits;
     std::tie(options.firstLine, options.lines) = lines;
     converted = ConvertImage(sourceView, destinationView, options);
   });

@@ -5,9 +5,11 @@
 #include <cstring>
 #include <numeric>
 
+#include "LmImagingLib/Extended.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "model/frame.h"
 #include "model/guarded_buffer.h"
+#include "model/registered.h"
 #include "simd/instruction_set.h"
 
 // Every registered pair against the plain model: whole buffers, between inaccessible pages.
@@ -73,7 +75,8 @@ model::Call MakeCall(std::uint32_t width, const Filters& filters, Random& random
   call.destinationHeight = call.lines + model::OneOf(random, {0, 0, 1});
   call.padding = model::OneOf(random, {0, 0, 1, 2, 7, 64});
   call.flags = model::OneOf(random, {0, 0x10, 0x20, 0x40, 0x80, 0xC0}) | model::OneOf(random, {0, 0x100}) |
-               model::OneOf(random, {0, 1});
+               model::OneOf(random, {0, 1}) | model::OneOf(random, {0, 0x800}) | model::OneOf(random, {0, 0, 0x2000}) |
+               model::OneOf(random, {0, 0x4000, 0x8000, 0xC000});
   call.filter = filters.Pick(random);
   return call;
 }
@@ -147,19 +150,16 @@ class AllPairs : public testing::Test {
 };
 
 TEST_F(AllPairs, AreTheOnesOfTheTable) {
-  const std::set<model::Pair> registered = RegisteredPairs();
-  const std::set<model::Pair> expected = model::AllPairs();
-  EXPECT_EQ(Missing(registered, expected), std::vector<model::Pair>{}) << "not registered";
-  EXPECT_EQ(Missing(expected, registered), std::vector<model::Pair>{}) << "not in the table";
-
-  const auto identities =
-      std::count_if(registered.begin(), registered.end(), [](const auto& pair) { return pair.first == pair.second; });
-  const auto grayAndBayer = std::count_if(registered.begin(), registered.end(), [](const auto& pair) {
-    return pair.first != pair.second && model::SourceOf(pair.first).family != model::Family::COLOR;
-  });
-  EXPECT_EQ(identities, 155);
-  EXPECT_EQ(grayAndBayer, 1753);
-  EXPECT_EQ(registered.size(), 155u + 2364u);
+  const auto expectTheTable = [](model::Registered registered) {
+    const std::set<model::Pair> actual = RegisteredPairs();
+    const std::set<model::Pair> expected = model::AllPairs(registered);
+    EXPECT_EQ(Missing(actual, expected), std::vector<model::Pair>{}) << "not registered";
+    EXPECT_EQ(Missing(expected, actual), std::vector<model::Pair>{}) << "not in the table";
+  };
+  expectTheTable(model::RegisteredNow());
+  EXPECT_EQ(model::AllPairs(model::Registered::STANDARD).size(), 155u + 2364u);
+  ASSERT_TRUE(RegisterExtendedFormats().IsOK());
+  expectTheTable(model::Registered::EXTENDED);
 }
 
 std::vector<std::size_t> InstructionSetsHere() {
@@ -173,7 +173,10 @@ std::vector<std::size_t> InstructionSetsHere() {
 /// All pairs with one of the instruction sets that the processor has.
 class AllPairsWith : public AllPairs, public testing::WithParamInterface<std::size_t> {
  protected:
-  AllPairsWith() { ForceInstructionSet(GetParam()); }
+  AllPairsWith() {
+    RegisterExtendedFormats();
+    ForceInstructionSet(GetParam());
+  }
   ~AllPairsWith() override { ForceInstructionSet(mActive); }
 
  private:

@@ -18,8 +18,6 @@ constexpr PixelTypeID kMosaic8 = 0x20010;
 constexpr PixelTypeID kBGR24 = 0x420006;
 constexpr PixelTypeID kRGB24 = 0x420002;
 
-bool IsBayer(const PixelTypeID& type) { return PixelTypeFactory::FindPixelType(type)->IsBayerPattern(); }
-
 bool IsGray(const PixelTypeID& type) { return (type & kColorSpaceMask) == kColorSpaceGrayscale; }
 
 }  // namespace
@@ -31,6 +29,7 @@ Bytes ConvertFrame(const RawFrame& frame, const PixelTypeID& to, const RGBFilter
   ConvertOptions options;
   options.filter = filter;
   options.flags = frame.flags;
+  options.depth = ConversionDepth::kEightBits;
   const ConversionResult result =
       ConvertImage({frame.type, frame.bytes.data(), frame.bytes.size(), width, height, frame.lineSize},
                    {to, converted.data(), converted.size(), width, height}, options);
@@ -39,7 +38,7 @@ Bytes ConvertFrame(const RawFrame& frame, const PixelTypeID& to, const RGBFilter
 }
 
 Picture ConvertToPicture(const RawFrame& frame, const PixelTypeID& to, const RGBFilter* filter) {
-  const PixelTypeID shown = IsBayer(to) ? kMosaic8 : IsGray(to) ? kGray8 : kBGR24;
+  const PixelTypeID shown = IsMosaic(to) ? kMosaic8 : IsGray(to) ? kGray8 : kBGR24;
   if (frame.type != kBGR24 || shown != kBGR24 || filter == nullptr) {
     return {frame.size, shown != kBGR24, ConvertFrame(frame, shown, filter)};
   }
@@ -55,6 +54,8 @@ RawFrame FrameOf(Picture picture) {
   return {picture.gray ? kGray8 : kBGR24, picture.size, ConversionFlags::kNone, std::move(picture.pixels)};
 }
 
-bool HasOneSample(const PixelTypeID& to) { return IsGray(to) || IsBayer(to); }
+bool IsMosaic(const PixelTypeID& type) { return PixelTypeFactory::FindPixelType(type)->IsBayerPattern(); }
+
+bool HasOneSample(const PixelTypeID& to) { return IsGray(to) || IsMosaic(to); }
 
 }  // namespace LmTool

@@ -31,6 +31,9 @@ LmImagingLib::PixelTypeID PictureTypeOf(const LmImagingLib::PixelTypeID& from);
 /// The picture as a frame of its own.
 RawFrame FrameOf(Picture picture);
 
+/// Whether pixels of a type are samples of a Bayer mosaic.
+bool IsMosaic(const LmImagingLib::PixelTypeID& type);
+
 /// Whether a conversion to `to` writes one sample a pixel: gray, or a mosaic.
 bool HasOneSample(const LmImagingLib::PixelTypeID& to);
 

@@ -135,9 +135,10 @@ void AddLayoutOptions(CLI::App& command, MosaicLayout& mosaic, unsigned long& fl
     mosaic.Set("--bayer", text, FindChoice("--bayer", kBayerLayouts, text).flag);
   };
   command
-      .add_option_function<std::string>("--bayer", setLayout,
-                                        "Bayer types: colours of the first two pixels of the top row (default: what a "
-                                        "PFNC name tells, else GR)")
+      .add_option_function<std::string>(
+          "--bayer", setLayout,
+          "Bayer types: colours of the first two pixels of the top row, unless a PFNC name says "
+          "them. To make colours of a mosaic, convert needs one of the two")
       ->type_name(WordsOf(kBayerLayouts));
   AddChoiceOption(command, "--field-order", kFieldOrders, flags,
                   "Interlaced types: which field the first half of the frame holds; the top field has the top line "

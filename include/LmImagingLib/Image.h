@@ -36,15 +36,22 @@ struct ImageView {
   std::size_t lineSize = 0;  ///< bytes from line to line
 };
 
+/// The bits that destinations of more than 8 bits a sample receive.
+enum class ConversionDepth {
+  kFull,       ///< all that the source has, and the destination has room for
+  kEightBits,  ///< the upper 8 of each colour value, as `PixelConverter::Convert` does without `kFullDepth`
+};
+
 /// How to convert.
 struct ConvertOptions {
   /// Stands for all lines from `firstLine` on.
   static constexpr unsigned long kAllLines = ~0UL;
 
   const RGBFilter* filter = nullptr;             ///< looks every colour value up; null changes none
-  unsigned long flags = ConversionFlags::kNone;  ///< bits of `ConversionFlags`, at most one Bayer layout
+  unsigned long flags = ConversionFlags::kNone;  ///< bits of `ConversionFlags`; a mosaic needs its layout
   unsigned long firstLine = 0;                   ///< the first line to convert, in source and destination alike
   unsigned long lines = kAllLines;               ///< lines to convert; `kAllLines` for all from there on
+  ConversionDepth depth = ConversionDepth::kFull;
 };
 
 /// What became of a conversion.

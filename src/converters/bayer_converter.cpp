@@ -1,5 +1,9 @@
 #include "converters/bayer_converter.h"
 
+#include <algorithm>
+
+#include "walk/lines.h"
+
 namespace LmImagingLib {
 
 using LmBaseLib::Result;
@@ -36,11 +40,26 @@ Result BayerConverter::ConvertLastLine(const void* source, void* destination, un
 
 void BayerConverter::ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
   const bool words = mSource.depth > 8 && mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
+  const Frame rows = RowsOf(frame);
+  const std::uint32_t width = RowWidth(frame);
   if (words) {
-    Convert<std::uint16_t>(mSource, frame, frame.pixels, first, end);
+    Convert<std::uint16_t>(mSource, rows, width, first, end);
   } else {
-    Convert<std::uint8_t>(mSource, frame, frame.pixels, first, end);
+    Convert<std::uint8_t>(mSource, rows, width, first, end);
   }
+}
+
+// Rows are read beyond the lines to convert, also those of fields.
+Frame BayerConverter::RowsOf(Frame frame) {
+  frame.fieldLines = frame.sourceHeight / 2 * 2;
+  return frame;
+}
+
+// The place of a sample that a tap reads depends on the length of the whole line, and so may what is left out at its
+// end.
+std::uint32_t BayerConverter::RowWidth(const Frame& frame) const {
+  const bool inPlace = mSource.format->groupPixels == 1 && mSource.readout.taps == Readout::Taps::kOne;
+  return inPlace ? frame.pixels : frame.sourceWidth;
 }
 
 bool BayerConverter::ConvertRows(const SourceType& mosaic, const Frame& frame, std::uint32_t first,
@@ -64,10 +83,19 @@ ConversionExtent BayerConverter::ExtentOf(const Frame& frame, std::uint32_t line
   // A single line needs one above it.
   if (lines % 2 != 0 && (lines == 1 || frame.sourceHeight < 2)) --lines;
   if (frame.pixels < 2 || lines == 0) return {};
+  ConversionExtent extent;
+  const Frame source = RowsOf(frame);
+  const std::size_t rowBytes = RowBytesRead(mSource, RowWidth(frame));
   const std::uint32_t rows = RowsRead(frame, 0, lines);
-  return {(rows - 1) * frame.sourceLine + std::size_t{frame.pixels} * mSource.format->groupBits / 8,
-          (lines - 1) * frame.destinationLine + (mWriter.planes - 1) * frame.DestinationPlane() +
-              std::size_t{frame.pixels} * mWriter.pixelBytes};
+  // Of fields, the last row may be in either, or in none.
+  for (std::uint32_t row = rows - std::min(rows, 3U); row < rows && rowBytes != 0; ++row) {
+    const std::uint8_t* const line = SourceLineAt(source, row);
+    if (line == nullptr) continue;
+    extent.source = std::max(extent.source, static_cast<std::size_t>(line - source.source) + rowBytes);
+  }
+  extent.destination = (lines - 1) * frame.destinationLine + (mWriter.planes - 1) * frame.DestinationPlane() +
+                       std::size_t{frame.pixels} * mWriter.pixelBytes;
+  return extent;
 }
 
 }  // namespace LmImagingLib

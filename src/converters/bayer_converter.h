@@ -27,6 +27,8 @@ class BayerConverter : public LibraryConverter {
   std::uint32_t Reach(std::uint32_t flags) const override;
 
  private:
+  static Frame RowsOf(Frame frame);
+  std::uint32_t RowWidth(const Frame& frame) const;
   template <class Sample>
   void Convert(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t first,
                std::uint32_t end) const;

@@ -84,7 +84,7 @@ Demosaicer<Sample>::Demosaicer(const MosaicSource& source, const Writer& writer,
       mMask(source.type.MaskOf<Sample>()) {
   const bool inFull = writer.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
   mFit = FitOf(sizeof(Sample) == 1 ? 8 : source.type.depth, writer, inFull);
-  if (sizeof(Sample) == 1 && inFull && !IsLuma(writer)) {
+  if (sizeof(Sample) == 1 && inFull) {
     mSteps.widening = LookupOf<std::uint16_t>(frame, 8, writer);
   } else {
     mSteps.tables = LookupOf<Sample>(frame, source.type.depth, writer);
@@ -176,12 +176,7 @@ void Demosaicer<Sample>::StoreCell(const Pair& pair, std::size_t column, std::si
   Sample pixels[3][2];
   kMethods[kBlock].kernel.Of<Sample>().Definition()(CellsAt(pair, column), 0, 2, {pixels[0], pixels[1], pixels[2]});
   for (std::size_t k = 0; k < pair.count; ++k) {
-    if (mSteps.widening != nullptr) {
-      const std::uint16_t words[3] = {pixels[0][0], pixels[1][0], pixels[2][0]};
-      mWriter.store.words.Definition()({&words[0], &words[1], &words[2]}, mSteps.widening, 1, pair.lines[k], at);
-    } else {
-      mWriter.store.Of<Sample>().Definition()({pixels[0], pixels[1], pixels[2]}, mSteps.tables, 1, pair.lines[k], at);
-    }
+    StorePixels<Sample>({pixels[0], pixels[1], pixels[2]}, mSteps, 1, pair.lines[k], at, KernelChoice::kDefinition);
   }
 }
 

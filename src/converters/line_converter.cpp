@@ -50,7 +50,7 @@ class LineConverter::Lines {
     if constexpr (sizeof(Sample) == 1) {
       if (IsByMatrix()) mSteps.decode = Format().decodeByMatrix.Active();
     }
-    if (sizeof(Sample) == 1 && mInFull && !IsLuma(converter.mWriter)) {
+    if (sizeof(Sample) == 1 && mInFull) {
       mSteps.widening = LookupOf<std::uint16_t>(frame, 8, converter.mWriter);
     } else {
       mSteps.tables = LookupOf<Sample>(frame, converter.mSource.depth, converter.mWriter);
@@ -70,10 +70,9 @@ class LineConverter::Lines {
 
   void ConvertTaps(const FrameLine& line) const {
     const TargetLine target = TargetAt(line.destination, mFrame, mFit, mSteps.writer);
-    StoreKernel<Sample>* const store = mSteps.writer.store.template Of<Sample>().Active();
     ForEachTapStrip(mSteps.decode, LinesAt(line.source), mFrame.pixels / 2, mConverter.mSource.readout,
                     [&](const Sample* samples, std::size_t count, std::size_t first) {
-                      store({samples, samples, samples}, nullptr, count, target, first);
+                      StorePixels({samples, samples, samples}, mSteps, count, target, first, KernelChoice::kActive);
                     });
   }
 
@@ -81,7 +80,7 @@ class LineConverter::Lines {
     const std::optional<std::uint32_t> inOneGo = tail.PixelsInOneGo(line.index, mSteps.writer);
     if (inOneGo) return ConvertPixels(line.source, line.destination, *inOneGo);
     ConvertPixels(line.source, line.destination, tail.WholePixels());
-    tail.Convert(line, mSteps.writer, mFit,
+    tail.Convert(line, mSteps.writer, TargetAt(line.destination, mFrame, mFit, mSteps.writer),
                  [this](const std::uint8_t* group, const TargetLine& target, std::size_t pixels) {
                    ConvertStrips(mSteps, LinesAt(group), pixels, &target, 1, 0);
                  });

@@ -47,15 +47,19 @@ class LineTail {
     return std::size_t{mFrame.pixels} * writer.pixelBytes + BytesBeyond(line, writer.planes - 1, writer);
   }
 
-  /// @param convert  converts a group, given with a line of its own for each plane
+  /// @param target  the line's target
+  /// @param convert  converts a group, given with a target of its own
   template <class ConvertGroup>
-  void Convert(const FrameLine& line, const Writer& writer, const Fit& fit, const ConvertGroup& convert) const {
+  void Convert(const FrameLine& line, const Writer& writer, TargetLine target, const ConvertGroup& convert) const {
     std::uint8_t group[kMostGroupBytes] = {};
     std::uint8_t converted[3][kMostPlaneBytes];
     const std::size_t groupBytes = mFormat.groupBits / 8;
     const std::size_t lineBytes = static_cast<std::size_t>(LineBytesOf(mFormat, mFrame.pixels)) - mOffset;
     std::memcpy(group, line.source + mOffset, mFrame.contained ? lineBytes : groupBytes);
-    convert(group, TargetLine{converted[0], kMostPlaneBytes, false, fit}, mFormat.groupPixels);
+    target.line = converted[0];
+    target.planeSize = kMostPlaneBytes;
+    target.streams = false;
+    convert(group, target, mFormat.groupPixels);
     for (std::size_t plane = 0; plane < writer.planes; ++plane) {
       std::uint8_t* const to = line.destination + plane * mFrame.DestinationPlane();
       std::memcpy(to + std::size_t{mWholePixels} * writer.pixelBytes, converted[plane],

@@ -5,6 +5,7 @@
 #include "LmImagingLib/Image.h"
 #include "converters/chain.h"
 #include "converters/library_converter.h"
+#include "image/flags.h"
 #include "image/plan.h"
 #include "walk/lines.h"
 #include "walk/streams.h"
@@ -29,7 +30,7 @@ Frame FrameOf(const ConversionPlan& plan, const ConstImageView& source, const Im
   frame.destinationLine = static_cast<std::size_t>(plan.destinationLine);
   frame.destinationHeight = plan.height;
   frame.pixels = plan.width;
-  frame.flags = static_cast<std::uint32_t>(options.flags);
+  frame.flags = static_cast<std::uint32_t>(FlagsOf(options));
   frame.filter = options.filter;
   frame.contained = true;
   return frame;
@@ -57,7 +58,7 @@ ConversionResult ConvertByApplication(const ConversionPlan& plan, const ConstIma
   const auto padding = static_cast<unsigned long>(plan.destinationLine - plan.destination.DenseLine(plan.width));
   const Result result =
       plan.converter->Convert(options.filter, source.data, plan.sourceWidth, plan.height, destination.data, plan.width,
-                              plan.height, plan.width, plan.end, options.flags, padding, nullptr, nullptr);
+                              plan.height, plan.width, plan.end, FlagsOf(options), padding, nullptr, nullptr);
   if (result.IsOK()) return {};
   return {result, "the application's converter failed with code " + std::to_string(result.GetCode())};
 }

@@ -1,13 +1,14 @@
 #include "image/plan.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "converters/chain.h"
 #include "converters/identity.h"
 #include "converters/library_converter.h"
 #include "formats/source_type.h"
+#include "image/flags.h"
+#include "image/refusal.h"
 
 namespace LmImagingLib {
 
@@ -15,20 +16,7 @@ using LmBaseLib::Result;
 
 namespace {
 
-ConversionResult Refused(std::string message) { return {Result::INVALID_PARAMETER, std::move(message)}; }
-
 std::string Number(std::uint64_t value) { return std::to_string(value); }
-
-std::string Hex(std::uint64_t value) {
-  char text[24];
-  std::snprintf(text, sizeof text, "0x%llX", static_cast<unsigned long long>(value));
-  return text;
-}
-
-std::string Label(const PixelTypeID& type) {
-  return "'" + std::string(PixelTypeFactory::GetPixelTypeName(type)) + "' (" + Hex(static_cast<std::uint64_t>(type)) +
-         ")";
-}
 
 template <class View>
 std::string Size(const View& view) {
@@ -100,13 +88,6 @@ ConverterTraits TraitsOf(const PixelConverter& converter) {
 bool Demosaics(const PixelConverter& converter) {
   const ConverterStages stages = StagesOf(converter);
   return TraitsOf(stages.second != nullptr ? *stages.second : stages.first).demosaics;
-}
-
-ConversionResult CheckFlags(const ConvertOptions& options) {
-  const unsigned long layouts = options.flags & (ConversionFlags::kBayerGR | ConversionFlags::kBayerGB |
-                                                 ConversionFlags::kBayerRG | ConversionFlags::kBayerBG);
-  if ((layouts & (layouts - 1)) == 0) return {};
-  return Refused("options.flags is " + Hex(options.flags) + ", which has several Bayer layouts; it may have one");
 }
 
 ConversionResult CheckRange(const ConvertOptions& options, ConversionPlan& plan) {
@@ -230,7 +211,7 @@ ConversionResult PlanConversion(const ConstImageView& source, const ImageView& d
     plan.source = SourceLayoutOf(*plan.converter, source.type);
     plan.destination = DestinationLayoutOf(*plan.converter, destination.type);
   }
-  if (ConversionResult checked = CheckFlags(options); !checked.IsOK()) return checked;
+  if (ConversionResult checked = CheckFlags(source, *plan.converter, options); !checked.IsOK()) return checked;
   plan.width = static_cast<std::uint32_t>(source.width);
   plan.height = static_cast<std::uint32_t>(source.height);
   if (ConversionResult checked = CheckRange(options, plan); !checked.IsOK()) return checked;

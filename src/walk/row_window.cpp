@@ -21,6 +21,13 @@ bool IsRows(const SourceType& source, const Frame& frame) {
 
 }  // namespace
 
+std::size_t RowBytesRead(const SourceType& source, std::uint32_t width) {
+  const Format& format = *source.format;
+  if (PassesLineEnd(format, width)) return static_cast<std::size_t>(LineBytesOf(format, width));
+  const std::uint32_t unit = source.readout.taps == Readout::Taps::kTwo ? 2 : format.groupPixels;
+  return std::size_t{width / unit * unit} / format.groupPixels * (format.groupBits / 8);
+}
+
 template <class Sample>
 RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows,
                              std::uint32_t end)

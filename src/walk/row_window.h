@@ -9,6 +9,9 @@
 
 namespace LmImagingLib {
 
+/// The bytes of a line that are read to fill a row of `width` samples.
+std::size_t RowBytesRead(const SourceType& source, std::uint32_t width);
+
 /// The rows of a mosaic around the lines that are being converted, as samples: a ring of rows, found by their numbers.
 ///
 /// Rows that are samples already are not copied: the window then points into the source. Samples that a layout leaves

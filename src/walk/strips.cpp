@@ -25,6 +25,11 @@ std::size_t PixelsToCacheLine(std::uint32_t groupPixels, const Writer& writer, c
   return wholeGroups && pixels * bytes % kCacheLine == missing ? pixels : 0;
 }
 
+template <class Kernel>
+Kernel* Chosen(const Twins<Kernel>& twins, KernelChoice choice) {
+  return choice == KernelChoice::kActive ? twins.Active() : twins.Definition();
+}
+
 // Gives the second target the pixels that the first one has. Copying them is faster than storing them again, if they
 // are in the cache.
 void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, std::size_t first) {
@@ -34,30 +39,23 @@ void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, 
   }
 }
 
-// Looks bytes up in tables of words.
-void StoreWidened(const Channels<std::uint8_t>& in, const StripSteps<std::uint8_t>& steps, std::size_t count,
-                  const TargetLine& out, std::size_t first) {
-  Strip<std::uint16_t> words;
-  std::copy(in.red, in.red + count, words.red);
-  std::copy(in.green, in.green + count, words.green);
-  std::copy(in.blue, in.blue + count, words.blue);
-  steps.writer.store.words.Active()({words.red, words.green, words.blue}, steps.widening, count, out, first);
-}
+}  // namespace
 
 template <class Sample>
-void Store(const Channels<Sample>& channels, const StripSteps<Sample>& steps, std::size_t count, const TargetLine& out,
-           std::size_t first) {
-  bool isStored = false;
-  if constexpr (sizeof(Sample) == 1) {
-    isStored = steps.widening != nullptr;
-    if (isStored) StoreWidened(channels, steps, count, out, first);
+void StorePixels(const Channels<Sample>& channels, const StripSteps<Sample>& steps, std::size_t count,
+                 const TargetLine& out, std::size_t first, KernelChoice choice) {
+  const Writer& writer = steps.writer;
+  if (sizeof(Sample) == 1 && steps.widening != nullptr) {
+    Strip<std::uint16_t> words;
+    std::copy_n(channels.red, count, words.red);
+    std::copy_n(channels.green, count, words.green);
+    std::copy_n(channels.blue, count, words.blue);
+    Chosen(writer.store.words, choice)({words.red, words.green, words.blue}, steps.widening, count, out, first);
+  } else {
+    Chosen(writer.store.template Of<Sample>(), choice)(channels, steps.tables, count, out, first);
   }
-  if (!isStored) steps.writer.store.template Of<Sample>().Active()(channels, steps.tables, count, out, first);
-  const std::size_t pixelBytes = steps.writer.pixelBytes;
-  if (out.opaque) kMakeOpaque.Active()(out.line + first * pixelBytes, pixelBytes, count);
+  if (out.opaque) kMakeOpaque.Active()(out.line + first * writer.pixelBytes, writer.pixelBytes, count);
 }
-
-}  // namespace
 
 StripWalk::StripWalk(std::uint32_t groupPixels, const Writer& writer, const TargetLine& target, std::size_t count,
                      std::size_t first, std::size_t most)
@@ -84,18 +82,23 @@ void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::
     return;
   }
   Strip<Sample> strip;
-  // Channels that need no strip are stored in one go.
-  const bool whole = (steps.plain || (steps.writer.isBytes && !targets[0].streams)) && steps.widening == nullptr;
+  // Channels that need no strip are stored in one go, unless something is done to them afterwards.
+  const bool whole =
+      (steps.plain || (steps.writer.isBytes && !targets[0].streams)) && steps.widening == nullptr && !targets[0].opaque;
   StripWalk walk(steps.groupPixels, steps.writer, targets[0], count, first, whole ? count : kStripPixels);
   while (walk.Next()) {
     const std::size_t at = first + walk.At();
     const Room<Sample> room = RoomFor(steps.writer, targets[0], at, strip);
     const Channels<Sample> channels = steps.decode(in, walk.At(), walk.Pixels(), room);
-    Store(channels, steps, walk.Pixels(), targets[0], at);
+    StorePixels(channels, steps, walk.Pixels(), targets[0], at, KernelChoice::kActive);
     if (targetCount == 2) Repeat(steps.writer, walk.Pixels(), targets, at);
   }
 }
 
+template void StorePixels(const Channels<std::uint8_t>&, const StripSteps<std::uint8_t>&, std::size_t,
+                          const TargetLine&, std::size_t, KernelChoice);
+template void StorePixels(const Channels<std::uint16_t>&, const StripSteps<std::uint16_t>&, std::size_t,
+                          const TargetLine&, std::size_t, KernelChoice);
 template void ConvertStrips(const StripSteps<std::uint8_t>&, const SourceLines&, std::size_t, const TargetLine*,
                             std::size_t, std::size_t);
 template void ConvertStrips(const StripSteps<std::uint16_t>&, const SourceLines&, std::size_t, const TargetLine*,

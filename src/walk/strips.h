@@ -55,6 +55,14 @@ inline Room<std::uint16_t> RoomFor(const Writer& /*writer*/, const TargetLine& /
   return {strip.red, strip.green, strip.blue};
 }
 
+/// Which twin of a kernel runs: of a few pixels the definition is the faster one.
+enum class KernelChoice { kActive, kDefinition };
+
+/// Looks up and stores `count` decoded pixels, at most those of a strip where anything but the lookup is to be done.
+template <class Sample>
+void StorePixels(const Channels<Sample>& channels, const StripSteps<Sample>& steps, std::size_t count,
+                 const TargetLine& out, std::size_t first, KernelChoice choice);
+
 /// Converts `count` pixels, whole groups of the source, from the beginning of `in` to pixel `first` of each target.
 /// @param targetCount  lines that receive the same pixels
 template <class Sample>

@@ -71,11 +71,7 @@ TEST(Threads, ShareConvertersFilterAndChains) {
   RGBFilter filter(8);
   filter.SetMultipliers(1.6, 0.5, 1.09, 3, 20, 0);
   model::Filter tables{};
-  for (unsigned i = 0; i < 256; ++i) {
-    tables.red[i] = filter.GetRedValue8(i);
-    tables.green[i] = filter.GetGreenValue8(i);
-    tables.blue[i] = filter.GetBlueValue8(i);
-  }
+  model::ReadTables(filter, tables);
 
   std::vector<std::vector<model::Frame>> frames;
   for (unsigned thread = 0; thread < kThreads; ++thread) frames.push_back(MakeFrames(thread, tables));

@@ -5,7 +5,7 @@
 
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "factory/own_entries.h"
-#include "model/catalogue.h"
+#include "model/registered.h"
 
 namespace LmImagingLib {
 namespace {
@@ -48,7 +48,7 @@ TEST(AttributeQueries, AskForEachAttributeAlone) {
   const auto matches = [](const PixelTypeAttributes& a) {
     std::vector<PixelTypeID> ids;
     const auto flag = [](const std::optional<bool>& wanted, bool set) { return !wanted || *wanted == set; };
-    for (const PixelTypeID id : model::AllTypes()) {
+    for (const PixelTypeID id : model::AllTypes(model::RegisteredNow())) {
       if ((!a.colorSpace || id / 0x10000 % 8 == *a.colorSpace / 0x10000) &&
           (!a.bitCount || model::SourceOf(id).bits == *a.bitCount) && flag(a.normalized, id / 0x100000 % 2 == 1) &&
           flag(a.interlaced, id / 0x200000 % 2 == 1) && flag(a.packed, id / 0x400000 % 2 == 1) &&

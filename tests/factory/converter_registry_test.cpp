@@ -7,7 +7,7 @@
 
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "factory/own_entries.h"
-#include "model/catalogue.h"
+#include "model/registered.h"
 
 namespace LmImagingLib {
 namespace {
@@ -67,7 +67,7 @@ TEST(ConverterRegistry, RefusesNull) {
 
 // A converter that was replaced can be put back by what it says of itself.
 TEST(ConverterRegistry, HasConvertersThatNameTheirPair) {
-  for (const auto& [from, to] : model::AllPairs()) {
+  for (const auto& [from, to] : model::AllPairs(model::RegisteredNow())) {
     const PixelConverter& converter = *PixelTypeFactory::FindConverter(from, to);
     EXPECT_EQ(Pair(converter.GetSourceTypeID(), converter.GetDestinationTypeID()), Pair(from, to)) << std::hex << from;
   }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "LmImagingLib/Extended.h"
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "model/frame.h"
@@ -26,8 +27,12 @@ struct Geometry {
   unsigned long width, height;
 };
 
+constexpr bool IsInterlaced(PixelTypeID type) { return (type & kInterlacedFlag) != 0; }
+
 class ConvertImageTest : public testing::Test {
  protected:
+  ConvertImageTest() { RegisterExtendedFormats(); }
+
   Bytes Noise(std::size_t size) {
     Bytes bytes(size);
     for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(mRandom());
@@ -40,9 +45,18 @@ class ConvertImageTest : public testing::Test {
     return padding == 0 ? OneOf(mRandom, {0, 1}) * dense : dense + padding;
   }
 
-  model::Options AnyOptions(unsigned long height, bool pairs) {
+  // Flags that mean something for the source, and depth.
+  std::uint32_t AnyFlags(PixelTypeID from) {
+    std::uint32_t flags = OneOf(mRandom, {0, 0x800}) | OneOf(mRandom, {0, 0, 0x2000});
+    if (IsInterlaced(from)) flags |= OneOf(mRandom, {0, 1});
+    if ((from & 0x40000) != 0) flags |= OneOf(mRandom, {0, 0x4000, 0x8000, 0xC000});
+    if (model::SourceOf(from).family != model::Family::BAYER) return flags;
+    return flags | OneOf(mRandom, {0x10, 0x20, 0x40, 0x80}) | OneOf(mRandom, {0, 0x100});
+  }
+
+  model::Options AnyOptions(PixelTypeID from, unsigned long height, bool pairs) {
     model::Options options;
-    options.flags = OneOf(mRandom, {0, 0x10, 0x20, 0x40, 0x80}) | OneOf(mRandom, {0, 0x100}) | OneOf(mRandom, {0, 1});
+    options.flags = AnyFlags(from);
     options.filter = mFilters.Pick(mRandom);
     options.lines = height;
     if (mRandom() % 3 != 0) return options;
@@ -68,7 +82,8 @@ class ConvertImageTest : public testing::Test {
     const ConversionResult result =
         ConvertImage({source.type, in, from.size(), source.width, source.height, source.line},
                      {destination.type, out, before.size(), destination.width, destination.height, destination.line},
-                     {mFilters.FilterOf(options.filter), options.flags, options.firstLine, options.lines});
+                     {mFilters.FilterOf(options.filter), options.flags, options.firstLine, options.lines,
+                      (options.flags & 0x800) != 0 ? ConversionDepth::kFull : ConversionDepth::kEightBits});
 
     const std::string what = Describe(source, destination, options);
     ASSERT_TRUE(result.IsOK()) << what << ": " << result.message;
@@ -93,10 +108,8 @@ class ConvertImageTest : public testing::Test {
   GuardedBuffer mDestination{1 << 21};
 };
 
-constexpr bool IsInterlaced(PixelTypeID type) { return (type & kInterlacedFlag) != 0; }
-
 TEST_F(ConvertImageTest, EveryPairEqualsTheModel) {
-  for (const auto& [from, to] : model::AllPairs()) {
+  for (const auto& [from, to] : model::AllPairs(model::Registered::EXTENDED)) {
     const bool pairs = PixelTypeFactory::FindConverter(from, to)->GetLinesPerStep() > 1;
     for (unsigned round = 0; round < 24; ++round) {
       const unsigned long least = pairs ? 2 : 1;
@@ -104,7 +117,7 @@ TEST_F(ConvertImageTest, EveryPairEqualsTheModel) {
       std::size_t sourceLine = Padded(from, size.width);
       if (from == 0x10010001 || (IsInterlaced(from) && size.height % 2 != 0)) sourceLine = 0;
       Check({from, size.width, size.height, sourceLine}, {to, size.width, size.height, Padded(to, size.width)},
-            AnyOptions(size.height, pairs));
+            AnyOptions(from, size.height, pairs));
       if (HasFatalFailure()) return;
     }
   }
@@ -118,8 +131,9 @@ TEST_F(ConvertImageTest, ChainsOfAnySizeEqualTheModel) {
         if (padding != 0 && IsInterlaced(from) && size.height % 2 != 0) continue;
         const View source(from, size.width, size.height, View::DenseLine(from, size.width) + padding);
         for (const std::uint32_t flags : {0x40U, 0x180U}) {
-          Check(source, {0x420006, size.width, size.height, 0}, {flags, nullptr, 0, size.height});
-          Check(source, {0x820002, size.width, size.height, 0}, {flags, mFilters.Pick(mRandom), 2, 4});
+          const std::uint32_t own = from == 0x10007 ? 0x800 : flags;
+          Check(source, {0x420006, size.width, size.height, 0}, {own, nullptr, 0, size.height});
+          Check(source, {0x820002, size.width, size.height, 0}, {own, mFilters.Pick(mRandom), 2, 4});
         }
       }
     }

@@ -45,6 +45,16 @@ TEST(ConvertImage, RefusesWithASentenceAndTouchesNothing) {
        [](C&, I& d, O&) { d.type = 0x10001; },
        LmBaseLib::Result::NOT_IMPLEMENTED,
        {"destination.type", "0x10001", "0x20011"}},
+      {"no layout", [](C&, I&, O& o) { o.flags = 0; }, kInvalid, {"options.flags", "kBayerGR (0x10)"}},
+      {"a layout of no mosaic", [](C& s, I&, O&) { s.type = 0x10001; }, kInvalid, {"options.flags", "0x10", "mosaic"}},
+      {"a flag of nobody", [](C&, I&, O& o) { o.flags = 0x12; }, kInvalid, {"options.flags", "0x12", "0x2"}},
+      {"8 bits at full depth",
+       [](C&, I&, O& o) {
+         o.flags |= ConversionFlags::kFullDepth;
+         o.depth = ConversionDepth::kEightBits;
+       },
+       kInvalid,
+       {"options.depth", "kFullDepth"}},
       {"two layouts", [](C&, I&, O& o) { o.flags = 0x30; }, kInvalid, {"options.flags", "0x30"}},
       {"line that is not there", [](C&, I&, O& o) { o.firstLine = 4; }, kInvalid, {"options.firstLine", "4", "0 to 3"}},
       {"too many lines",
@@ -74,17 +84,19 @@ TEST(ConvertImage, RefusesWithASentenceAndTouchesNothing) {
        kInvalid,
        {"overlap"}},
       {"dual lines with padding",
-       [](C& s, I& d, O&) {
+       [](C& s, I& d, O& o) {
          s.type = 0x10010001;
          d.type = 0x10001;
+         o.flags = 0;
          s.lineSize = 8;
        },
        kInvalid,
        {"source.lineSize", "8", "6"}},
       {"fields that padding parts",
-       [](C& s, I& d, O&) {
+       [](C& s, I& d, O& o) {
          s.type = 0x210001;
          d.type = 0x10001;
+         o.flags = 0;
          s.height = d.height = 3;
          s.lineSize = 7;
        },
@@ -97,6 +109,7 @@ TEST(ConvertImage, RefusesWithASentenceAndTouchesNothing) {
     ConstImageView source{0x20011, frame.data(), frame.size(), 6, 4};
     ImageView destination{0x20002, memory.data() + 100, 100, 6, 4};
     ConvertOptions options;
+    options.flags = ConversionFlags::kBayerGR;
     ASSERT_TRUE(ConvertImage(source, destination, options).IsOK());
     memory = blank;
     refusal.spoil(source, destination, options);

@@ -17,8 +17,7 @@ class Mosaic {
   int Sample(std::ptrdiff_t y, std::ptrdiff_t x) const {
     const auto lineSize = static_cast<std::ptrdiff_t>(mLine.sourceLineSize);
     const std::ptrdiff_t at = (y - static_cast<std::ptrdiff_t>(mLine.index)) * lineSize + x * mSampleBytes;
-    // Bits above the sample are dropped.
-    return static_cast<int>((mSampleBytes == 1 ? mLine.Read8(at) : mLine.Read16(at)) >> mLine.stage.shift & 0xFF);
+    return static_cast<int>(mLine.Sample(mSampleBytes == 1 ? mLine.Read8(at) : mLine.Read16(at)));
   }
 
   /// The colour of the 2 x 2 cell whose left column is x.

@@ -17,117 +17,126 @@ struct Row {
   std::vector<Id> ids;
   Family family;
   unsigned bits, bytes;
+  unsigned depth;  ///< bits of a sample; of YUV those that are used
   Kernel kernel;
   unsigned halfBytes;  ///< of a source pixel
-  unsigned shift;
+  unsigned shift;      ///< below the lowest bit of a sample in its word
   Taps taps = Taps::ONE;
   bool demosaiced = false;
   Id reorderedType = 0;
 };
 
 const Row kRows[] = {
-    {{0x10001, 0x210001}, Family::GRAY, 8, 1, Gray8, 2, 0},
-    {{0x10001}, Family::GRAY, 8, 1, Gray8, 2, 0, Taps::TWO},
-    {{0x10010001}, Family::GRAY, 8, 1, DualLines, 2, 0, Taps::ONE, false, 0x10001},
-    {{0x10006}, Family::GRAY, 8, 1, QuadTaps8, 2, 0, Taps::ONE, false, 0x10001},
-    {{0x10401}, Family::GRAY, 8, 1, Gray8Signed, 2, 0},
-    {{0x10002, 0x210002}, Family::GRAY, 10, 2, Gray16, 4, 2},
-    {{0x110002, 0x310002}, Family::GRAY, 10, 2, Gray16, 4, 8},
-    {{0x10002}, Family::GRAY, 10, 2, Gray16, 4, 2, Taps::TWO},
-    {{0x110002}, Family::GRAY, 10, 2, Gray16, 4, 8, Taps::TWO},
-    {{0x410002, 0x610002}, Family::GRAY, 10, 2, GrayPacked, 3, 2},
-    {{0x410002, 0x610002}, Family::GRAY, 10, 2, GrayPacked, 3, 2, Taps::TWO},
-    {{0x10007}, Family::GRAY, 10, 2, QuadTaps16, 4, 0, Taps::ONE, false, 0x10002},
-    {{0x110007}, Family::GRAY, 10, 2, QuadTaps16, 4, 0, Taps::ONE, false, 0x110002},
-    {{0x10008}, Family::GRAY, 10, 2, GrayPackedGEV, 3, 0},
-    {{0x10003, 0x210003}, Family::GRAY, 12, 2, Gray16, 4, 4},
-    {{0x110003, 0x310003}, Family::GRAY, 12, 2, Gray16, 4, 8},
-    {{0x10003}, Family::GRAY, 12, 2, Gray16, 4, 4, Taps::TWO},
-    {{0x110003}, Family::GRAY, 12, 2, Gray16, 4, 8, Taps::TWO},
-    {{0x410003, 0x610003}, Family::GRAY, 12, 2, GrayPacked, 3, 4},
-    {{0x410003, 0x610003}, Family::GRAY, 12, 2, GrayPacked, 3, 4, Taps::TWO},
-    {{0x10009}, Family::GRAY, 12, 2, GrayPackedGEV, 3, 0},
-    {{0x10004, 0x210004}, Family::GRAY, 14, 2, Gray16, 4, 6},
-    {{0x110004, 0x310004}, Family::GRAY, 14, 2, Gray16, 4, 8},
-    {{0x10005, 0x210005, 0x110005, 0x310005}, Family::GRAY, 16, 2, Gray16, 4, 8},
+    {{0x10001, 0x210001}, Family::GRAY, 8, 1, 8, Gray8, 2, 0},
+    {{0x10001}, Family::GRAY, 8, 1, 8, Gray8, 2, 0, Taps::TWO},
+    {{0x10010001}, Family::GRAY, 8, 1, 8, DualLines, 2, 0, Taps::ONE, false, 0x10001},
+    {{0x10006}, Family::GRAY, 8, 1, 8, QuadTaps8, 2, 0, Taps::ONE, false, 0x10001},
+    {{0x10401}, Family::GRAY, 8, 1, 8, Gray8Signed, 2, 0},
+    {{0x10002, 0x210002}, Family::GRAY, 10, 2, 10, Gray16, 4, 0},
+    {{0x110002, 0x310002}, Family::GRAY, 10, 2, 10, Gray16, 4, 6},
+    {{0x10002}, Family::GRAY, 10, 2, 10, Gray16, 4, 0, Taps::TWO},
+    {{0x110002}, Family::GRAY, 10, 2, 10, Gray16, 4, 6, Taps::TWO},
+    {{0x410002, 0x610002}, Family::GRAY, 10, 2, 10, GrayPacked, 3, 0},
+    {{0x410002, 0x610002}, Family::GRAY, 10, 2, 10, GrayPacked, 3, 0, Taps::TWO},
+    {{0x10007}, Family::GRAY, 10, 2, 10, QuadTaps16, 4, 0, Taps::ONE, false, 0x10002},
+    {{0x110007}, Family::GRAY, 10, 2, 10, QuadTaps16, 4, 6, Taps::ONE, false, 0x110002},
+    {{0x10008}, Family::GRAY, 10, 2, 10, GrayPackedGEV, 3, 0},
+    {{0x10003, 0x210003}, Family::GRAY, 12, 2, 12, Gray16, 4, 0},
+    {{0x110003, 0x310003}, Family::GRAY, 12, 2, 12, Gray16, 4, 4},
+    {{0x10003}, Family::GRAY, 12, 2, 12, Gray16, 4, 0, Taps::TWO},
+    {{0x110003}, Family::GRAY, 12, 2, 12, Gray16, 4, 4, Taps::TWO},
+    {{0x410003, 0x610003}, Family::GRAY, 12, 2, 12, GrayPacked, 3, 0},
+    {{0x410003, 0x610003}, Family::GRAY, 12, 2, 12, GrayPacked, 3, 0, Taps::TWO},
+    {{0x10009}, Family::GRAY, 12, 2, 12, GrayPackedGEV, 3, 0},
+    {{0x10004, 0x210004}, Family::GRAY, 14, 2, 14, Gray16, 4, 0},
+    {{0x110004, 0x310004}, Family::GRAY, 14, 2, 14, Gray16, 4, 2},
+    {{0x10005, 0x210005, 0x110005, 0x310005}, Family::GRAY, 16, 2, 16, Gray16, 4, 0},
 
-    {{0x20010}, Family::BAYER, 8, 1, Gray8, 2, 0, Taps::ONE, true},
-    {{0x20010}, Family::BAYER, 8, 1, Gray8, 2, 0, Taps::TWO},
-    {{0x20011}, Family::BAYER, 10, 2, Gray16, 4, 2, Taps::ONE, true},
-    {{0x120011}, Family::BAYER, 10, 2, Gray16, 4, 8, Taps::ONE, true},
-    {{0x220011}, Family::BAYER, 10, 2, Gray16, 4, 2},
-    {{0x320011}, Family::BAYER, 10, 2, Gray16, 4, 8},
-    {{0x20011}, Family::BAYER, 10, 2, Gray16, 4, 2, Taps::TWO},
-    {{0x120011}, Family::BAYER, 10, 2, Gray16, 4, 8, Taps::TWO},
-    {{0x420011}, Family::BAYER, 10, 2, GrayPacked, 3, 2},
-    {{0x420011}, Family::BAYER, 10, 2, GrayPacked, 3, 2, Taps::TWO},
-    {{0x20041}, Family::BAYER, 10, 2, GrayPackedGEV, 3, 0},
-    {{0x20012}, Family::BAYER, 12, 2, Gray16, 4, 4, Taps::ONE, true},
-    {{0x120012}, Family::BAYER, 12, 2, Gray16, 4, 8, Taps::ONE, true},
-    {{0x20012}, Family::BAYER, 12, 2, Gray16, 4, 4, Taps::TWO},
-    {{0x120012}, Family::BAYER, 12, 2, Gray16, 4, 8, Taps::TWO},
-    {{0x420012}, Family::BAYER, 12, 2, GrayPacked, 3, 4},
-    {{0x420012}, Family::BAYER, 12, 2, GrayPacked, 3, 4, Taps::TWO},
-    {{0x20040}, Family::BAYER, 12, 2, GrayPackedGEV, 3, 0},
-    {{0x20016}, Family::BAYER, 14, 2, Gray16, 4, 6, Taps::ONE, true},
-    {{0x120016}, Family::BAYER, 14, 2, Gray16, 4, 8, Taps::ONE, true},
-    {{0x20020}, Family::BAYER, 14, 2, Gray16, 4, 8, Taps::ONE, true},
+    {{0x20010}, Family::BAYER, 8, 1, 8, Gray8, 2, 0, Taps::ONE, true},
+    {{0x20010}, Family::BAYER, 8, 1, 8, Gray8, 2, 0, Taps::TWO},
+    {{0x20011}, Family::BAYER, 10, 2, 10, Gray16, 4, 0, Taps::ONE, true},
+    {{0x120011}, Family::BAYER, 10, 2, 10, Gray16, 4, 6, Taps::ONE, true},
+    {{0x220011}, Family::BAYER, 10, 2, 10, Gray16, 4, 0},
+    {{0x320011}, Family::BAYER, 10, 2, 10, Gray16, 4, 6},
+    {{0x20011}, Family::BAYER, 10, 2, 10, Gray16, 4, 0, Taps::TWO},
+    {{0x120011}, Family::BAYER, 10, 2, 10, Gray16, 4, 6, Taps::TWO},
+    {{0x420011}, Family::BAYER, 10, 2, 10, GrayPacked, 3, 0},
+    {{0x420011}, Family::BAYER, 10, 2, 10, GrayPacked, 3, 0, Taps::TWO},
+    {{0x20041}, Family::BAYER, 10, 2, 10, GrayPackedGEV, 3, 0},
+    {{0x20012}, Family::BAYER, 12, 2, 12, Gray16, 4, 0, Taps::ONE, true},
+    {{0x120012}, Family::BAYER, 12, 2, 12, Gray16, 4, 4, Taps::ONE, true},
+    {{0x20012}, Family::BAYER, 12, 2, 12, Gray16, 4, 0, Taps::TWO},
+    {{0x120012}, Family::BAYER, 12, 2, 12, Gray16, 4, 4, Taps::TWO},
+    {{0x420012}, Family::BAYER, 12, 2, 12, GrayPacked, 3, 0},
+    {{0x420012}, Family::BAYER, 12, 2, 12, GrayPacked, 3, 0, Taps::TWO},
+    {{0x20040}, Family::BAYER, 12, 2, 12, GrayPackedGEV, 3, 0},
+    {{0x20016}, Family::BAYER, 14, 2, 14, Gray16, 4, 0, Taps::ONE, true},
+    {{0x120016}, Family::BAYER, 14, 2, 14, Gray16, 4, 2, Taps::ONE, true},
+    {{0x20020}, Family::BAYER, 14, 2, 16, Gray16, 4, 0, Taps::ONE, true},
 
-    {{0x20001}, Family::COLOR, 16, 2, RGB16, 4, 0},
-    {{0x20002, 0x420002}, Family::COLOR, 24, 3, RGB24, 6, 0},
-    {{0x2000A, 0x42000A}, Family::COLOR, 8, 3, RGB24, 6, 0},
-    {{0x20006, 0x420006}, Family::COLOR, 24, 3, BGR24, 6, 0},
-    {{0x20003}, Family::COLOR, 32, 4, RGB32, 8, 0},
-    {{0x2000B, 0x42000B}, Family::COLOR, 8, 4, RGB32, 8, 0},
-    {{0x20007}, Family::COLOR, 32, 4, BGR32, 8, 0},
-    {{0x820002}, Family::COLOR, 24, 3, RGBPlanar8, 2, 0},
-    {{0x82000A}, Family::COLOR, 8, 3, RGBPlanar8, 2, 0},
-    {{0x82000B}, Family::COLOR, 8, 4, RGBPlanar8, 2, 0},
-    {{0x820008}, Family::COLOR, 10, 6, RGBPlanar16, 4, 2},
-    {{0x82000C}, Family::COLOR, 12, 6, RGBPlanar16, 4, 4},
-    {{0x820004}, Family::COLOR, 48, 6, RGBPlanar16, 4, 8},
-    {{0x20008}, Family::COLOR, 10, 6, RGB48, 12, 2},
-    {{0x120008}, Family::COLOR, 10, 6, RGB48, 12, 8},
-    {{0x2000C}, Family::COLOR, 12, 6, RGB48, 12, 4},
-    {{0x12000C}, Family::COLOR, 12, 6, RGB48, 12, 8},
-    {{0x20004, 0x120004}, Family::COLOR, 48, 6, RGB48, 12, 8},
-    {{0x20042}, Family::COLOR, 10, 6, BGR48, 12, 2},
-    {{0x20043}, Family::COLOR, 12, 6, BGR48, 12, 4},
-    {{0x20009}, Family::COLOR, 10, 8, RGB64, 16, 2},
-    {{0x120009}, Family::COLOR, 10, 8, RGB64, 16, 8},
-    {{0x2000D}, Family::COLOR, 12, 8, RGB64, 16, 4},
-    {{0x12000D}, Family::COLOR, 12, 8, RGB64, 16, 8},
-    {{0x20005, 0x120005}, Family::COLOR, 64, 8, RGB64, 16, 8},
-    {{0x20044}, Family::COLOR, 32, 4, BGR10PackedV1, 8, 0},
-    {{0x20045}, Family::COLOR, 32, 4, BGR10PackedV2, 8, 0},
-    {{0x20046}, Family::COLOR, 36, 5, RGB12PackedV1, 9, 0},
+    {{0x20001}, Family::COLOR, 16, 2, 8, RGB16, 4, 0},
+    {{0x20002, 0x420002}, Family::COLOR, 24, 3, 8, RGB24, 6, 0},
+    {{0x2000A, 0x42000A}, Family::COLOR, 8, 3, 8, RGB24, 6, 0},
+    {{0x20006, 0x420006}, Family::COLOR, 24, 3, 8, BGR24, 6, 0},
+    {{0x20003}, Family::COLOR, 32, 4, 8, RGB32, 8, 0},
+    {{0x2000B, 0x42000B}, Family::COLOR, 8, 4, 8, RGB32, 8, 0},
+    {{0x20007}, Family::COLOR, 32, 4, 8, BGR32, 8, 0},
+    {{0x820002}, Family::COLOR, 24, 3, 8, RGBPlanar8, 2, 0},
+    {{0x82000A}, Family::COLOR, 8, 3, 8, RGBPlanar8, 2, 0},
+    {{0x82000B}, Family::COLOR, 8, 4, 8, RGBPlanar8, 2, 0},
+    {{0x820008}, Family::COLOR, 10, 6, 10, RGBPlanar16, 4, 0},
+    {{0x82000C}, Family::COLOR, 12, 6, 12, RGBPlanar16, 4, 0},
+    {{0x820004}, Family::COLOR, 48, 6, 16, RGBPlanar16, 4, 0},
+    {{0x20008}, Family::COLOR, 10, 6, 10, RGB48, 12, 0},
+    {{0x120008}, Family::COLOR, 10, 6, 10, RGB48, 12, 6},
+    {{0x2000C}, Family::COLOR, 12, 6, 12, RGB48, 12, 0},
+    {{0x12000C}, Family::COLOR, 12, 6, 12, RGB48, 12, 4},
+    {{0x20004, 0x120004}, Family::COLOR, 48, 6, 16, RGB48, 12, 0},
+    {{0x20042}, Family::COLOR, 10, 6, 10, BGR48, 12, 0},
+    {{0x20043}, Family::COLOR, 12, 6, 12, BGR48, 12, 0},
+    {{0x20009}, Family::COLOR, 10, 8, 10, RGB64, 16, 0},
+    {{0x120009}, Family::COLOR, 10, 8, 10, RGB64, 16, 6},
+    {{0x2000D}, Family::COLOR, 12, 8, 12, RGB64, 16, 0},
+    {{0x12000D}, Family::COLOR, 12, 8, 12, RGB64, 16, 4},
+    {{0x20005, 0x120005}, Family::COLOR, 64, 8, 16, RGB64, 16, 0},
+    {{0x20A40}, Family::COLOR, 48, 6, 16, BGR48, 12, 0},
+    {{0x20A41}, Family::COLOR, 64, 8, 16, BGR64, 16, 0},
+    {{0x20044}, Family::COLOR, 32, 4, 10, BGR10PackedV1, 8, 0},
+    {{0x20045}, Family::COLOR, 32, 4, 10, BGR10PackedV2, 8, 0},
+    {{0x20046}, Family::COLOR, 36, 5, 12, RGB12PackedV1, 9, 0},
 
-    {{0x40001, 0x240001}, Family::COLOR, 16, 2, YUV8, 4, 0},
-    {{0x40008}, Family::COLOR, 16, 2, YUV8GEV, 4, 0},
-    {{0x40002, 0x240002}, Family::COLOR, 20, 4, YUV10, 8, 2},
-    {{0x140002, 0x340002}, Family::COLOR, 20, 4, YUV10, 8, 8},
-    {{0x440003, 0x640003}, Family::COLOR, 24, 3, YUV444, 6, 0},
-    {{0x440007}, Family::COLOR, 24, 3, YUV444GEV, 6, 0},
-    {{0x440005, 0x640005}, Family::COLOR, 24, 3, YCrCb, 6, 0},
-    {{0x440006, 0x640006}, Family::COLOR, 12, 2, YUV411, 3, 0},
-};
-
-struct Destination {
-  Writer writer;
-  unsigned pixelBytes;
+    {{0x40001, 0x240001}, Family::COLOR, 16, 2, 8, YUV8, 4, 0},
+    {{0x40008}, Family::COLOR, 16, 2, 8, YUV8GEV, 4, 0},
+    {{0x40002, 0x240002}, Family::COLOR, 20, 4, 8, YUV10, 8, 2},
+    {{0x140002, 0x340002}, Family::COLOR, 20, 4, 8, YUV10, 8, 8},
+    {{0x440003, 0x640003}, Family::COLOR, 24, 3, 8, YUV444, 6, 0},
+    {{0x440007}, Family::COLOR, 24, 3, 8, YUV444GEV, 6, 0},
+    {{0x440005, 0x640005}, Family::COLOR, 24, 3, 8, YCrCb, 6, 0},
+    {{0x440006, 0x640006}, Family::COLOR, 12, 2, 8, YUV411, 3, 0},
 };
 
 const std::map<Id, Destination> kColorDestinations = {
-    {0x20001, {Writer::RGB16, 2}},     {0x20002, {Writer::RGB24, 3}},  {0x420002, {Writer::RGB24, 3}},
-    {0x2000A, {Writer::RGB24, 3}},     {0x42000A, {Writer::RGB24, 3}}, {0x20006, {Writer::BGR24, 3}},
-    {0x420006, {Writer::BGR24, 3}},    {0x20003, {Writer::RGB32, 4}},  {0x2000B, {Writer::RGB32, 4}},
-    {0x42000B, {Writer::RGB32, 4}},    {0x20007, {Writer::BGR32, 4}},  {0x820002, {Writer::PLANAR24, 1}},
-    {0x82000A, {Writer::PLANAR24, 1}},
+    {0x20001, {Writer::RGB16, 2}},   {0x20002, {Writer::RGB24, 3}},  {0x420002, {Writer::RGB24, 3}},
+    {0x2000A, {Writer::RGB24, 3}},   {0x42000A, {Writer::RGB24, 3}}, {0x20006, {Writer::BGR24, 3}},
+    {0x420006, {Writer::BGR24, 3}},  {0x20003, {Writer::RGB32, 4}},  {0x2000B, {Writer::RGB32, 4}},
+    {0x42000B, {Writer::RGB32, 4}},  {0x20007, {Writer::BGR32, 4}},  {0x820002, {Writer::PLANAR, 1}},
+    {0x82000A, {Writer::PLANAR, 1}},
+};
+
+const std::map<Id, Destination> kDeepColorDestinations = {
+    {0x20004, {Writer::RGB48, 6, 16, 8}}, {0x20008, {Writer::RGB48, 6, 10, 2}},   {0x2000C, {Writer::RGB48, 6, 12, 4}},
+    {0x20A40, {Writer::BGR48, 6, 16, 8}}, {0x20042, {Writer::BGR48, 6, 10, 2}},   {0x20043, {Writer::BGR48, 6, 12, 4}},
+    {0x20005, {Writer::RGB64, 8, 16, 8}}, {0x820004, {Writer::PLANAR, 2, 16, 8}}, {0x20A41, {Writer::BGR64, 8, 16, 8}},
 };
 
 const std::map<Id, Destination> kGrayDestinations = {
-    {0x10001, {Writer::GRAY8, 1}},  {0x10002, {Writer::GRAY10, 2}}, {0x10003, {Writer::GRAY12, 2}},
-    {0x10004, {Writer::GRAY14, 2}}, {0x10005, {Writer::GRAY16, 2}},
+    {0x10001, {Writer::GRAY, 1}},        {0x10002, {Writer::GRAY, 2, 10, 2}}, {0x10003, {Writer::GRAY, 2, 12, 4}},
+    {0x10004, {Writer::GRAY, 2, 14, 6}}, {0x10005, {Writer::GRAY, 2, 16, 0}},
+};
+
+const std::map<Id, Destination> kMosaicDestinations = {
+    {0x20010, {Writer::GRAY, 1}},        {0x20011, {Writer::GRAY, 2, 10, 2}}, {0x20012, {Writer::GRAY, 2, 12, 4}},
+    {0x20016, {Writer::GRAY, 2, 14, 6}}, {0x20020, {Writer::GRAY, 2, 16, 8}},
 };
 
 /// Pairs of which only the order of lines differs.
@@ -146,6 +155,7 @@ std::map<Id, Source> MakeSources() {
   for (const Row& row : kRows) {
     Source source{row.family, row.bits, row.bytes, {}, row.demosaiced, row.reorderedType};
     source.reader.kernel = row.kernel;
+    source.reader.depth = row.depth;
     source.reader.sourceHalfBytes = row.halfBytes;
     source.reader.shift = row.shift;
     for (const Id id : row.ids) {
@@ -177,44 +187,64 @@ Stage Copy(Id id) {
   stage.copiesPairs = packed && source.family != Family::COLOR && (source.bits == 10 || source.bits == 12);
   const unsigned bytes = source.bits == 24 && source.bytes == 3 && !packed ? 4 : source.bytes;
   stage.sourceHalfBytes = stage.copiesPairs ? 3 : 2 * bytes;
-  stage.destinationPixelBytes = bytes;
+  stage.to.pixelBytes = bytes;
   return stage;
 }
 
 Stage WithWriter(const Stage& reader, const Destination& destination) {
   Stage stage = reader;
-  stage.writer = destination.writer;
-  stage.destinationPixelBytes = destination.pixelBytes;
+  stage.to = destination;
   return stage;
 }
 
-std::set<Id> DestinationsOf(Id from) {
+bool IsExtended(Id id) { return (id & 0xFF00) >= 0x0800; }
+
+bool IsColor(Id to) { return kColorDestinations.count(to) + kDeepColorDestinations.count(to) != 0; }
+
+Destination ColorDestination(Id to) {
+  const auto found = kColorDestinations.find(to);
+  return found != kColorDestinations.end() ? found->second : kDeepColorDestinations.at(to);
+}
+
+Destination LumaDestination(Id to) {
+  Destination destination = kGrayDestinations.at(to);
+  destination.writer = Writer::LUMA;
+  return destination;
+}
+
+template <class Destinations>
+void AddAll(const Destinations& destinations, std::set<Id>& ids) {
+  for (const auto& [id, destination] : destinations) ids.insert(id);
+}
+
+std::set<Id> DestinationsOf(Id from, Registered registered) {
   const Source& source = SourceOf(from);
   std::set<Id> ids = {from};
-  for (const auto& [id, destination] : kColorDestinations) ids.insert(id);
-  if (source.family == Family::GRAY) {
-    for (const auto& [id, destination] : kGrayDestinations) ids.insert(id);
-  }
+  AddAll(kColorDestinations, ids);
+  if (source.family == Family::GRAY) AddAll(kGrayDestinations, ids);
   if (source.family == Family::BAYER) ids.insert(kMosaic8);
   if (source.reorderedType != 0) ids.insert(source.reorderedType);
+  if (registered == Registered::STANDARD) return ids;
+  AddAll(kDeepColorDestinations, ids);
+  AddAll(kGrayDestinations, ids);
+  if (source.family == Family::BAYER) AddAll(kMosaicDestinations, ids);
   return ids;
 }
 
 }  // namespace
 
-const std::set<Id>& AllTypes() {
-  static const std::set<Id> sTypes = [] {
-    std::set<Id> ids;
-    for (const auto& [id, source] : Sources()) ids.insert(id);
-    return ids;
-  }();
-  return sTypes;
+std::set<Id> AllTypes(Registered registered) {
+  std::set<Id> ids;
+  for (const auto& [id, source] : Sources()) {
+    if (!IsExtended(id) || registered == Registered::EXTENDED) ids.insert(id);
+  }
+  return ids;
 }
 
-std::set<Pair> AllPairs() {
+std::set<Pair> AllPairs(Registered registered) {
   std::set<Pair> pairs;
-  for (const auto& [from, source] : Sources()) {
-    for (const Id to : DestinationsOf(from)) pairs.emplace(from, to);
+  for (const Id from : AllTypes(registered)) {
+    for (const Id to : DestinationsOf(from, registered)) pairs.emplace(from, to);
   }
   return pairs;
 }
@@ -225,21 +255,37 @@ Route RouteOf(Id from, Id to) {
   const Source& source = SourceOf(from);
   if (from == to || kSortedCopies.count({from, to}) != 0) return {Copy(from), std::nullopt};
   if (source.reorderedType != 0) {
-    const Stage reorder = WithWriter(source.reader, {Writer::GRAY8, source.bytes});
+    const Stage reorder = WithWriter(source.reader, {Writer::GRAY, source.bytes});
     if (to == source.reorderedType) return {reorder, std::nullopt};
     return {reorder, RouteOf(source.reorderedType, to).first, source.reorderedType};
   }
-  if (source.family == Family::BAYER) {
-    const Stage reduce = WithWriter(source.reader, {Writer::GRAY8, 1});
-    if (to == kMosaic8) return {reduce, std::nullopt};
-    if (!source.demosaiced) return {reduce, RouteOf(kMosaic8, to).first, kMosaic8};
-    Stage demosaic = WithWriter(source.reader, kColorDestinations.at(to));
+  if (source.family == Family::GRAY) {
+    return {WithWriter(source.reader, IsColor(to) ? ColorDestination(to) : kGrayDestinations.at(to)), std::nullopt};
+  }
+  const auto mosaic = kMosaicDestinations.find(to);
+  if (source.family == Family::BAYER && mosaic != kMosaicDestinations.end()) {
+    return {WithWriter(source.reader, mosaic->second), std::nullopt};
+  }
+  const Destination color = IsColor(to) ? ColorDestination(to) : LumaDestination(to);
+  if (source.family == Family::COLOR) return {WithWriter(source.reader, color), std::nullopt};
+  if (source.demosaiced) {
+    Stage demosaic = WithWriter(source.reader, color);
     demosaic.kernel = source.bytes == 1 ? Bayer8 : Bayer16;
     return {demosaic, std::nullopt};
   }
-  const auto gray = kGrayDestinations.find(to);
-  return {WithWriter(source.reader, gray != kGrayDestinations.end() ? gray->second : kColorDestinations.at(to)),
-          std::nullopt};
+  // Through a mosaic that is stored plainly: of 8 bits, and a scratch image that callers see, or of all its bits.
+  const bool standard = kColorDestinations.count(to) != 0 && !IsExtended(from);
+  if (standard) {
+    const Stage reduce = WithWriter(source.reader, kMosaicDestinations.at(kMosaic8));
+    return {reduce, RouteOf(kMosaic8, to).first, kMosaic8};
+  }
+  Stage unpack = WithWriter(source.reader, {Writer::GRAY, 2, source.reader.depth, 0});
+  unpack.contained = true;
+  Stage demosaic = WithWriter({}, color);
+  demosaic.kernel = Bayer16;
+  demosaic.sourceHalfBytes = 4;
+  demosaic.depth = source.reader.depth;
+  return {unpack, demosaic, 0};
 }
 
 }  // namespace model

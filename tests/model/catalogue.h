@@ -14,12 +14,16 @@ using Pair = std::pair<Id, Id>;
 
 enum class Family { GRAY, BAYER, COLOR };
 
-/// What a pair of types is converted by: one converter, or two with an image of the type `via` between them.
+/// What a pair of types is converted by: one converter, or two with an image of the type `via` between them. Without
+/// that type, nobody sees the image: samples have all their bits, and only the rows are made that are read.
 struct Route {
   Stage first;
   std::optional<Stage> second;
   Id via = 0;
 };
+
+/// Whether the extended formats are registered.
+enum class Registered { STANDARD, EXTENDED };
 
 /// A source type.
 struct Source {
@@ -31,9 +35,9 @@ struct Source {
   Id reorderedType = 0;  ///< the type that the reader brings samples into the order of, the only one it writes
 };
 
-const std::set<Id>& AllTypes();
-/// All pairs, the 155 identities included.
-std::set<Pair> AllPairs();
+std::set<Id> AllTypes(Registered registered);
+/// All pairs, identities included.
+std::set<Pair> AllPairs(Registered registered);
 const Source& SourceOf(Id from);
 Route RouteOf(Id from, Id to);
 

@@ -32,11 +32,24 @@ std::uint32_t OneOf(Random& random, std::initializer_list<std::uint32_t> choices
   return choices.begin()[random() % choices.size()];
 }
 
+void ReadTables(const LmImagingLib::RGBFilter& filter, Filter& tables) {
+  for (unsigned i = 0; i < 256; ++i) {
+    tables.red.bytes[i] = filter.GetRedValue8(i);
+    tables.green.bytes[i] = filter.GetGreenValue8(i);
+    tables.blue.bytes[i] = filter.GetBlueValue8(i);
+  }
+  for (unsigned long i = 0; i < filter.GetEntryCount(); ++i) {
+    tables.red.entries.push_back(filter.GetRedValue16(i));
+    tables.green.entries.push_back(filter.GetGreenValue16(i));
+    tables.blue.entries.push_back(filter.GetBlueValue16(i));
+  }
+}
+
 Filters::Filters(Random& random)
     : mFilters{LmImagingLib::RGBFilter(8), LmImagingLib::RGBFilter(8), LmImagingLib::RGBFilter(12),
                LmImagingLib::RGBFilter(8), LmImagingLib::RGBFilter(10)} {
-  mFilters[1].SetMultipliers(1.6, 1.0, 0.25, 0, 7, 100);
-  mFilters[2].SetMultipliers(1.0, 2.0, 1.09);
+  SetMultipliers(1, {1.6, 1.0, 0.25}, {0, 7, 100});
+  SetMultipliers(2, {1.0, 2.0, 1.09}, {0, 0, 0});
   // Written without bringing the identity flag up to date, which a conversion must not trust.
   for (unsigned long i = 0; i < 256; ++i) {
     for (LmImagingLib::RGBFilter* filter : {&mFilters[3], &mFilters[4]}) {
@@ -46,13 +59,18 @@ Filters::Filters(Random& random)
       filter->SetBlueValue(i, any(), false);
     }
   }
-  for (std::size_t k = 0; k < kCount; ++k) {
-    for (unsigned i = 0; i < 256; ++i) {
-      mTables[k].red[i] = mFilters[k].GetRedValue8(i);
-      mTables[k].green[i] = mFilters[k].GetGreenValue8(i);
-      mTables[k].blue[i] = mFilters[k].GetBlueValue8(i);
-    }
+  for (std::size_t k = 0; k < kCount; ++k) ReadTables(mFilters[k], mTables[k]);
+}
+
+void Filters::SetMultipliers(std::size_t k, const std::array<double, 3>& by,
+                             const std::array<unsigned short, 3>& offsets) {
+  mFilters[k].SetMultipliers(by[0], by[1], by[2], offsets[0], offsets[1], offsets[2]);
+  FilterChannel* const channels[] = {&mTables[k].red, &mTables[k].green, &mTables[k].blue};
+  for (std::size_t c = 0; c < 3; ++c) {
+    channels[c]->multiplier = by[c];
+    channels[c]->offset = offsets[c];
   }
+  mTables[k].byMultipliers = true;
 }
 
 const Filter* Filters::Pick(Random& random) const {

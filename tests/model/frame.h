@@ -27,6 +27,9 @@ class Random {
 /// A number from `choices`, each as likely as the others.
 std::uint32_t OneOf(Random& random, std::initializer_list<std::uint32_t> choices);
 
+/// Fills in the tables of a filter.
+void ReadTables(const LmImagingLib::RGBFilter& filter, Filter& tables);
+
 /// Null, the identity, gains, or noise, in tables of 8 or more bits: filters of the library and their tables.
 class Filters {
  public:
@@ -39,6 +42,8 @@ class Filters {
   }
 
  private:
+  void SetMultipliers(std::size_t k, const std::array<double, 3>& by, const std::array<unsigned short, 3>& offsets);
+
   static constexpr std::size_t kCount = 5;
   LmImagingLib::RGBFilter mFilters[kCount];
   Filter mTables[kCount];

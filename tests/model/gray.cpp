@@ -1,3 +1,4 @@
+#include "model/groups.h"
 #include "model/kernels.h"
 
 namespace model {
@@ -18,7 +19,7 @@ void StoreTapped(Line& line, std::size_t j, std::size_t evenPixels, unsigned sam
       i = right > 0 ? half + step : evenPixels - 1 - step;
     }
   }
-  line.StoreGray(i, sample >> line.stage.shift);
+  line.StoreGray(i, line.Sample(sample));
 }
 
 template <typename ReadSample>
@@ -45,9 +46,10 @@ void Gray8Signed(Line& line) {
 // An odd last pixel has a whole group, of which the second pixel lands past the end of the line.
 void GrayPackedGEV(Line& line) {
   for (std::size_t i = 0; i < line.pixels; i += 2) {
-    const std::uint8_t* group = line.Read(At(i / 2 * 3), 3);
-    line.StoreGray(i, group[0]);
-    line.StoreGray(i + 1, group[2]);
+    const bool whole = i + 1 < line.pixels || !line.stage.contained;
+    const std::uint8_t* group = line.Read(At(i / 2 * 3), whole ? 3 : 2);
+    line.StoreGray(i, line.Sample(FirstGEV(group, line.stage.depth)));
+    if (whole) line.StoreGray(i + 1, line.Sample(SecondGEV(group, line.stage.depth)));
   }
 }
 

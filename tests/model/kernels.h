@@ -27,6 +27,7 @@ void RGB16(Line& line);
 void RGB48(Line& line);
 void BGR48(Line& line);
 void RGB64(Line& line);
+void BGR64(Line& line);
 void RGBPlanar8(Line& line);
 void RGBPlanar16(Line& line);
 void BGR10PackedV1(Line& line);

@@ -3,14 +3,27 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "model/bytes.h"
 
 namespace model {
 
-/// The three 8-bit lookup tables of a filter.
+/// The tables of a channel of a filter.
+struct FilterChannel {
+  std::array<std::uint8_t, 256> bytes;
+  std::vector<std::uint16_t> entries;
+  double multiplier = 0;
+  unsigned offset = 0;
+
+  /// The entry for a sample of `depth` bits.
+  unsigned At(unsigned sample, unsigned depth, bool byMultiplier) const;
+};
+
+/// The lookup tables of a filter.
 struct Filter {
-  std::array<std::uint8_t, 256> red, green, blue;
+  FilterChannel red, green, blue;
+  bool byMultipliers = false;  ///< whether all entries come from the multipliers
 };
 
 /// The arguments of a conversion, buffers aside.
@@ -20,7 +33,7 @@ struct Call {
   std::uint32_t pixelsPerLine, lines;
   std::uint32_t flags;
   std::uint32_t padding;
-  const Filter* filter;  ///< null: the identity
+  const Filter* filter;        ///< null: the identity
   std::size_t sourceLine = 0;  ///< bytes from a source line to the next; 0 as many as its pixels take
   std::size_t stride = 0;      ///< the same of the destination, padding included
 };
@@ -29,7 +42,15 @@ struct Color {
   unsigned red, green, blue;
 };
 
-enum class Writer { RGB16, RGB24, BGR24, RGB32, BGR32, PLANAR24, GRAY8, GRAY10, GRAY12, GRAY14, GRAY16 };
+enum class Writer { RGB16, RGB24, BGR24, RGB32, BGR32, PLANAR, GRAY, LUMA, RGB48, BGR48, RGB64, BGR64 };
+
+/// How pixels are stored.
+struct Destination {
+  Writer writer = Writer::RGB24;
+  unsigned pixelBytes = 0;     ///< of planes, in each
+  unsigned depth = 8;          ///< bits of a sample
+  unsigned eightBitShift = 0;  ///< of values of 8 bits, unless at full depth
+};
 
 class Line;
 using Kernel = void (*)(Line&);
@@ -38,11 +59,12 @@ using Kernel = void (*)(Line&);
 struct Stage {
   Kernel kernel = nullptr;
   unsigned sourceHalfBytes = 0;  ///< half bytes a source pixel; a line takes the whole bytes of its sum
-  unsigned destinationPixelBytes = 0;
-  Writer writer = Writer::RGB24;
-  unsigned shift = 0;
+  unsigned depth = 8;            ///< bits of a sample
+  unsigned shift = 0;            ///< below its lowest bit in a word
+  Destination to;
   int left = 0, right = 0;  ///< directions of the two taps, both 0 for one tap
   bool interlaced = false;
+  bool contained = false;    ///< reads no byte after the samples of a line
   bool copiesPairs = false;  ///< a packed type's own copy: lines are rounded up to whole pairs of pixels
 
   std::size_t SourceLineSize(std::size_t pixels) const;
@@ -58,6 +80,7 @@ class Line {
         pixels(call.pixelsPerLine),
         sourceLineSize(call.sourceLine != 0 ? call.sourceLine : stage.SourceLineSize(call.sourceWidth)),
         stride(call.stride != 0 ? call.stride : stage.DestinationLineSize(call.destinationWidth) + call.padding),
+        full((call.flags & 0x800) != 0 && stage.to.depth > 8),
         mSource(source),
         mDestination(destination) {}
 
@@ -75,6 +98,7 @@ class Line {
   const std::size_t pixels;
   const std::size_t sourceLineSize;
   const std::size_t stride;
+  const bool full;  ///< whether samples keep all their bits
   std::size_t index = 0;
   bool last = false;  ///< a single line left over of lines that go in pairs
 
@@ -89,15 +113,22 @@ class Line {
   }
   void WriteByte(std::size_t offset, unsigned value) { mDestination.Write(mDestinationOffset + offset, value); }
 
-  /// Stores pixel i of the destination line `row` lines below. Pixels past the end of the line never fall on a pixel of
-  /// the picture.
-  void Store(std::size_t i, Color color, std::size_t row = 0);
-  void StoreGray(std::size_t i, unsigned value) { Store(i, {value & 0xFF, value & 0xFF, value & 0xFF}); }
+  /// The bits of samples: all, or their upper 8.
+  unsigned Depth() const { return full ? stage.depth : 8; }
+  /// The sample in a word; bits above it are dropped.
+  unsigned Sample(unsigned word) const {
+    return (word >> stage.shift & ((1u << stage.depth) - 1)) >> (stage.depth - Depth());
+  }
+
+  /// Stores pixel i of the destination line `row` lines below, of samples of `Depth()` bits. Pixels past the end of the
+  /// line never fall on a pixel of the picture.
+  void StoreGray(std::size_t i, unsigned value) { Store(i, {value, value, value}, Depth()); }
   /// The same after the filter's lookup.
   void StoreFiltered(std::size_t i, Color color, std::size_t row = 0);
 
  private:
   bool IsInPicture(std::size_t offset) const;
+  void Store(std::size_t i, Color color, unsigned depth, std::size_t row = 0);
 
   Bytes& mSource;
   Bytes& mDestination;

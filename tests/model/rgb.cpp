@@ -18,7 +18,7 @@ unsigned Bits(Group g, unsigned lowest, unsigned count) {
 
 void ConvertWords(Line& line, std::size_t words, std::size_t red, std::size_t blue) {
   ConvertGroups(line, line.pixels, 1, 2 * words, [&](Group g, std::size_t) {
-    const auto sample = [&](std::size_t word) { return Bits(g + 2 * word, 0, 16) >> line.stage.shift & 0xFF; };
+    const auto sample = [&](std::size_t word) { return line.Sample(Bits(g + 2 * word, 0, 16)); };
     return Color{sample(red), sample(1), sample(blue)};
   });
 }
@@ -28,7 +28,7 @@ void ConvertPlanes(Line& line, std::size_t sampleBytes) {
   for (std::size_t i = 0; i < line.pixels; ++i) {
     const auto sample = [&](std::size_t k) {
       const auto at = static_cast<std::ptrdiff_t>(k * plane + i * sampleBytes);
-      return (sampleBytes == 1 ? line.Read8(at) : line.Read16(at)) >> line.stage.shift & 0xFF;
+      return line.Sample(sampleBytes == 1 ? line.Read8(at) : line.Read16(at));
     };
     line.StoreFiltered(i, {sample(0), sample(1), sample(2)});
   }
@@ -62,23 +62,31 @@ void RGB16(Line& line) {
 void RGB48(Line& line) { ConvertWords(line, 3, 0, 2); }
 void BGR48(Line& line) { ConvertWords(line, 3, 2, 0); }
 void RGB64(Line& line) { ConvertWords(line, 4, 0, 2); }
+void BGR64(Line& line) { ConvertWords(line, 4, 2, 0); }
 void RGBPlanar8(Line& line) { ConvertPlanes(line, 1); }
 void RGBPlanar16(Line& line) { ConvertPlanes(line, 2); }
 
 void BGR10PackedV1(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 4, [](Group g, std::size_t) { return Color{g[3], g[2], g[1]}; });
+  ConvertGroups(line, line.pixels, 1, 4, [&](Group g, std::size_t) {
+    const auto sample = [&](unsigned k) { return line.Sample(g[k + 1] * 4u + Bits(g, 2 * k, 2)); };
+    return Color{sample(2), sample(1), sample(0)};
+  });
 }
 
 void BGR10PackedV2(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 4, [](Group g, std::size_t) {
-    return Color{Bits(g, 22, 8), Bits(g, 12, 8), Bits(g, 2, 8)};
+  ConvertGroups(line, line.pixels, 1, 4, [&](Group g, std::size_t) {
+    return Color{line.Sample(Bits(g, 20, 10)), line.Sample(Bits(g, 10, 10)), line.Sample(Bits(g, 0, 10))};
   });
 }
 
 // An odd last pixel has a whole group, of which the second pixel lands past the end of the line.
 void RGB12PackedV1(Line& line) {
-  ConvertGroups(line, line.pixels, 2, 9, [](Group g, std::size_t p) {
-    return p == 0 ? Color{g[0], g[2], g[3]} : Color{g[5], g[6], g[8]};
+  ConvertGroups(line, line.pixels, 2, 9, [&](Group g, std::size_t p) {
+    const auto sample = [&](std::size_t k) {
+      const Group pair = g + k / 2 * 3;
+      return line.Sample(k % 2 == 0 ? FirstGEV(pair, 12) : SecondGEV(pair, 12));
+    };
+    return Color{sample(3 * p), sample(3 * p + 1), sample(3 * p + 2)};
   });
 }
 

@@ -106,13 +106,15 @@ TEST(FrameCost, OfCheckedImagesDoesNotGrowWithLines) {
   const std::vector<unsigned char> source(kRoomyFrame, 85);
   std::vector<unsigned char> destination(kRoomyFrame);
   for (const PixelTypeID from : {0x10001, 0x20040, 0x420012, 0x20011, 0x440006, 0x20004}) {
+    ConvertOptions options;
+    if (PixelTypeFactory::FindPixelType(from)->IsBayerPattern()) options.flags = ConversionFlags::kBayerGR;
     for (const std::size_t padding : {0U, 1U}) {
       for (const unsigned long width : {kWidth, kWidth - 1}) {
         const std::size_t line = *RequiredSize(from, kWidth, 2) - *RequiredSize(from, kWidth, 1) + padding;
         const auto convert = [&](unsigned long lines) {
           const ConstImageView in{from, source.data(), source.size(), width, lines, line};
           const ImageView out{0x20002, destination.data(), destination.size(), width, lines};
-          EXPECT_TRUE(ConvertImage(in, out).IsOK());
+          EXPECT_TRUE(ConvertImage(in, out, options).IsOK());
         };
         convert(kManyLines);
         const Cost few = CostOf([&] { convert(kFewLines); });
@@ -176,8 +178,8 @@ TEST(FailingAllocations, LeaveConversionsRepeatable) {
   const struct {
     PixelTypeID from, to;
     unsigned long flags;
-  } calls[] = {{0x20012, 0x420002, ConversionFlags::kBilinear},
-               {0x420012, 0x420002, ConversionFlags::kBilinear},
+  } calls[] = {{0x20012, 0x420002, ConversionFlags::kBilinear | ConversionFlags::kBayerGR},
+               {0x420012, 0x420002, ConversionFlags::kBilinear | ConversionFlags::kBayerGR},
                {0x10007, 0x420002, 0}};
   for (const auto& call : calls) {
     const PixelConverter& converter = *PixelTypeFactory::FindConverter(call.from, call.to);

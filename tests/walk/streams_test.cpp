@@ -49,6 +49,8 @@ void ExpectLikeInBands(PixelTypeID from, PixelTypeID to, const RGBFilter* filter
   std::fill(whole.begin(), whole.end(), static_cast<unsigned char>(1));
   ConvertOptions options;
   options.filter = filter;
+  options.depth = ConversionDepth::kEightBits;
+  if (PixelTypeFactory::FindPixelType(from)->IsBayerPattern()) options.flags = ConversionFlags::kBayerGR;
   EXPECT_TRUE(ConvertImage({from, padded.data(), padded.size(), kWidth, lines, sourceLine + 1},
                            {to, whole.data(), whole.size(), kWidth, lines, line}, options)
                   .IsOK());

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "LmImagingLib/Image.h"
+#include "LmImagingLib/PixelTypeFactory.h"
 #include "commands/commands.h"
 #include "convert_files.h"
 #include "error.h"
@@ -130,6 +131,24 @@ void CheckOptions(const Options& options, const std::vector<FilePair>& pairs) {
   }
 }
 
+// A layout is never guessed: a wrong one swaps red and blue.
+void CheckMosaic(const Options& options) {
+  if (IsMosaic(options.from)) {
+    const bool demosaics = !options.Given("--to") || !IsMosaic(options.to);
+    if (demosaics && options.mosaic.Flag() == 0) {
+      throw ToolError("--bayer", "is missing; " + Label(options.from) +
+                                     " does not say which colours its mosaic begins with; allowed: GR|RG|GB|BG, or a "
+                                     "PFNC name as --from, such as BayerRG8");
+    }
+    return;
+  }
+  for (const char* const option : {"--bayer", "--demosaic"}) {
+    if (options.Given(option)) {
+      throw ToolError(option, "is for mosaics; " + Label(options.from) + " is none");
+    }
+  }
+}
+
 void CheckFrameBytes(const RawFormat& format) {
   if (format.lineSize != 0 && format.FrameBytes() > kMostFrameBytes) {
     throw ToolError("--line-size", "'" + std::to_string(format.lineSize) + "' makes frames of " +
@@ -165,6 +184,10 @@ void ConvertAll(const std::vector<FilePair>& pairs, const Conversion& conversion
 void Run(const Options& options) {
   const std::vector<FilePair> pairs = Pairs(options);
   CheckOptions(options, pairs);
+  CheckMosaic(options);
+  if (options.Given("--field-order") && (options.from & kInterlacedFlag) == 0) {
+    throw ToolError("--field-order", "is for interlaced types; " + Label(options.from) + " is none");
+  }
   const std::optional<RGBFilter> filter = WhiteBalance(options, PictureFormatOf(pairs.front().destination).has_value());
   Conversion conversion{{options.from, options.size, options.flags | options.mosaic.Flag(), options.lineSize},
                         options.frames,

@@ -26,7 +26,7 @@ using namespace LmImagingLib;
 namespace {
 
 constexpr ImageSize kSize{240, 180};  // whole groups, pairs of lines and zones of every layout
-constexpr unsigned long kFlags = ConversionFlags::kBayerRG | ConversionFlags::kBilinear;
+constexpr unsigned long kMosaicFlags = ConversionFlags::kBayerRG | ConversionFlags::kBilinear;
 constexpr PixelTypeID kPictureType = 0x420006;
 
 // Peak signal to noise ratio in decibels; infinite if the pictures are equal.
@@ -44,7 +44,8 @@ GalleryCell MakeCell(const PixelTypeID& id, const Picture& colorScene, const Pic
   const PixelType& type = *PixelTypeFactory::FindPixelType(id);
   GalleryCell cell;
   cell.type = id;
-  cell.picture = ConvertToPicture(EncodeScene(id, kSize, kFlags), kPictureType, nullptr);
+  cell.picture = ConvertToPicture(EncodeScene(id, kSize, IsMosaic(id) ? kMosaicFlags : ConversionFlags::kNone),
+                                  kPictureType, nullptr);
   cell.psnr = Psnr(cell.picture, gray ? grayScene : colorScene);
   cell.layout = LayoutInWords(id);
   cell.bufferBytes = type.GetBufferSizeFor(kSize.width, kSize.height);
