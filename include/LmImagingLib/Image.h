@@ -15,8 +15,8 @@ class RGBFilter;
 
 /// An image to read: its format, its memory and its geometry. Views own nothing.
 ///
-/// A plane of a planar image begins `lineSize` x `height` bytes behind the one before, the second field of an
-/// interlaced image in the middle of its lines.
+/// A plane of a planar image begins `lineSize` x `height` bytes after the previous one. The second field of an
+/// interlaced image begins after half of its lines.
 struct ConstImageView {
   PixelTypeID type = 0;        ///< a registered type
   const void* data = nullptr;  ///< the first byte of the first line
@@ -26,9 +26,9 @@ struct ConstImageView {
   std::size_t lineSize = 0;    ///< bytes from the beginning of a line to that of the next; 0 for lines without padding
 };
 
-/// An image to write; otherwise as `ConstImageView`. The padding behind its lines is never touched.
+/// An image to write; otherwise as `ConstImageView`. The padding after its lines is never touched.
 struct ImageView {
-  PixelTypeID type = 0;      ///< as in `ConstImageView`, and so are the others
+  PixelTypeID type = 0;      ///< a registered type
   void* data = nullptr;      ///< the first byte of the first line
   std::size_t size = 0;      ///< bytes
   unsigned long width = 0;   ///< pixels
@@ -54,10 +54,10 @@ struct ConvertOptions {
   ConversionDepth depth = ConversionDepth::kFull;
 };
 
-/// What became of a conversion.
+/// The outcome of a conversion.
 struct ConversionResult {
-  /// `OK`; `NOT_IMPLEMENTED` for a pair of types without a converter; `INVALID_PARAMETER` for anything else that is
-  /// asked for in vain; `NOT_ENOUGH_MEMORY`; what an application's own converter returns.
+  /// `OK`; `NOT_IMPLEMENTED` for a pair of types without a converter; `INVALID_PARAMETER` for any other argument that
+  /// is refused; `NOT_ENOUGH_MEMORY`; or the code that an application's own converter returned.
   LmBaseLib::Result result;
   /// A sentence that names what was given and what is needed; empty on success.
   std::string message;
@@ -66,33 +66,44 @@ struct ConversionResult {
   bool IsOK() const { return result.IsOK(); }
 };
 
-/// The bytes that an image takes, from its first one to the last of its last line.
+/// Returns the bytes of an image, from its first byte to the last byte of its last line.
 ///
-/// These are the bytes that conversions read and write: 3 a pixel for every 24-bit type, where
-/// `PixelType::GetBufferSizeFor` counts 4 for the unpacked ones. Lines of one and a half or four and a half bytes
-/// a pixel that end within a byte share it with the next line unless `lineSize` parts them; the last one has it to
-/// itself. A last line of YUV 4:1:1 of 2 more pixels than a multiple of four includes the V that both need.
-/// @param lineSize  as in the views
-/// @return nothing for a type that is not registered, a `lineSize` too small for a line, and a size that is too large
+/// These are the bytes that `ConvertImage` reads or writes: 3 a pixel for every 24-bit type, where
+/// `PixelType::GetBufferSizeFor` counts 4 for the unpacked ones. Packed lines of one and a half or four and a half
+/// bytes a pixel may end within a byte. Without padding the next line begins in the same byte. A last line of YUV 4:1:1
+/// of 2 more pixels than a multiple of four includes the V that both pixels need. Any thread may call it at any time.
+/// @param type  the pixel type
+/// @param width, height  in pixels
+/// @param lineSize  bytes from the beginning of a line to that of the next; 0 for lines without padding
+/// @return empty for a type that is not registered, for a `lineSize` that is less than a line, and for a size that does
+///   not fit `std::size_t`
 LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned long width, unsigned long height,
                                                   std::size_t lineSize = 0);
 
-/// Converts an image, or some of its lines, after checking everything: a call that is refused touches nothing, and one
+/// Checks its arguments and converts an image, or some of its lines. A call that is refused touches nothing. A call
 /// that is accepted neither reads nor writes a byte outside the pixels of the two images.
 ///
-/// Pixels become what `PixelConverter::Convert` makes of them. Pixels that it leaves alone stay: an odd last line of an
-/// interlaced image; in each line what is left over of a pair in YUV 4:2:2, packed and two-tap layouts (packed GigE
-/// Vision layouts convert it), of four pixels in the four-tap layouts, and the last pixel of YUV 4:1:1 that is one more
-/// than a multiple of four.
+/// The pixels are those of `PixelConverter::Convert`, by default at full depth. Pixels that it does not convert keep
+/// their values: an odd last line of an interlaced image; the rest of a line that is less than a pair in YUV 4:2:2,
+/// packed and two-tap layouts (packed GigE Vision layouts convert it), or less than four pixels in four-tap layouts;
+/// and the last pixel of a YUV 4:1:1 line that is one more than a multiple of four.
 ///
-/// Refused are, beside sizes that do not fit: images of different size, or without a pixel; images that overlap in
-/// memory, even exactly; mosaics of less than 2 x 2 pixels that are to become colour, and ranges of their lines that
-/// part pairs; several Bayer layouts in the flags; lines of more than 2 GiB; padding in images of `kDualLines`, and in
-/// interlaced ones of odd height. An application's own converter takes lines from line 0 on, of a size that whole
-/// pixels fill, and a chain with one in it no padding.
+/// It refuses, beside buffers that are too small:
+/// - images of different sizes, and images without a pixel
+/// - images that overlap in memory
+/// - a mosaic that becomes colour without a Bayer layout in the flags, with several of them, of less than 2 x 2 pixels,
+///   or with a range of lines that does not begin and end between pairs
+/// - flags that have no meaning for the source
+/// - lines of more than 2 GiB; padding in images of `kDualLines`, and in interlaced images of odd height
+/// - for an application's own converter: a range that does not begin at line 0, and a `lineSize` that is not a whole
+///   number of pixels; for a chain that contains one: padding
 ///
-/// Needs no memory for pixels, but a few lines in chained conversions whose intermediate image takes more than 6144
-/// bytes a line. Any number of threads may call at once, and do not wait for each other's pixels.
+/// It allocates no image. Chained conversions whose intermediate lines are longer than 6144 bytes allocate a few lines.
+/// Any number of threads may call it at the same time; they share no lock while they convert.
+/// @param source  the image to read; the caller keeps ownership
+/// @param destination  the image to write, of the same width and height as `source`
+/// @param options  the filter, flags, lines and depth
+/// @return the code, and a sentence for the user if the call was refused
 LM_EXPORT ConversionResult ConvertImage(const ConstImageView& source, const ImageView& destination,
                                         const ConvertOptions& options = {});
 

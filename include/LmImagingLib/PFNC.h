@@ -8,7 +8,7 @@
 
 namespace LmImagingLib {
 
-/// A pixel format as cameras name it, by the GenICam Pixel Format Naming Convention, and what it is here.
+/// A pixel format as cameras name it by the GenICam Pixel Format Naming Convention, with its pixel type.
 struct PFNCFormat {
   std::uint32_t code;   ///< the 32-bit code; bits 16-23 are the bits that a pixel occupies
   const char* name;     ///< the name, such as "BayerRG12Packed"
@@ -16,12 +16,12 @@ struct PFNCFormat {
   unsigned long flags;  ///< bits of `ConversionFlags`: the layout of a Bayer mosaic, otherwise none
 };
 
-/// What a query for a format found.
+/// The result of a query for a format.
 struct PFNCResult {
-  const PFNCFormat* format;  ///< lives as long as the library; null where there is none
-  const char* reason;        ///< why there is none, as a sentence; null where there is one
+  const PFNCFormat* format;  ///< lives as long as the library; null if there is none
+  const char* reason;        ///< why there is none, as a sentence; null if there is one
 
-  /// Whether there is a format.
+  /// Whether a format was found.
   explicit operator bool() const { return format != nullptr; }
 };
 

@@ -18,11 +18,11 @@ struct PixelConverterInfo;
 
 /// The bits of the flags argument of `PixelConverter::Convert`.
 namespace ConversionFlags {
-/// No flag: progressive, a mosaic that begins G R, demosaiced in blocks.
+/// No flag: a progressive image; a mosaic begins with G R and is demosaiced in blocks.
 inline constexpr unsigned long kNone = 0;
 /// Interlaced sources: the second half of the buffer holds the even lines. Clear: the first half does.
 inline constexpr unsigned long kFieldOrder = 0x01;
-/// The colours of the top left 2 x 2 pixels of a Bayer mosaic, row by row. One at a time; none of them means GR.
+/// The colours of the top left 2 x 2 pixels of a Bayer mosaic, row by row. At most one is set; none of them means GR.
 inline constexpr unsigned long kBayerGR = 0x10;  ///< G R / B G
 inline constexpr unsigned long kBayerGB = 0x20;  ///< G B / R G
 inline constexpr unsigned long kBayerRG = 0x40;  ///< R G / G B
@@ -42,11 +42,15 @@ inline constexpr unsigned long kBT709 = 0x8000;
 
 /// Converts images from one pixel type to another.
 ///
-/// Converters are immutable and shared: any number of threads may convert with one object at once (what a running call
-/// needs to remember lies in the calling thread). A class of your own overrides at least `ConvertLine`, and is
-/// registered with `PixelTypeFactory::RegisterPixelConverter`.
+/// Converters are immutable and shared: any number of threads may convert with one object at the same time. A running
+/// call keeps its state in the calling thread. A class of your own overrides at least `ConvertLine`, and is registered
+/// with `PixelTypeFactory::RegisterPixelConverter`.
 ///
-/// Nothing is checked: buffers must hold what the geometry says. `unsigned long` sizes count in 32 bits and wrap.
+/// Nothing is checked: buffers must have the bytes that the geometry needs (`FindConversionExtent`). `unsigned long`
+/// sizes count in 32 bits and wrap.
+///
+/// A process may exit while threads convert, and static objects may convert in their destructors: nothing that a
+/// conversion uses is destroyed at exit. After `fork` the child process can convert.
 class LM_EXPORT PixelConverter {
  public:
   /// @param sourcePixelByteSize, destinationPixelByteSize  bytes a pixel, from which the line sizes follow
@@ -64,7 +68,7 @@ class LM_EXPORT PixelConverter {
   virtual const PixelTypeID& GetDestinationTypeID() const;
   /// Bytes of a source line of `pixelCount` pixels.
   virtual unsigned long GetSourceLineSize(unsigned long pixelCount) const;
-  /// Bytes a source pixel, nominal for packed layouts, whose lines `GetSourceLineSize` tells.
+  /// Bytes a source pixel. Of packed layouts it is nominal; use `GetSourceLineSize` for the size of their lines.
   virtual unsigned long GetSourcePixelByteSize() const;
   /// Bytes of a destination line of `pixelCount` pixels, without padding. Of planar destinations: of one plane's line.
   virtual unsigned long GetDestinationLineSize(unsigned long pixelCount) const;
@@ -89,9 +93,14 @@ class LM_EXPORT PixelConverter {
 
   /// Converts an image.
   ///
-  /// An odd last line of an interlaced source is not converted. Some layouts convert whole groups of pixels and so read
-  /// and write past the end of a line: packed GEV grayscale and packed 12-bit RGB one pixel at odd counts, YUV 4:1:1 up
-  /// to two pixels at counts of 2 or 3 modulo 4. Behind the last line the buffers need that much more.
+  /// An odd last line of an interlaced source is not converted. Some layouts convert whole groups of pixels, and so
+  /// read and write past the end of a line: packed GEV grayscale and packed 12-bit RGB one pixel at odd counts, YUV
+  /// 4:1:1 up to two pixels at counts of 2 or 3 modulo 4. These extra pixels never replace a pixel of the picture.
+  /// After the last line, and after the last plane, the buffers need room for them: `FindConversionExtent` reports the
+  /// exact sizes.
+  ///
+  /// Throws `std::bad_alloc` if memory for the intermediate image of a chain, for the rows of a wide mosaic, or for a
+  /// filter's derived tables cannot be had. The converter can be used again afterwards.
   ///
   /// @param sourceWidth  pixels of a source line
   /// @param sourceHeight  lines of the source
@@ -102,8 +111,8 @@ class LM_EXPORT PixelConverter {
   /// @param flags  bits of `ConversionFlags`
   /// @param destinationPadding  bytes between the end of a destination line and the next one
   /// @param scratch  a buffer for the intermediate image of a chained conversion, in and out: null, or one that an
-  ///   earlier call handed back; grown when too small, freed by the caller with delete[] of `unsigned char`.
-  ///   Null for a buffer of the converter's own.
+  ///   earlier call handed back. It grows when it is too small. The caller frees it with delete[] of `unsigned char`.
+  ///   Null for a buffer of the converter's own. Scratch memory that the library allocates begins as zeros.
   /// @param scratchSize  the size of `*scratch` in bytes, in and out; null as `scratch`
   /// @return `OK`, whatever the line conversions return
   virtual LmBaseLib::Result Convert(const void* source, unsigned long sourceWidth, unsigned long sourceHeight,
@@ -111,7 +120,7 @@ class LM_EXPORT PixelConverter {
                                     unsigned long pixelsPerLine, unsigned long lines, unsigned long flags,
                                     unsigned long destinationPadding, void** scratch, unsigned long* scratchSize) const;
 
-  /// Converts `GetLinesPerStep` lines. Meant to be called by `Convert`, which sets up the thread's state.
+  /// Converts `GetLinesPerStep` lines. `Convert` calls it, after setting up the thread's state.
   /// @return `NOT_IMPLEMENTED` unless the class provides it
   virtual LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const;
 
@@ -141,15 +150,16 @@ struct ConversionExtent {
   std::size_t destination = 0;  ///< one past the last byte that is written
 };
 
-/// The sizes that buffers need for `PixelConverter::Convert`, to the byte. They can be more than
-/// `PixelType::GetBufferSizeFor` says, where groups of pixels pass the end of the last line.
-/// @return nothing for an application's own converter, and for a chain with one in it
+/// Reports the sizes that buffers need for `PixelConverter::Convert`, to the byte. Where groups of pixels pass the end
+/// of the last line they are more than `PixelType::GetBufferSizeFor` returns. Any thread may call it at any time.
+/// @param geometry  the arguments of the conversion
+/// @return empty for an application's own converter, and for a chain that contains one
 LM_EXPORT std::optional<ConversionExtent> FindConversionExtent(const PixelConverter& converter,
                                                                const ConversionGeometry& geometry);
 
 /// Copies images of one pixel type byte for byte. Interlaced sources come out with their lines in order.
 ///
-/// A line has the size that the registered type gives it; of an unregistered id, `pixelByteSize` bytes a pixel.
+/// The registered type gives the size of a line. For an id that is not registered it is `pixelByteSize` bytes a pixel.
 class LM_EXPORT IdentityConverter : public PixelConverter {
  public:
   /// @param pixelByteSize  bytes a pixel, for ids that are not registered
@@ -167,9 +177,9 @@ class LM_EXPORT IdentityConverter : public PixelConverter {
 
 /// Chains two converters through an intermediate image of the whole source.
 ///
-/// A filter is applied in both stages. Without a scratch argument the chain uses a buffer of its own; a call that finds
-/// it in use by another thread works with one that it allocates for that call, so threads that share a chain at camera
-/// rate are better off with a scratch buffer each.
+/// A filter is applied in both stages. Without a scratch argument the chain uses a buffer of its own. A call that finds
+/// it in use by another thread allocates a buffer for that call. Threads that share a chain at camera rate should
+/// therefore pass a scratch buffer each.
 class LM_EXPORT ComplexConverter : public PixelConverter {
  public:
   /// @param first, second  not owned; they must outlive the chain. The first one's destination is the second's source.

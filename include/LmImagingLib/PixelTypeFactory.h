@@ -14,9 +14,9 @@ class PixelConverter;
 class PixelTypeFactoryInternal;
 struct RegistryRelease;
 
-/// What a query for pixel types asks for; a member left empty asks for nothing.
+/// The attributes that a query for pixel types asks for. An empty member matches every type.
 ///
-/// All members but the bit count are read from the id the type is registered under.
+/// All members except the bit count are read from the id that the type is registered under.
 struct PixelTypeAttributes {
   std::optional<PixelTypeID> colorSpace;      ///< `kColorSpaceGrayscale`, `kColorSpaceRGB` or `kColorSpaceYUV`
   std::optional<unsigned short> bitCount;     ///< `PixelType::GetPixelBitSize`
@@ -29,9 +29,12 @@ struct PixelTypeAttributes {
 
 /// The process-wide registry of pixel types and of the converters between them.
 ///
-/// The built-in types and converters are registered while the library loads. Entries are never removed. Every
-/// operation takes one lock for its whole run, so any thread may call at any time; fetch a converter once and keep it
+/// The built-in types and converters are registered before the first call returns. Entries are never removed. Every
+/// operation holds one lock while it runs, so any thread may call at any time. Look a converter up once and keep it,
 /// rather than looking it up for each frame.
+///
+/// Every function that returns a `Result` reports `NOT_ENOUGH_MEMORY` when memory runs out, and then has changed
+/// nothing. Functions that return a new object throw `std::bad_alloc`.
 ///
 /// `GetPixelType` and `GetConverter` return a reference whose address is null where nothing is registered. A compiler
 /// may assume that a reference is never null, so call them only after `HasPixelType` or `HasConverter`, or use
@@ -42,7 +45,7 @@ class LM_EXPORT PixelTypeFactory {
 
   /// Registers a clone of `type` under `id`, and an `IdentityConverter` from the id to itself unless it has a
   /// converter.
-  /// @param type  stays the caller's
+  /// @param type  cloned; the caller keeps ownership
   /// @param name  copied; null composes one from the id and the type, such as "Grayscale8-bits, Interlaced"
   /// @return `INVALID_PARAMETER` if the id is already registered, and nothing is changed
   static LmBaseLib::Result RegisterPixelType(const PixelTypeID& id, const PixelType* type, const char* name);
@@ -63,7 +66,7 @@ class LM_EXPORT PixelTypeFactory {
   /// deletes it. Null past the last.
   static PixelType* CreatePixelType(unsigned long index, const PixelTypeAttributes& attributes);
 
-  /// Registers a converter for a pair of ids; it is not copied and must outlive its registration.
+  /// Registers a converter for a pair of ids. It is not copied, and must exist as long as the library is loaded.
   /// @return `INVALID_PARAMETER` if the pair is already registered, and nothing is changed
   static LmBaseLib::Result RegisterPixelConverter(const PixelTypeID& from, const PixelTypeID& to,
                                                   const PixelConverter* converter);

@@ -18,7 +18,8 @@ inline constexpr PixelTypeID kFormatNumberMask = 0x0000FFFF;
 /// Bits 16-18: the colour space. Values other than the three named ones are unknown colour spaces.
 inline constexpr PixelTypeID kColorSpaceMask = 0x00070000;
 inline constexpr PixelTypeID kColorSpaceGrayscale = 0x00010000;  ///< One sample a pixel, of brightness.
-/// Bayer mosaics live here too: whether a type is a mosaic is told by `PixelType::IsBayerPattern`, not by its id.
+/// Bayer mosaics have this colour space, too. `PixelType::IsBayerPattern` says whether a type is a mosaic; its id does
+/// not.
 inline constexpr PixelTypeID kColorSpaceRGB = 0x00020000;
 inline constexpr PixelTypeID kColorSpaceYUV = 0x00040000;  ///< Brightness and two colour differences, studio range.
 

@@ -11,21 +11,25 @@ struct RGBFilterTables;
 
 /// One lookup table for each colour channel: white balance (a gain and an offset a channel), or any other curve.
 ///
-/// A filter of b bits holds 1 << b entries a channel, 16 bits each, and beside them the first 256 entries clamped to
-/// 8 bits. Conversions reduce each channel to 8 bits and look it up in the 8-bit table of its channel; to balance
-/// a picture, use a filter of 8 bits. The 16-bit tables serve applications.
+/// A filter of b bits has 1 << b entries a channel, 16 bits each, and a second table of the first 256 entries clamped
+/// to 8 bits. Conversions of 8 bits look each channel up in its 8-bit table.
+///
+/// Conversions at full depth (`ConversionFlags::kFullDepth`) look samples of S bits up in tables of 1 << S entries that
+/// the library derives from this filter. If `SetMultipliers` wrote the tables last, they are those of a filter of S
+/// bits with the same gains, and offsets << (S - b). Otherwise entry i is the filter's entry at the same place between
+/// black and white, linear between entries. Derived tables are built once, and dropped when the filter changes.
 ///
 /// Copies share their tables: a change made through one is seen by all. The tables live as long as the last copy.
 ///
 /// Not synchronised: do not change a filter, or a copy of it, while a conversion uses it. Any number of threads may
-/// convert with one filter that nobody changes.
+/// convert with the same filter while it does not change.
 class LM_EXPORT RGBFilter {
  public:
   /// An identity filter of `bitSize` bits (1 to 16).
   explicit RGBFilter(unsigned long bitSize);
   /// Shares the tables of `other`.
   RGBFilter(const RGBFilter& other);
-  /// Shares the tables of `other` from now on; tables that no filter shares any more are released.
+  /// Shares the tables of `other` from now on. Its former tables are released with the last filter that shares them.
   RGBFilter& operator=(const RGBFilter& other);
   virtual ~RGBFilter();
 
@@ -78,7 +82,7 @@ class LM_EXPORT RGBFilter {
   unsigned short GetBlueValue16(unsigned long index) const;
 
  protected:
-  /// Recomputes what `IsIdentity` returns from the tables.
+  /// Compares the tables with the identity and sets the result of `IsIdentity`.
   void UpdateIdentity();
 
  private:

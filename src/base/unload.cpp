@@ -22,7 +22,7 @@ namespace {
 
 bool sProcessEnds = false;
 bool sIsClosing = false;
-char sToken;  // its address stands for a library that only `exit` finalises
+char sToken;  // its address identifies a library that only `exit` finalises
 
 void OnExit(void* /*argument*/) { sProcessEnds = !sIsClosing; }
 

@@ -8,7 +8,7 @@ namespace LmImagingLib {
 
 class LibraryConverter;
 
-/// What a converter is constructed with.
+/// The arguments that a converter is constructed with.
 struct PixelConverterInfo {
   PixelTypeID sourceTypeID;
   PixelTypeID destinationTypeID;

@@ -30,7 +30,7 @@ std::optional<ConversionExtent> FindConversionExtent(const PixelConverter& conve
   if (stages.second == nullptr) return first->ExtentOf(frame, lines);
   const LibraryConverter* const second = AsLibraryConverter(*stages.second);
   if (second == nullptr) return std::nullopt;
-  // The first stage converts the whole source, and the second one what is asked for.
+  // The first stage converts the whole source, and the second one only the lines and pixels of the call.
   Frame whole = frame;
   whole.pixels = frame.sourceWidth;
   whole.fieldLines = frame.sourceHeight / 2 * 2;

@@ -13,7 +13,7 @@ class RGBFilter;
 
 /// The six lookup tables of a filter, shared by its copies, and those derived from them.
 struct RGBFilterTables {
-  /// Identity tables. The 8-bit ones are complete whatever the entry count: what lies past it stays the identity.
+  /// Identity tables. The 8-bit tables are complete whatever the entry count: entries past it stay the identity.
   explicit RGBFilterTables(unsigned long bits);
   RGBFilterTables(const RGBFilterTables&) = delete;
   RGBFilterTables& operator=(const RGBFilterTables&) = delete;
@@ -32,7 +32,7 @@ struct RGBFilterTables {
   /// Finds out whether the 8-bit tables are gains. Any later write makes them plain tables again.
   void FindGains();
 
-  /// Forgets what was derived from the tables, before they change.
+  /// Drops the derived tables, before the tables change.
   void ForgetDerived();
 
   alignas(64) unsigned char red8[256];

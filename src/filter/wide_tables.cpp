@@ -20,7 +20,8 @@ Entries FromMultiplier(double multiplier, unsigned offset, unsigned bits, unsign
 }
 
 // Black and white are the first and the last entry in both. Sample i is at i * (entries - 1) / (samples - 1); the
-// entries on both sides of it are weighted by what is missing to each, and the sum brought back to the sample's scale.
+// entries on both sides of it are weighted by the distance from the other one, and the sum is brought back to the
+// sample's scale.
 Entries FromTable(const std::vector<unsigned short>& table, unsigned depth) {
   const std::uint64_t last = table.size() - 1;
   const std::uint64_t white = (std::uint64_t{1} << depth) - 1;

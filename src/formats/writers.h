@@ -82,13 +82,14 @@ inline constexpr Writer kMosaic16{kStoreGrayWords, 2, 16, 8, 1, false, {0x20020}
 
 }  // namespace Writers
 
-/// The writers by what they store. Those of deep colours and of luma, and of mosaics but for 8 bits, are the extended
-/// formats'.
+/// The writers by the pixels that they store. Those of deep colours and of luma, and of mosaics but for 8 bits, are the
+/// extended formats'.
 inline constexpr const Writer* kColorWriters[] = {&Writers::kRGB16, &Writers::kRGB24, &Writers::kBGR24,
                                                   &Writers::kRGB32, &Writers::kBGR32, &Writers::kPlanar24};
 inline constexpr const Writer* kDeepColorWriters[] = {
-    &Writers::kRGB48,        &Writers::kRGB48_10Bits, &Writers::kRGB48_12Bits, &Writers::kBGR48, &Writers::kBGR48_10Bits,
-    &Writers::kBGR48_12Bits, &Writers::kRGB64,        &Writers::kBGR64,        &Writers::kPlanar48};
+    &Writers::kRGB48, &Writers::kRGB48_10Bits, &Writers::kRGB48_12Bits,
+    &Writers::kBGR48, &Writers::kBGR48_10Bits, &Writers::kBGR48_12Bits,
+    &Writers::kRGB64, &Writers::kBGR64,        &Writers::kPlanar48};
 inline constexpr const Writer* kGrayWriters[] = {&Writers::kGrayscale8, &Writers::kGrayscale10, &Writers::kGrayscale12,
                                                  &Writers::kGrayscale14, &Writers::kGrayscale16};
 inline constexpr const Writer* kLumaWriters[] = {&Writers::kLuma8, &Writers::kLuma10, &Writers::kLuma12,

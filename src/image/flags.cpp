@@ -16,7 +16,7 @@ constexpr unsigned long kOfAnySource = ConversionFlags::kFullDepth | ConversionF
 struct FlagGroup {
   unsigned long flags;
   const char* names;
-  const char* sources;  ///< that the flags mean something for
+  const char* sources;  ///< for which the flags have a meaning
   bool (*apply)(const TypeRow& source);
 };
 

@@ -19,7 +19,7 @@ namespace {
 constexpr PixelTypeID kReachedByAll = 0x420006;
 constexpr PixelTypeID kReachedByThatOne = 0x420002;
 
-// Of an application's converter, whose planes only the type's id and sizes tell.
+// Of an application's converter. Only the id and the sizes of the type show its planes.
 std::uint64_t PlanesOf(const PixelTypeID& type, std::uint64_t bytesInPlane) {
   if ((type & kPlanarFlag) == 0 || bytesInPlane == 0) return 1;
   const PixelType* const registered = PixelTypeFactory::FindPixelType(type);

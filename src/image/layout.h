@@ -33,7 +33,7 @@ struct ImageLayout {
   std::uint64_t planes = 1;
 };
 
-/// The layout of what a converter reads, and of what it writes, under the ids that it is registered for.
+/// The layouts of the images that a converter reads and writes, under the ids that it is registered for.
 ImageLayout SourceLayoutOf(const PixelConverter& converter, const PixelTypeID& type);
 ImageLayout DestinationLayoutOf(const PixelConverter& converter, const PixelTypeID& type);
 

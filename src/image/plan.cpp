@@ -144,7 +144,7 @@ ConversionResult CheckChain(const ConstImageView& source, const ConversionPlan& 
                  " between the stages of its conversion may take at most " + Number(kMostLineBytes) + " bytes");
 }
 
-// What the converter of an application cannot do.
+// The limits of an application's converter.
 ConversionResult CheckApplication(const ConstImageView& source, const ConversionPlan& plan) {
   const PixelConverter& converter = *plan.converter;
   if (plan.source.format != nullptr && PassesLineEnd(*plan.source.format, plan.width)) {

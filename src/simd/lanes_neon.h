@@ -62,9 +62,7 @@ inline I32 MultiplyAdd(I16 a, I16 b) {
 }
 
 /// Words of two vectors, clamped to 16 bits.
-inline I16 ClampPack(I32 low, I32 high) {
-  return I16(vqmovn_high_s32(vqmovn_s32(int32x4_t(low)), int32x4_t(high)));
-}
+inline I16 ClampPack(I32 low, I32 high) { return I16(vqmovn_high_s32(vqmovn_s32(int32x4_t(low)), int32x4_t(high))); }
 
 /// The lesser of each pair.
 inline U16 Least(U16 a, U16 b) { return U16(vminq_u16(uint16x8_t(a), uint16x8_t(b))); }
@@ -72,7 +70,7 @@ inline U16 Least(U16 a, U16 b) { return U16(vminq_u16(uint16x8_t(a), uint16x8_t(
 /// Sums, clamped to 16 bits.
 inline I16 AddClamped(I16 a, I16 b) { return I16(vqaddq_s16(int16x8_t(a), int16x8_t(b))); }
 
-/// A table of 256 bytes in registers. Keep it in a local variable: behind a reference it is loaded anew after each
+/// A table of 256 bytes in registers. Keep it in a local variable: through a reference it is loaded anew after each
 /// store.
 class Table {
  public:
@@ -80,7 +78,7 @@ class Table {
       : mPart{vld1q_u8_x4(table.entries), vld1q_u8_x4(table.entries + 64), vld1q_u8_x4(table.entries + 128),
               vld1q_u8_x4(table.entries + 192)} {}
 
-  // A lookup leaves the lanes alone whose index lies outside of its 64 entries.
+  // A lookup leaves the lanes alone whose index is outside of its 64 entries.
   U8 operator[](U8 index) const {
     const auto i = uint8x16_t(index);
     uint8x16_t found = vqtbl4q_u8(mPart[0], i);

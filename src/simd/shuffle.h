@@ -6,7 +6,7 @@
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-/// Byte i of the result is byte `kOrder[i]` of the source pixel; kZero stands for 0.
+/// Byte i of the result is byte `kOrder[i]` of the source pixel; kZero is 0.
 inline constexpr std::size_t kZero = 99;
 
 /// Shuffles pixels of `Map::kFrom` bytes into pixels of `Map::kTo` bytes, in the order of `Map::kOrder`.

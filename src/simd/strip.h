@@ -115,7 +115,7 @@ template <class Sample>
 using DecodeKernel = Channels<Sample>(const SourceLines& in, std::size_t first, std::size_t count,
                                       const Room<Sample>& room);
 
-/// Looks `count` pixels up and stores them at pixel `first` of the target, and touches no other byte. Channels may lie
+/// Looks `count` pixels up and stores them at pixel `first` of the target, and touches no other byte. Channels may be
 /// there already.
 /// @param tables  null stores the pixels as they are
 template <class Sample>

@@ -7,7 +7,7 @@ namespace LmImagingLib {
 
 class RGBFilter;
 
-/// One conversion of an image: where its lines are, and how they are converted.
+/// One conversion of an image: the places of its lines, and how to convert them.
 struct Frame {
   const std::uint8_t* source = nullptr;  ///< the line `sourceFirst`; of an interlaced image always its beginning
   std::size_t sourceLine = 0;            ///< bytes from a line to the next
@@ -25,7 +25,7 @@ struct Frame {
 
   std::uint32_t pixels = 0;           ///< to convert in each line
   std::uint32_t flags = 0;            ///< bits of `ConversionFlags`
-  const RGBFilter* filter = nullptr;  ///< null stands for the identity
+  const RGBFilter* filter = nullptr;  ///< null for the identity
   bool contained = false;  ///< whether lines are converted without touching a byte after their end; see `WholeGroups`
   bool streams = false;    ///< whether to store past the caches
   std::uint32_t fetchAhead = 0;  ///< bytes ahead of which kernels fetch the source; 0 leaves it to the processor

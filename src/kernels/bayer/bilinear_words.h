@@ -6,7 +6,7 @@
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-/// The sums of a 3 x 3 neighbourhood of words, and what they come to. Samples of up to 13 bits sum up in 16 bits.
+/// The sums of a 3 x 3 neighbourhood of words, and their means. Samples of up to 13 bits sum up in 16 bits.
 struct NarrowSums {
   static U16 Two(U16 a, U16 b) { return (a + b) >> 1; }
   static U16 Four(U16 a, U16 b, U16 c, U16 d) { return (a + b + c + d) >> 2; }

@@ -3,7 +3,7 @@
 
 namespace LmImagingLib::LM_ISA {
 
-// The line is a channel as it stands.
+// The line is a channel, without decoding.
 DecodeKernel<std::uint8_t> Grayscale8;
 Channels<std::uint8_t> Grayscale8(const SourceLines& in, std::size_t first, std::size_t /*count*/,
                                   const Room<std::uint8_t>& /*room*/) {

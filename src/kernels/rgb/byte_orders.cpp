@@ -1,5 +1,5 @@
 // RGB and BGR of 24 and 32 bits to each other: the bytes of a pixel change places, and the fourth becomes 0. Of 48 to
-// 24 bits, the words lie in the order of the bytes to write.
+// 24 bits, the words are in the order of the bytes to write.
 #include "simd/samples.h"
 #include "simd/shuffle.h"
 

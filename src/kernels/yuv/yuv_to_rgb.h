@@ -11,9 +11,12 @@ inline std::uint8_t Clamp8(int value) { return static_cast<std::uint8_t>(value <
 inline constexpr int YUVGainY = 1196, YUVOffsetY = 16 * YUVGainY, YUVRound = 512;
 inline constexpr int YUVCoefVtoR = 1642, YUVCoefVtoG = 832, YUVCoefUtoG = 400, YUVCoefUtoB = 2064;
 
-/// Studio-range YUV to RGB by the factors of ITU-R BT.601, scaled by 1024 and rounded by adding half before the shift:
+/// Studio-range YUV to RGB in the manner of ITU-R BT.601, scaled by 1024 and rounded by adding half before the shift:
 /// R = 1.168 (Y - 16) + 1.604 (V - 128), G = 1.168 (Y - 16) - 0.8125 (V - 128) - 0.391 (U - 128),
-/// B = 1.168 (Y - 16) + 2.016 (U - 128). Before clamping the results lie between -277 and 535.
+/// B = 1.168 (Y - 16) + 2.016 (U - 128). Before clamping the results are between -277 and 535.
+///
+/// Two constants are this system's own: 1.168 where the standard's is 1.164 (255 / 219), and 1.604 where it is 1.596.
+/// Colours are up to 2 lighter at the bright end. The other three are the standard's 0.813, 0.392 and 2.017, rounded.
 struct Yuv {
   static Rgb<std::uint8_t> Color(const SourceLines& /*in*/, int y, int u, int v) {
     const int luma = YUVGainY * y - YUVOffsetY + YUVRound;
