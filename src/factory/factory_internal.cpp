@@ -110,8 +110,10 @@ void PixelTypeFactoryInternal::ReplaceConverter(const Pair& pair, const PixelCon
 const std::vector<PixelTypeFactoryInternal::Pair>& PixelTypeFactoryInternal::Pairs() {
   if (!mPairs.empty()) return mPairs;
   std::vector<Pair> pairs;
+  std::vector<PixelTypeID> reached;
   for (const TypeRow& row : AllTypeRows()) {
-    for (const PixelTypeID to : DestinationsOf(row.id, mExtent)) pairs.emplace_back(row.id, to);
+    FindDestinations(row.id, mExtent, reached);
+    for (const PixelTypeID to : reached) pairs.emplace_back(row.id, to);
   }
   for (const auto& [pair, converter] : mConverters) {
     if (!HasBuiltinPair(pair)) pairs.push_back(pair);

@@ -138,8 +138,8 @@ Route RouteOf(PixelTypeID from, PixelTypeID to, Extent extent) {
   return isStandard && !IsPlainMosaic(*row) ? Route{Kind::kChain, kMosaic8} : Route{Kind::kDemosaic};
 }
 
-std::vector<PixelTypeID> DestinationsOf(PixelTypeID from, Extent extent) {
-  std::vector<PixelTypeID> ids;
+void FindDestinations(PixelTypeID from, Extent extent, std::vector<PixelTypeID>& ids) {
+  ids.clear();
   const auto add = [&](PixelTypeID to) {
     if (to != 0 && RouteOf(from, to, extent).kind != Route::Kind::kNone) ids.push_back(to);
   };
@@ -156,7 +156,6 @@ std::vector<PixelTypeID> DestinationsOf(PixelTypeID from, Extent extent) {
   addAll(kMosaicWriters);
   std::sort(ids.begin(), ids.end());
   ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
-  return ids;
 }
 
 }  // namespace LmImagingLib

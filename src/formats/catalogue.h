@@ -58,7 +58,7 @@ struct Route {
 };
 Route RouteOf(PixelTypeID from, PixelTypeID to, Extent extent);
 
-/// The destinations of a built-in type, itself included, ascending.
-std::vector<PixelTypeID> DestinationsOf(PixelTypeID from, Extent extent);
+/// Fills `ids` with the destinations of a built-in type, itself included, ascending.
+void FindDestinations(PixelTypeID from, Extent extent, std::vector<PixelTypeID>& ids);
 
 }  // namespace LmImagingLib

@@ -145,7 +145,8 @@ inline void ReadRest(SourceLines in, std::size_t at, std::size_t rest, const Use
 #if LM_HAS_MASKS
   use(PartOfBlock{in, at, bytes});
 #else
-  std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kBlock<Sample>) + Layout::kBeyond];
+  // Zeros keep the bytes after the line from becoming indices of tables.
+  std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kBlock<Sample>) + Layout::kBeyond] = {};
   for (std::size_t k = 0; k < Layout::kLines; ++k) {
     in.line[k] = static_cast<const std::uint8_t*>(std::memcpy(copy[k], in.line[k] + at, bytes));
   }
