@@ -15,7 +15,16 @@ template <class Sample>
 using AllLanes = std::make_index_sequence<kBlock<Sample>>;
 
 // Threes. 3 is invertible modulo a unit, so the samples c, 3 + c, 6 + c ... of three units are in different lanes: one
-// shuffle within a unit moves a channel, and blends, which cost least, do the rest.
+// shuffle within a unit moves a channel, and blends, which cost least, do the rest. In a unit of 16 samples:
+//
+//   lane       0   1   2   3   4   5   6   7   8   9  10  11  12  13  14  15
+//   spread a  a0 a11  a6  a1 a12  a7  a2 a13  a8  a3 a14  a9  a4 a15 a10  a5
+//   spread b  b5  b0 b11  b6  b1 b12  b7  b2 b13  b8  b3 b14  b9  b4 b15 b10
+//   spread c c10  c5  c0 c11  c6  c1 c12  c7  c2 c13  c8  c3 c14  c9  c4 c15
+//   blended:
+//   part 0    a0  b0  c0  a1  b1  c1  a2  b2  c2  a3  b3  c3  a4  b4  c4  a5
+//   part 1    b5  c5  a6  b6  c6  a7  b7  c7  a8  b8  c8  a9  b9  c9 a10 b10
+//   part 2   c10 a11 b11 c11 a12 b12 c12 a13 b13 c13 a14 b14 c14 a15 b15 c15
 
 // Lane i takes sample 3 i + c of its unit, modulo the unit.
 template <std::size_t kChannel, class Sample, std::size_t... kLane>
