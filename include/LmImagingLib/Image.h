@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -42,6 +43,10 @@ enum class ConversionDepth {
   kEightBits,  ///< the upper 8 of each colour value, as `PixelConverter::Convert` does without `kFullDepth`
 };
 
+/// Runs `job(0)` to `job(count - 1)`, each exactly once, on threads of its choice, and returns when all have returned.
+/// Jobs do not throw, and do not wait for each other.
+using Executor = std::function<void(std::size_t count, const std::function<void(std::size_t)>& job)>;
+
 /// How to convert.
 struct ConvertOptions {
   /// Stands for all lines from `firstLine` on.
@@ -52,6 +57,11 @@ struct ConvertOptions {
   unsigned long firstLine = 0;                   ///< the first line to convert, in source and destination alike
   unsigned long lines = kAllLines;               ///< lines to convert; `kAllLines` for all from there on
   ConversionDepth depth = ConversionDepth::kFull;
+  /// The most threads that may work on one image, 1 or more. The result is the same for any number. An image is divided
+  /// into bands of lines of at least 512 KiB, source and destination together, so small images take one thread.
+  unsigned threads = 1;
+  /// Runs the bands, for example on the application's thread pool; null starts threads for this call. Not owned.
+  const Executor* executor = nullptr;
 };
 
 /// The outcome of a conversion.
@@ -102,7 +112,7 @@ LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned lon
 /// Any number of threads may call it at the same time; they share no lock while they convert.
 /// @param source  the image to read; the caller keeps ownership
 /// @param destination  the image to write, of the same width and height as `source`
-/// @param options  the filter, flags, lines and depth
+/// @param options  the filter, flags, lines, depth and threads
 /// @return the code, and a sentence for the user if the call was refused
 LM_EXPORT ConversionResult ConvertImage(const ConstImageView& source, const ImageView& destination,
                                         const ConvertOptions& options = {});

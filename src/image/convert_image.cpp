@@ -5,6 +5,7 @@
 #include "LmImagingLib/Image.h"
 #include "converters/chain.h"
 #include "converters/library_converter.h"
+#include "image/bands.h"
 #include "image/flags.h"
 #include "image/plan.h"
 #include "walk/lines.h"
@@ -53,6 +54,15 @@ void CopyLines(const ConversionPlan& plan, Frame frame) {
   }
 }
 
+void ConvertBand(const ConversionPlan& plan, Frame frame, std::uint32_t first, std::uint32_t end) {
+  const StreamScope streams(frame, plan.end - plan.first);
+  if (plan.walk == WalkKind::kChain) {
+    BandedChain(StagesOf(*plan.converter)).ConvertLines(frame, first, end);
+  } else {
+    AsLibraryConverter(*plan.converter)->ConvertLines(frame, first, end);
+  }
+}
+
 ConversionResult ConvertByApplication(const ConversionPlan& plan, const ConstImageView& source,
                                       const ImageView& destination, const ConvertOptions& options) {
   const auto padding = static_cast<unsigned long>(plan.destinationLine - plan.destination.DenseLine(plan.width));
@@ -71,15 +81,13 @@ ConversionResult ConvertImage(const ConstImageView& source, const ImageView& des
     ConversionPlan plan;
     if (ConversionResult refused = PlanConversion(source, destination, options, plan); !refused.IsOK()) return refused;
     if (plan.walk == WalkKind::kApplication) return ConvertByApplication(plan, source, destination, options);
-    Frame frame = FrameOf(plan, source, destination, options);
-    const StreamScope streams(frame, plan.end - plan.first);
+    const Frame frame = FrameOf(plan, source, destination, options);
     if (plan.walk == WalkKind::kCopy) {
       CopyLines(plan, frame);
-    } else if (plan.walk == WalkKind::kChain) {
-      BandedChain(StagesOf(*plan.converter)).ConvertLines(frame, plan.first, plan.end);
-    } else {
-      AsLibraryConverter(*plan.converter)->ConvertLines(frame, plan.first, plan.end);
+      return {};
     }
+    ConvertInBands(options, plan.first, plan.end, plan.sourceLine + plan.destinationLine,
+                   [&](std::uint32_t first, std::uint32_t end) { ConvertBand(plan, frame, first, end); });
     return {};
   } catch (const std::bad_alloc&) {
     return {Result::NOT_ENOUGH_MEMORY, "out of memory"};  // short enough to need none

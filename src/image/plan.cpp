@@ -91,6 +91,7 @@ bool Demosaics(const PixelConverter& converter) {
 }
 
 ConversionResult CheckRange(const ConvertOptions& options, ConversionPlan& plan) {
+  if (options.threads == 0) return Refused("options.threads is 0; it is at least 1, for the calling thread");
   const unsigned long height = plan.height;
   if (options.firstLine >= height) {
     return Refused("options.firstLine is " + Number(options.firstLine) + "; the image has the lines 0 to " +

@@ -140,6 +140,36 @@ TEST_F(ConvertImageTest, ChainsOfAnySizeEqualTheModel) {
   }
 }
 
+// Bands meet at rows that both read; an executor may run them in any order.
+TEST_F(ConvertImageTest, BandsOnThreadsEqualTheWhole) {
+  std::size_t bands = 0;
+  const Executor backwards = [&](std::size_t count, const std::function<void(std::size_t)>& job) {
+    bands = count;
+    while (count-- != 0) job(count);
+  };
+  for (const PixelTypeID from : {0x20010, 0x20012, 0x320011, 0x420012, 0x440006, 0x640006, 0x10010001, 0x210002}) {
+    const View source(from, 1022, 1502, 0), destination(0x20A40, 1022, 1502, 0);
+    const Bytes image = Noise(source.Bytes());
+    const auto convert = [&](unsigned threads, const Executor* executor) {
+      ConvertOptions options;
+      if (PixelTypeFactory::FindPixelType(from)->IsBayerPattern()) options.flags = 0x140;
+      options.firstLine = 2;
+      options.threads = threads;
+      options.executor = executor;
+      Bytes converted(destination.Bytes());
+      EXPECT_TRUE(ConvertImage({from, image.data(), image.size(), 1022, 1502},
+                               {0x20A40, converted.data(), converted.size(), 1022, 1502}, options)
+                      .IsOK());
+      return converted;
+    };
+    const Bytes whole = convert(1, &backwards);
+    EXPECT_EQ(bands, 0u);
+    EXPECT_TRUE(convert(5, &backwards) == whole) << std::hex << from;
+    EXPECT_EQ(std::exchange(bands, 0), 5u);
+    EXPECT_TRUE(convert(3, nullptr) == whole) << std::hex << from;
+  }
+}
+
 TEST(RequiredSize, IsWhatConversionsReadAndWrite) {
   const struct {
     PixelTypeID type;

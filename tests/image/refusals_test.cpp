@@ -45,6 +45,7 @@ TEST(ConvertImage, RefusesWithASentenceAndTouchesNothing) {
        [](C&, I& d, O&) { d.type = 0x40001; },
        LmBaseLib::Result::NOT_IMPLEMENTED,
        {"destination.type", "0x40001", "0x20011"}},
+      {"no thread", [](C&, I&, O& o) { o.threads = 0; }, kInvalid, {"options.threads", "0"}},
       {"no layout", [](C&, I&, O& o) { o.flags = 0; }, kInvalid, {"options.flags", "kBayerGR (0x10)"}},
       {"a layout of no mosaic", [](C& s, I&, O&) { s.type = 0x10001; }, kInvalid, {"options.flags", "0x10", "mosaic"}},
       {"a flag of nobody", [](C&, I&, O& o) { o.flags = 0x12; }, kInvalid, {"options.flags", "0x12", "0x2"}},
