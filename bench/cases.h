@@ -57,9 +57,10 @@ inline constexpr SourceCase kSources[] = {
 };
 
 inline constexpr DestinationCase kDestinations[] = {
-    {"Grayscale8", 0x10001},  {"Grayscale10", 0x10002}, {"Grayscale12", 0x10003}, {"Grayscale14", 0x10004},
-    {"Grayscale16", 0x10005}, {"RGB16", 0x20001},       {"RGB24", 0x420002},      {"BGR24", 0x420006},
-    {"RGB32", 0x20003},       {"BGR32", 0x20007},       {"RGBPlanar8", 0x820002},
+    {"Grayscale8", 0x10001},  {"Grayscale10", 0x10002}, {"Grayscale12", 0x10003},  {"Grayscale14", 0x10004},
+    {"Grayscale16", 0x10005}, {"RGB16", 0x20001},       {"RGB24", 0x420002},       {"BGR24", 0x420006},
+    {"RGB32", 0x20003},       {"BGR32", 0x20007},       {"RGBPlanar8", 0x820002},  {"RGB48", 0x20004},
+    {"BGR48", 0x20A40},       {"RGB64", 0x20005},       {"RGBPlanar16", 0x820004},
 };
 
 }  // namespace LmImagingLib::Bench

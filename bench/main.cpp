@@ -1,5 +1,5 @@
 // Conversions beside copies of the same bytes. Names read SOURCE/DESTINATION/FILTER/SIZE/INSTRUCTION_SET, or
-// threads/SOURCE/DESTINATION/SIZE and the number of threads.
+// threads/SOURCE/DESTINATION/SIZE and the number of threads. FILTER begins with `full` at full depth.
 #include <benchmark/benchmark.h>
 
 #include <ctime>
@@ -17,9 +17,11 @@
 namespace LmImagingLib::Bench {
 namespace {
 
+/// What happens to the colours on the way.
 struct FilterCase {
   const char* name;
   const RGBFilter* filter;
+  unsigned long flags;
 };
 
 struct Case {
@@ -93,7 +95,7 @@ void RegisterComparisons(const SourceCase& source, const DestinationCase& destin
       if (!HasInstructionSet(set)) continue;
       const std::string name = std::string(source.name) + "/" + destination.name + "/" + filter.name + "/" +
                                NameOf(size) + "/" + InstructionSetName(set);
-      const Case job{converter, filter.filter, size, source.flags};
+      const Case job{converter, filter.filter, size, source.flags | filter.flags};
       benchmark::RegisterBenchmark(name.c_str(),
                                    [job, set, &frames](benchmark::State& state) { Compare(state, job, frames, set); });
     }
@@ -136,15 +138,18 @@ int main(int argc, char** argv) {
   using namespace LmImagingLib;
   using namespace LmImagingLib::Bench;
 
+  RegisterExtendedFormats();
   RGBFilter whiteBalance(8);
   whiteBalance.SetMultipliers(1.6, 1.0, 1.09);
   FramePair frames;
   for (const SourceCase& source : kSources) {
     const bool gray = (source.id & kColorSpaceMask) == kColorSpaceGrayscale;
     for (const DestinationCase& destination : kDestinations) {
-      RegisterComparisons(source, destination, {"identity", nullptr}, frames);
-      // Gray is never looked up.
-      if (!gray) RegisterComparisons(source, destination, {"balance", &whiteBalance}, frames);
+      RegisterComparisons(source, destination, {"identity", nullptr, 0}, frames);
+      RegisterComparisons(source, destination, {"full", nullptr, ConversionFlags::kFullDepth}, frames);
+      if (gray) continue;  // never looked up
+      RegisterComparisons(source, destination, {"balance", &whiteBalance, 0}, frames);
+      RegisterComparisons(source, destination, {"full_balance", &whiteBalance, ConversionFlags::kFullDepth}, frames);
     }
   }
   RegisterThreads();
