@@ -65,7 +65,7 @@ class FaultReporter {
 };
 char FaultReporter::sRunning[512];
 
-model::Call MakeCall(std::uint32_t width, const Filters& filters, Random& random) {
+model::Call MakeCall(model::Id from, std::uint32_t width, const Filters& filters, Random& random) {
   model::Call call{};
   call.pixelsPerLine = width;
   call.lines = random() % 7;
@@ -74,10 +74,16 @@ model::Call MakeCall(std::uint32_t width, const Filters& filters, Random& random
   call.destinationWidth = width + model::OneOf(random, {0, 0, 0, 1, 6});
   call.destinationHeight = call.lines + model::OneOf(random, {0, 0, 1});
   call.padding = model::OneOf(random, {0, 0, 1, 2, 7, 64});
-  call.flags = model::OneOf(random, {0, 0x10, 0x20, 0x40, 0x80, 0xC0}) | model::OneOf(random, {0, 0x100}) |
+  call.flags = model::OneOf(random, {0, 0x10, 0x20, 0x40, 0x80, 0xC0}) | model::OneOf(random, {0, 0, 0x100}) |
+               model::OneOf(random, {0, 0, 0, 0x200, 0x400, 0x600}) | model::OneOf(random, {0, 0x1000}) |
                model::OneOf(random, {0, 1}) | model::OneOf(random, {0, 0x800}) | model::OneOf(random, {0, 0, 0x2000}) |
                model::OneOf(random, {0, 0x4000, 0x8000, 0xC000});
   call.filter = filters.Pick(random);
+  if (model::SourceOf(from).family == model::Family::BAYER && random() % 6 == 0) {
+    call.flags |= 0x10000;
+    call.sourceWidth += width;
+    call.sourceHeight += call.lines;
+  }
   return call;
 }
 
@@ -195,7 +201,7 @@ TEST_P(AllPairsWith, ConvertLikeTheModel) {
   for (const auto& [from, to] : RegisteredPairs()) {
     for (const std::uint32_t width : widths) {
       const Scratch scratch = PickScratch(mRandom);
-      const model::Call call = MakeCall(width, mFilters, mRandom);
+      const model::Call call = MakeCall(from, width, mFilters, mRandom);
       if (!Check(model::MakeFrame(from, to, call, mRandom, Before(scratch)), scratch, mRandom)) break;  // one a pair
     }
   }

@@ -54,8 +54,10 @@ struct ConvertOptions {
 
   const RGBFilter* filter = nullptr;             ///< looks every colour value up; null changes none
   unsigned long flags = ConversionFlags::kNone;  ///< bits of `ConversionFlags`; a mosaic needs its layout
-  unsigned long firstLine = 0;                   ///< the first line to convert, in source and destination alike
-  unsigned long lines = kAllLines;               ///< lines to convert; `kAllLines` for all from there on
+  /// The first line to convert, in source and destination alike. With `ConversionFlags::kHalfSize` lines are those of
+  /// the source, in pairs: line 2 of it is line 1 of the destination.
+  unsigned long firstLine = 0;
+  unsigned long lines = kAllLines;  ///< lines to convert; `kAllLines` for all from there on
   ConversionDepth depth = ConversionDepth::kFull;
   /// The most threads that may work on one image, 1 or more. The result is the same for any number. An image is divided
   /// into bands of lines of at least 512 KiB, source and destination together, so small images take one thread.
@@ -101,17 +103,21 @@ LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned lon
 /// It refuses, beside buffers that are too small:
 /// - images of different sizes, and images without a pixel
 /// - images that overlap in memory
-/// - a mosaic that becomes colour without a Bayer layout in the flags, with several of them, of less than 2 x 2 pixels,
-///   or with a range of lines that does not begin and end between pairs
+/// - a mosaic that becomes colour without a Bayer layout in the flags, with several layouts or methods, of less than 2
+/// x 2
+///   pixels, or with a range of lines that does not begin and end between pairs
 /// - flags that have no meaning for the source
 /// - lines of more than 2 GiB; padding in images of `kDualLines`, and in interlaced images of odd height
 /// - for an application's own converter: a range that does not begin at line 0, and a `lineSize` that is not a whole
 ///   number of pixels; for a chain that contains one: padding
 ///
-/// It allocates no image. Chained conversions whose intermediate lines are longer than 6144 bytes allocate a few lines.
-/// Any number of threads may call it at the same time; they share no lock while they convert.
+/// It allocates no image. Chained conversions whose intermediate lines are longer than 6144 bytes allocate a few lines,
+/// and so do mosaics that are demosaiced from more than their cells, or filtered before. Any number of threads may call
+/// it at the same time; they share no lock while they convert.
 /// @param source  the image to read; the caller keeps ownership
-/// @param destination  the image to write, of the same width and height as `source`
+/// @param destination  the image to write, of the same width and height as `source`; of half of both, rounded down,
+/// with
+///   `ConversionFlags::kHalfSize`
 /// @param options  the filter, flags, lines, depth and threads
 /// @return the code, and a sentence for the user if the call was refused
 LM_EXPORT ConversionResult ConvertImage(const ConstImageView& source, const ImageView& destination,

@@ -27,17 +27,37 @@ inline constexpr unsigned long kBayerGR = 0x10;  ///< G R / B G
 inline constexpr unsigned long kBayerGB = 0x20;  ///< G B / R G
 inline constexpr unsigned long kBayerRG = 0x40;  ///< R G / G B
 inline constexpr unsigned long kBayerBG = 0x80;  ///< B G / G R
-/// Demosaic each pixel from its 3 x 3 neighbourhood. Clear: a 2 x 2 cell makes four equal pixels.
+/// Demosaic each pixel from its 3 x 3 neighbourhood, and the pixels at the edges by cells. The greens of the sensor are
+/// smoothed too, by the mean of five: fine detail is lost, and so is the difference between the two greens of a cell.
+/// Without a method, a 2 x 2 cell makes four equal pixels. Of several methods, `kBilinear` wins over `kAdaptive`, and
+/// that over `kGradientCorrected`. docs/demosaicing.md has the formulas of all.
 inline constexpr unsigned long kBilinear = 0x100;
+/// Demosaic by linear filters of 5 x 5 samples, which correct a mean by the curvature of the pixel's own colour:
+/// H. Malvar, L. He, R. Cutler, High-quality linear interpolation for demosaicing of Bayer-patterned color images,
+/// 2004. The image is mirrored about its edge pixels; lines read two above and below.
+inline constexpr unsigned long kGradientCorrected = 0x200;
+/// Demosaic along edges: green by the direction in which its neighbourhood changes less, the other colours by their
+/// differences to green. The image is mirrored about its edge pixels; lines read eight above and below.
+inline constexpr unsigned long kAdaptive = 0x400;
 /// Destinations of more than 8 bits receive all the bits of the samples: a value v of S bits becomes v << (D - S) or
 /// v >> (S - D) in a destination of D bits. Clear: samples are brought to their upper 8 bits first.
 inline constexpr unsigned long kFullDepth = 0x800;
+/// The filter is applied to the samples of a mosaic, each in the table of its own colour, before they are demosaiced,
+/// and to nothing afterwards. Gains and curves then act on what the sensor measured, which keeps edges free of false
+/// colours. Samples of S bits are looked up in tables of 1 << S entries, derived from those of the filter; to become 8
+/// bits, they are looked up first. Without demosaicing and without a filter it changes nothing.
+inline constexpr unsigned long kFilterFirst = 0x1000;
 /// The fourth channel of destinations of 32 and 64 bits is all ones. Clear: it is 0.
 inline constexpr unsigned long kOpaque = 0x2000;
 /// YUV sources use all of 0 to 255 (ITU-T T.871, as JPEG files do). Clear: the studio range of 16 to 235 and 240.
 inline constexpr unsigned long kFullRange = 0x4000;
 /// YUV sources have the coefficients of ITU-R BT.709. Clear: those of ITU-R BT.601.
 inline constexpr unsigned long kBT709 = 0x8000;
+/// A mosaic that becomes colour, or gray by way of colour, has half the width and half the height: each 2 x 2 cell is
+/// one pixel of its red, its blue and the mean of its greens, halves rounded up. Wins over every method. An odd last
+/// line or column is left out. In `PixelConverter::Convert`, `pixelsPerLine` and `lines` count pixels and lines of the
+/// destination, of which there may be half as many as the source has.
+inline constexpr unsigned long kHalfSize = 0x10000;
 }  // namespace ConversionFlags
 
 /// Converts images from one pixel type to another.
@@ -106,8 +126,8 @@ class LM_EXPORT PixelConverter {
   /// @param sourceHeight  lines of the source
   /// @param destinationWidth  pixels of a destination line
   /// @param destinationHeight  lines of the destination; places the planes of planar destinations
-  /// @param pixelsPerLine  pixels to convert in each line, at most both widths
-  /// @param lines  lines to convert
+  /// @param pixelsPerLine  pixels to convert in each line, at most both widths; with `kHalfSize`, of the destination
+  /// @param lines  lines to convert; with `kHalfSize`, of the destination
   /// @param flags  bits of `ConversionFlags`
   /// @param destinationPadding  bytes between the end of a destination line and the next one
   /// @param scratch  a buffer for the intermediate image of a chained conversion, in and out: null, or one that an

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "converters/parted_demosaicer.h"
 #include "walk/lines.h"
 
 namespace LmImagingLib {
@@ -25,15 +26,20 @@ unsigned long BayerConverter::GetLinesPerStep() const { return 2; }
 
 Result BayerConverter::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {
   std::uint32_t line = 0;
-  const Frame frame = HandedLines(source, destination, pixelCount, line);
-  ConvertLines(frame, line, line + 2);
+  Frame frame = HandedLines(source, destination, pixelCount, line);
+  if (IsHalfSize(frame.flags)) {
+    frame.destinationFirst = line / 2;
+    ConvertLines(frame, line / 2, line / 2 + 1);
+  } else {
+    ConvertLines(frame, line, line + 2);
+  }
   return Result::OK;
 }
 
 Result BayerConverter::ConvertLastLine(const void* source, void* destination, unsigned long pixelCount) const {
   std::uint32_t line = 0;
   const Frame frame = HandedLines(source, destination, pixelCount, line);
-  if (frame.sourceHeight < 2 || line == 0) return Result::NOT_IMPLEMENTED;
+  if (frame.sourceHeight < 2 || line == 0 || IsHalfSize(frame.flags)) return Result::NOT_IMPLEMENTED;
   ConvertLines(frame, line, line + 1);
   return Result::OK;
 }
@@ -59,7 +65,7 @@ Frame BayerConverter::RowsOf(Frame frame) {
 // end.
 std::uint32_t BayerConverter::RowWidth(const Frame& frame) const {
   const bool inPlace = mSource.format->groupPixels == 1 && mSource.readout.taps == Readout::Taps::kOne;
-  return inPlace ? frame.pixels : frame.sourceWidth;
+  return inPlace ? SamplesRead(frame) : frame.sourceWidth;
 }
 
 bool BayerConverter::ConvertRows(const SourceType& mosaic, const Frame& frame, std::uint32_t first,
@@ -70,19 +76,41 @@ bool BayerConverter::ConvertRows(const SourceType& mosaic, const Frame& frame, s
   return true;
 }
 
-std::uint32_t BayerConverter::Reach(std::uint32_t flags) const { return ReachOf(MethodOf(flags)); }
+std::uint32_t BayerConverter::Reach(std::uint32_t flags) const { return DemosaicMethodOf(flags).reach; }
+
+std::uint32_t BayerConverter::SourceLinesPerLine(std::uint32_t flags) const { return IsHalfSize(flags) ? 2 : 1; }
+
+bool BayerConverter::ConvertsNothing(const Frame& frame, std::uint32_t lines) {
+  if (lines == 0 || frame.pixels == 0) return true;
+  switch (DemosaicMethodOf(frame.flags).kind) {
+    case DemosaicMethod::Kind::kHalfSize:
+      return false;
+    case DemosaicMethod::Kind::kPairs:
+      return frame.pixels < 2;
+    default:
+      return frame.pixels < 2 || frame.sourceHeight < 2;
+  }
+}
 
 template <class Sample>
 void BayerConverter::Convert(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t first,
                              std::uint32_t end) const {
-  if (frame.pixels < 2 || first >= end) return;
-  Demosaicer<Sample>({source, width}, mWriter, mShortcuts, frame, first, end).Convert();
+  if (first >= end || ConvertsNothing(frame, end - first)) return;
+  const DemosaicMethod& method = DemosaicMethodOf(frame.flags);
+  if (method.kind == DemosaicMethod::Kind::kPairs || method.kind == DemosaicMethod::Kind::kHalfSize) {
+    Demosaicer<Sample>({source, width}, mWriter, mShortcuts, frame, first, end).Convert();
+  } else {
+    PartedDemosaicer<Sample>({source, width}, mWriter, frame, first, end).Convert();
+  }
 }
 
 ConversionExtent BayerConverter::ExtentOf(const Frame& frame, std::uint32_t lines) const {
-  // A single line needs one above it.
-  if (lines % 2 != 0 && (lines == 1 || frame.sourceHeight < 2)) --lines;
-  if (frame.pixels < 2 || lines == 0) return {};
+  // A single line of cells needs one above it.
+  if (DemosaicMethodOf(frame.flags).kind == DemosaicMethod::Kind::kPairs && lines % 2 != 0 &&
+      (lines == 1 || frame.sourceHeight < 2)) {
+    --lines;
+  }
+  if (ConvertsNothing(frame, lines)) return {};
   ConversionExtent extent;
   const Frame source = RowsOf(frame);
   const std::size_t rowBytes = RowBytesRead(mSource, RowWidth(frame));

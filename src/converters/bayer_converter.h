@@ -9,8 +9,9 @@ namespace LmImagingLib {
 
 /// Turns a colour mosaic into colour, two lines at a time.
 ///
-/// The layout of the mosaic and the method come with the flags of the conversion. An odd last line is made of the cells
-/// that it forms with the line above; an image of a single line or column has no cell and stays.
+/// The layout of the mosaic and the method come with the flags of the conversion. By blocks and bilinearly an odd last
+/// line is made of the cells that it forms with the line above. An image of a single line or column has no cell and
+/// stays. Of conversions to half the size, pixels and lines are those of the destination.
 class BayerConverter : public LibraryConverter {
  public:
   BayerConverter(const SourceType& source, const Writer& writer, const PixelTypeID& from, const PixelTypeID& to);
@@ -25,9 +26,11 @@ class BayerConverter : public LibraryConverter {
   ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const override;
   bool ConvertRows(const SourceType& mosaic, const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
   std::uint32_t Reach(std::uint32_t flags) const override;
+  std::uint32_t SourceLinesPerLine(std::uint32_t flags) const override;
 
  private:
   static Frame RowsOf(Frame frame);
+  static bool ConvertsNothing(const Frame& frame, std::uint32_t lines);
   std::uint32_t RowWidth(const Frame& frame) const;
   template <class Sample>
   void Convert(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t first,

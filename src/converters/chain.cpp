@@ -5,6 +5,7 @@
 #include <memory>
 #include <typeinfo>
 
+#include "converters/demosaic_method.h"
 #include "converters/library_converter.h"
 #include "walk/lines.h"
 
@@ -12,12 +13,12 @@ namespace LmImagingLib {
 
 namespace {
 
-/// Room for some lines of the intermediate image: inside, unless the lines are very long. It begins as zeros.
+/// Room for some lines of the intermediate image: inside, unless they are very long or many. It begins as zeros.
 class Band {
  public:
   Band(std::size_t lineBytes, std::uint32_t lines, std::uint32_t reach)
-      : mLines(static_cast<std::uint32_t>(
-            std::max<std::size_t>(2 * reach + 2, std::min<std::size_t>(kInsideBytes / lineBytes, lines + 2 * reach)))) {
+      : mLines(static_cast<std::uint32_t>(std::max<std::size_t>(
+            LeastLines(reach), std::min<std::size_t>(kInsideBytes / lineBytes, lines + 2 * reach)))) {
     const std::size_t bytes = mLines * lineBytes;
     if (bytes <= kInsideBytes) {
       std::memset(mInside, 0, bytes);
@@ -30,6 +31,9 @@ class Band {
   std::uint32_t Lines() const { return mLines; }
 
  private:
+  // The second stage begins anew with each band: what it reads above and below should be few of its lines.
+  static constexpr std::uint32_t LeastLines(std::uint32_t reach) { return reach > 1 ? 8 * reach : 2 * reach + 2; }
+
   static constexpr std::size_t kInsideBytes = 49152;
 
   std::uint32_t mLines;
@@ -53,11 +57,19 @@ BandedChain::BandedChain(const ConverterStages& stages) {
   if (mFirst != nullptr && mFirst->Traits().destinationPlanes == 1) mSecond = second;
 }
 
+bool BandedChain::SkipsIntermediate(const Frame& frame) const {
+  return mFirst->Rows() != nullptr && mSecond->Traits().demosaics && FiltersFirst(frame);
+}
+
 void BandedChain::ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
   if (first >= end) return;
   const SourceType* const rows = mFirst->Rows();
   if (rows != nullptr && mSecond->ConvertRows(*rows, frame, first, end)) return;
 
+  // Counted in lines of the intermediate image from here on.
+  const std::uint32_t perLine = mSecond->SourceLinesPerLine(frame.flags);
+  first *= perLine;
+  end *= perLine;
   const std::size_t lineBytes = std::size_t{mFirst->GetDestinationPixelByteSize()} * frame.sourceWidth;
   const auto step = static_cast<std::uint32_t>(mSecond->GetLinesPerStep());
   // A rest of fewer lines than a step needs the lines above it.
@@ -86,7 +98,7 @@ void BandedChain::ConvertLines(const Frame& frame, std::uint32_t first, std::uin
     mFirst->ConvertLines(in, converted, needed);
     converted = needed;
     out.sourceFirst = in.destinationFirst;
-    mSecond->ConvertLines(out, first, next);
+    mSecond->ConvertLines(out, first / perLine, next / perLine);
     // The next band begins with the lines above it, which are there.
     const std::uint32_t kept = next - std::min(next, reach);
     std::memmove(band.Data(), DestinationLineAt(in, kept), (converted - kept) * lineBytes);

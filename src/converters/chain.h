@@ -25,6 +25,10 @@ class BandedChain {
 
   explicit operator bool() const { return mSecond != nullptr; }
 
+  /// Whether samples are looked up before they are brought to the intermediate image's bits, so that this one, which
+  /// callers may have the memory of, has no say.
+  bool SkipsIntermediate(const Frame& frame) const;
+
   /// Converts lines `first` to `end`. Throws `std::bad_alloc` where the intermediate lines are long.
   void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const;
 

@@ -110,6 +110,14 @@ Result ComplexConverter::Convert(const void* source, unsigned long sourceWidth, 
                             pixelsPerLine, lines, flags, destinationPadding, nullptr, nullptr);
   };
   const unsigned long needed = mFirst->GetDestinationLineSize(U32(U32(sourceWidth) * U32(sourceHeight)));
+  const BandedChain banded{ConverterStages{*mFirst, mSecond}};
+  Frame frame;
+  if (banded) {
+    frame = FrameOf(*this, source, sourceWidth, sourceHeight, destination, destinationWidth, destinationHeight,
+                    pixelsPerLine, lines, flags, destinationPadding);
+    // The first stage converts all lines of the source, whatever the number of lines that the second one needs.
+    frame.fieldLines = frame.sourceHeight / 2 * 2;
+  }
   if (scratch != nullptr && scratchSize != nullptr) {
     auto* data = static_cast<unsigned char*>(*scratch);
     if (needed > *scratchSize) {
@@ -117,13 +125,9 @@ Result ComplexConverter::Convert(const void* source, unsigned long sourceWidth, 
       ScratchLease::Grow(data, *scratchSize, needed);
       *scratch = data;
     }
-    return convertThrough(data);
+    if (!banded || !banded.SkipsIntermediate(frame)) return convertThrough(data);
   }
-  if (const BandedChain banded{ConverterStages{*mFirst, mSecond}}) {
-    Frame frame = FrameOf(*this, source, sourceWidth, sourceHeight, destination, destinationWidth, destinationHeight,
-                          pixelsPerLine, lines, flags, destinationPadding);
-    // The first stage converts all lines of the source, whatever the number of lines that the second one needs.
-    frame.fieldLines = frame.sourceHeight / 2 * 2;
+  if (banded) {
     const StreamScope streams(frame, U32(lines));
     banded.ConvertLines(frame, 0, U32(lines));
     CurrentThread().filter = nullptr;

@@ -1,60 +1,43 @@
 #include "converters/demosaicer.h"
 
-#include <iterator>
-
 #include "walk/lines.h"
 
 namespace LmImagingLib {
 
-LM_DECLARE_WIDE_KERNEL(DecodeKernel, BayerBlock)
-LM_DECLARE_WIDE_KERNEL(DecodeKernel, BayerBilinear)
-
 namespace {
-
-// A method earlier in the table wins over a later one.
-constexpr DemosaicMethod kMethods[] = {{"BayerBilinear", ConversionFlags::kBilinear, 1, kBayerBilinear},
-                                       {"BayerBlock", 0, 0, kBayerBlock}};
-static_assert(std::size(kMethods) == kDemosaicMethods);
-constexpr std::size_t kBlock = kDemosaicMethods - 1;
 
 // The bits of a cell code that shortcuts are given: codes 1 and 3 are 0 and 2 with red and blue exchanged, and so is a
 // writer's pixel.
 constexpr std::uint32_t kShortcutCells = 2;
 
-// The code of the cell at even lines and columns.
-std::uint32_t LayoutCell(std::uint32_t flags) {
-  if ((flags & ConversionFlags::kBayerBG) != 0) return 3;
-  if ((flags & ConversionFlags::kBayerRG) != 0) return 2;
-  if ((flags & ConversionFlags::kBayerGB) != 0) return 1;
-  return 0;
-}
-
-// The pairs of lines at the top and at the bottom of an image are made of blocks.
-bool IsBorder(const Frame& frame, std::uint32_t line) {
-  return line == 0 || line == frame.sourceHeight - 2 || line == frame.sourceHeight - 1;
+bool IsInFull(const Frame& frame, const Writer& writer) {
+  return writer.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
 }
 
 }  // namespace
-
-std::uint32_t RowsRead(const Frame& frame, std::uint32_t first, std::uint32_t end) {
-  const bool endsWithPair = (end - first) % 2 == 0;
-  return endsWithPair && !IsBorder(frame, end - 2) ? end + ReachOf(MethodOf(frame.flags)) : end;
-}
-
-std::size_t MethodOf(std::uint32_t flags) {
-  const auto* const found =
-      std::find_if(std::begin(kMethods), std::end(kMethods),
-                   [flags](const DemosaicMethod& method) { return method.flag == 0 || (flags & method.flag) != 0; });
-  return static_cast<std::size_t>(found - kMethods);
-}
-
-std::uint32_t ReachOf(std::size_t method) { return kMethods[method].reach; }
 
 MosaicShortcuts::MosaicShortcuts(const Writer& writer) {
   for (std::size_t k = 0; k < kDemosaicMethods; ++k) {
     own[k] = FindShortcut(kMethods[k].name, writer);
     swapped[k] = writer.swapped == nullptr ? nullptr : FindShortcut(kMethods[k].name, *writer.swapped);
   }
+}
+
+template <class Sample>
+StripSteps<Sample> StepsAfterDemosaicing(const Frame& frame, std::uint32_t depth, const Writer& writer) {
+  StripSteps<Sample> steps{nullptr, 1, false, nullptr, writer};
+  if (FiltersFirst(frame)) return steps;
+  if (sizeof(Sample) == 1 && IsInFull(frame, writer)) {
+    steps.widening = LookupOf<std::uint16_t>(frame, 8, writer);
+  } else {
+    steps.tables = LookupOf<Sample>(frame, depth, writer);
+  }
+  return steps;
+}
+
+template <class Sample>
+Fit FitAfterDemosaicing(const Frame& frame, std::uint32_t depth, const Writer& writer) {
+  return FitOf(sizeof(Sample) == 1 ? 8 : depth, writer, IsInFull(frame, writer));
 }
 
 /// A pair of lines, or a single one that is made of the cells that begin in the line above it.
@@ -79,21 +62,21 @@ Demosaicer<Sample>::Demosaicer(const MosaicSource& source, const Writer& writer,
       mEnd(end),
       mPixels(frame.pixels),
       mLayoutCell(LayoutCell(frame.flags)),
-      mRows(source.type, frame, source.width, 2 * ReachOf(mMethod) + 2, RowsRead(frame, first, end)),
-      mSteps{kMethods[mMethod].kernel.template Of<Sample>().Active(), 1, false, nullptr, writer},
+      mRows(source.type, frame, source.width, 2 * kMethods[mMethod].reach + 2, RowsRead(frame, first, end),
+            RowLookupOf(frame, source.type.depth, sizeof(Sample) == 1 ? 8 : source.type.depth)),
+      mSteps(StepsAfterDemosaicing<Sample>(frame, source.type.depth, writer)),
+      mFit(FitAfterDemosaicing<Sample>(frame, source.type.depth, writer)),
       mMask(source.type.MaskOf<Sample>()) {
-  const bool inFull = writer.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
-  mFit = FitOf(sizeof(Sample) == 1 ? 8 : source.type.depth, writer, inFull);
-  if (sizeof(Sample) == 1 && inFull) {
-    mSteps.widening = LookupOf<std::uint16_t>(frame, 8, writer);
-  } else {
-    mSteps.tables = LookupOf<Sample>(frame, source.type.depth, writer);
-  }
+  mSteps.decode = kMethods[mMethod].kernel.template Of<Sample>().Active();
 }
 
 template <class Sample>
 void Demosaicer<Sample>::Convert() {
   std::uint32_t line = mFirst;
+  if (kMethods[mMethod].kind == DemosaicMethod::Kind::kHalfSize) {
+    for (; line < mEnd; ++line) ConvertCells(line);
+    return;
+  }
   for (; line < mEnd && mEnd - line >= 2; line += 2) {
     if (mMethod == kBlock || IsBorder(mFrame, line)) {
       ConvertBlocks(PairAt(line, 2, false));
@@ -102,6 +85,16 @@ void Demosaicer<Sample>::Convert() {
     }
   }
   if (line < mEnd && line != 0 && mFrame.sourceHeight >= 2) ConvertBlocks(PairAt(line, 1, false));
+}
+
+// A line of half the size.
+template <class Sample>
+void Demosaicer<Sample>::ConvertCells(std::uint32_t line) {
+  const std::uint8_t* const top = mRows.Row(2 * line);
+  const std::uint8_t* const bottom = mRows.Row(2 * line + 1);
+  const SourceLines cells{{top, bottom}, 0, mLayoutCell, mRows.IsSource() ? mFrame.fetchAhead : 0, mMask};
+  const TargetLine target = TargetAt(DestinationLineAt(mFrame, line), mFrame, mFit, mWriter);
+  ConvertStrips(mSteps, cells, mPixels, &target, 1, 0);
 }
 
 /// @param count  2, or 1 for a last line
@@ -196,6 +189,10 @@ const Shortcut* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Pair& 
   return (cell & ~kShortcutCells) == 0 ? mShortcuts.own[method] : mShortcuts.swapped[method];
 }
 
+template StripSteps<std::uint8_t> StepsAfterDemosaicing(const Frame&, std::uint32_t, const Writer&);
+template StripSteps<std::uint16_t> StepsAfterDemosaicing(const Frame&, std::uint32_t, const Writer&);
+template Fit FitAfterDemosaicing<std::uint8_t>(const Frame&, std::uint32_t, const Writer&);
+template Fit FitAfterDemosaicing<std::uint16_t>(const Frame&, std::uint32_t, const Writer&);
 template class Demosaicer<std::uint8_t>;
 template class Demosaicer<std::uint16_t>;
 

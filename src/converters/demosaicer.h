@@ -1,29 +1,10 @@
 #pragma once
 
-#include <algorithm>
-
+#include "converters/demosaic_method.h"
 #include "converters/line_converter.h"
 #include "walk/row_window.h"
 
 namespace LmImagingLib {
-
-/// A method of demosaicing.
-struct DemosaicMethod {
-  const char* name;     ///< of its kernel and its shortcuts
-  unsigned long flag;   ///< that asks for it; 0 for the method without a flag
-  std::uint32_t reach;  ///< lines above and below a pair that it reads
-  SampleTwins<DecodeKernel> kernel;
-};
-
-/// The number of methods.
-inline constexpr std::size_t kDemosaicMethods = 2;
-
-/// The number of the method that the flags of a conversion ask for, and its lines above and below a pair.
-std::size_t MethodOf(std::uint32_t flags);
-std::uint32_t ReachOf(std::size_t method);
-
-/// The row after the last one that a conversion of lines `first` to `end` reads.
-std::uint32_t RowsRead(const Frame& frame, std::uint32_t first, std::uint32_t end);
 
 /// The shortcuts to a writer, and to the one that exchanges red and blue, by each method; null where there is none.
 struct MosaicShortcuts {
@@ -39,7 +20,16 @@ struct MosaicSource {
   std::uint32_t width;  ///< samples of a row that may be read
 };
 
-/// Demosaics lines `first` to `end` of a frame with samples of bytes or of words.
+/// The steps of a pixel after it got its colours from samples of bytes or of words. `decode` is left to the caller.
+template <class Sample>
+StripSteps<Sample> StepsAfterDemosaicing(const Frame& frame, std::uint32_t depth, const Writer& writer);
+
+/// How such samples get into words.
+template <class Sample>
+Fit FitAfterDemosaicing(const Frame& frame, std::uint32_t depth, const Writer& writer);
+
+/// Demosaics lines `first` to `end` of a frame with samples of bytes or of words, by a method that reads rows as they
+/// are: of pairs, or of half size.
 template <class Sample>
 class Demosaicer {
  public:
@@ -52,6 +42,7 @@ class Demosaicer {
   struct Pair;
 
   Pair PairAt(std::uint32_t line, std::uint32_t count, bool withNeighbours);
+  void ConvertCells(std::uint32_t line);
   void ConvertBlocks(const Pair& pair);
   void ConvertBilinear(const Pair& pair);
   void StoreCell(const Pair& pair, std::size_t column, std::size_t at);
@@ -67,7 +58,7 @@ class Demosaicer {
   const std::uint32_t mLayoutCell;
   RowWindow<Sample> mRows;
   StripSteps<Sample> mSteps;
-  Fit mFit;
+  const Fit mFit;
   std::uint32_t mMask;
 };
 

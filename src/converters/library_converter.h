@@ -37,6 +37,8 @@ class LibraryConverter : public PixelConverter {
 
   /// Lines above and below the ones to convert that a conversion with these flags reads.
   virtual std::uint32_t Reach(std::uint32_t /*flags*/) const { return 0; }
+  /// Source lines that become a line: 1, or 2 where the destination has half the size.
+  virtual std::uint32_t SourceLinesPerLine(std::uint32_t /*flags*/) const { return 1; }
 
   /// The type whose samples, brought to 8 bits, are the image that it writes; null of any other converter.
   virtual const SourceType* Rows() const { return nullptr; }

@@ -29,8 +29,8 @@ Frame FrameOf(const ConversionPlan& plan, const ConstImageView& source, const Im
   frame.fieldLines = plan.height / 2 * 2;
   frame.destination = static_cast<std::uint8_t*>(destination.data);
   frame.destinationLine = static_cast<std::size_t>(plan.destinationLine);
-  frame.destinationHeight = plan.height;
-  frame.pixels = plan.width;
+  frame.destinationHeight = plan.DestinationHeight();
+  frame.pixels = plan.DestinationWidth();
   frame.flags = static_cast<std::uint32_t>(FlagsOf(options));
   frame.filter = options.filter;
   frame.contained = true;
@@ -65,10 +65,11 @@ void ConvertBand(const ConversionPlan& plan, Frame frame, std::uint32_t first, s
 
 ConversionResult ConvertByApplication(const ConversionPlan& plan, const ConstImageView& source,
                                       const ImageView& destination, const ConvertOptions& options) {
-  const auto padding = static_cast<unsigned long>(plan.destinationLine - plan.destination.DenseLine(plan.width));
-  const Result result =
-      plan.converter->Convert(options.filter, source.data, plan.sourceWidth, plan.height, destination.data, plan.width,
-                              plan.height, plan.width, plan.end, FlagsOf(options), padding, nullptr, nullptr);
+  const std::uint32_t width = plan.DestinationWidth();
+  const auto padding = static_cast<unsigned long>(plan.destinationLine - plan.destination.DenseLine(width));
+  const Result result = plan.converter->Convert(options.filter, source.data, plan.sourceWidth, plan.height,
+                                                destination.data, width, plan.DestinationHeight(), width,
+                                                plan.DestinationEnd(), FlagsOf(options), padding, nullptr, nullptr);
   if (result.IsOK()) return {};
   return {result, "the application's converter failed with code " + std::to_string(result.GetCode())};
 }
@@ -86,7 +87,7 @@ ConversionResult ConvertImage(const ConstImageView& source, const ImageView& des
       CopyLines(plan, frame);
       return {};
     }
-    ConvertInBands(options, plan.first, plan.end, plan.sourceLine + plan.destinationLine,
+    ConvertInBands(options, plan.DestinationFirst(), plan.DestinationEnd(), plan.sourceLine + plan.destinationLine,
                    [&](std::uint32_t first, std::uint32_t end) { ConvertBand(plan, frame, first, end); });
     return {};
   } catch (const std::bad_alloc&) {

@@ -11,6 +11,8 @@ namespace {
 
 constexpr unsigned long kLayouts =
     ConversionFlags::kBayerGR | ConversionFlags::kBayerGB | ConversionFlags::kBayerRG | ConversionFlags::kBayerBG;
+constexpr unsigned long kMethods = ConversionFlags::kBilinear | ConversionFlags::kGradientCorrected |
+                                   ConversionFlags::kAdaptive | ConversionFlags::kHalfSize;
 constexpr unsigned long kOfAnySource = ConversionFlags::kFullDepth | ConversionFlags::kOpaque;
 
 struct FlagGroup {
@@ -25,18 +27,13 @@ constexpr FlagGroup kGroups[] = {
      [](const TypeRow& source) { return (source.id & kInterlacedFlag) != 0; }},
     {kLayouts, "a Bayer layout", "a mosaic",
      [](const TypeRow& source) { return source.types->reach == Reach::kMosaic; }},
-    {ConversionFlags::kBilinear, "a method of demosaicing", "a mosaic",
+    {kMethods, "a method of demosaicing", "a mosaic",
+     [](const TypeRow& source) { return source.types->reach == Reach::kMosaic; }},
+    {ConversionFlags::kFilterFirst, "kFilterFirst", "a mosaic",
      [](const TypeRow& source) { return source.types->reach == Reach::kMosaic; }},
     {ConversionFlags::kFullRange | ConversionFlags::kBT709, "a range or matrix of YUV", "a YUV type",
      [](const TypeRow& source) { return source.format->decodeByMatrix.of[0] != nullptr; }},
 };
-
-// Whether the last stage makes colours of a mosaic.
-bool Demosaics(const PixelConverter& converter) {
-  const ConverterStages stages = StagesOf(converter);
-  const LibraryConverter* const last = AsLibraryConverter(stages.second != nullptr ? *stages.second : stages.first);
-  return last != nullptr && last->Traits().demosaics;
-}
 
 // The types of applications may give flags a meaning of their own.
 ConversionResult CheckMeaning(const TypeRow& source, unsigned long flags) {
@@ -55,12 +52,24 @@ ConversionResult CheckMeaning(const TypeRow& source, unsigned long flags) {
 
 }  // namespace
 
+bool Demosaics(const PixelConverter& converter) {
+  const ConverterStages stages = StagesOf(converter);
+  const LibraryConverter* const last = AsLibraryConverter(stages.second != nullptr ? *stages.second : stages.first);
+  return last != nullptr && last->Traits().demosaics;
+}
+
 ConversionResult CheckFlags(const ConstImageView& source, const PixelConverter& converter,
                             const ConvertOptions& options) {
   const unsigned long flags = options.flags;
   const unsigned long layouts = flags & kLayouts;
   if ((layouts & (layouts - 1)) != 0) {
     return Refused("options.flags is " + Hex(flags) + ", which has several Bayer layouts; it may have one");
+  }
+  const unsigned long methods = flags & kMethods;
+  if ((methods & (methods - 1)) != 0) {
+    return Refused("options.flags is " + Hex(flags) +
+                   ", which has several methods of demosaicing; it may have one of kBilinear (0x100), "
+                   "kGradientCorrected (0x200), kAdaptive (0x400) and kHalfSize (0x10000)");
   }
   if (options.depth == ConversionDepth::kEightBits && (flags & ConversionFlags::kFullDepth) != 0) {
     return Refused("options.depth is kEightBits and options.flags " + Hex(flags) +
@@ -72,7 +81,12 @@ ConversionResult CheckFlags(const ConstImageView& source, const PixelConverter& 
                    "kBayerRG (0x40) and kBayerBG (0x80)");
   }
   const TypeRow* const row = FindTypeRow(source.type);
-  return row != nullptr ? CheckMeaning(*row, flags) : ConversionResult{};
+  if (row == nullptr) return {};
+  if ((flags & ConversionFlags::kHalfSize) != 0 && row->types->reach == Reach::kMosaic && !Demosaics(converter)) {
+    return Refused("options.flags is " + Hex(flags) +
+                   ", which has kHalfSize; destination.type must be one that a mosaic becomes by demosaicing");
+  }
+  return CheckMeaning(*row, flags);
 }
 
 unsigned long FlagsOf(const ConvertOptions& options) {

@@ -9,6 +9,9 @@ namespace LmImagingLib {
 ConversionResult CheckFlags(const ConstImageView& source, const PixelConverter& converter,
                             const ConvertOptions& options);
 
+/// Whether the last stage of a conversion makes colours of a mosaic.
+bool Demosaics(const PixelConverter& converter);
+
 /// The flags of a conversion, with the depth that is asked for.
 unsigned long FlagsOf(const ConvertOptions& options);
 

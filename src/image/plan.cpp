@@ -85,9 +85,17 @@ ConverterTraits TraitsOf(const PixelConverter& converter) {
   return library != nullptr ? library->Traits() : ConverterTraits{};
 }
 
-bool Demosaics(const PixelConverter& converter) {
-  const ConverterStages stages = StagesOf(converter);
-  return TraitsOf(stages.second != nullptr ? *stages.second : stages.first).demosaics;
+ConversionResult CheckSize(const ConstImageView& source, const ImageView& destination, const ConvertOptions& options,
+                           ConversionPlan& plan) {
+  const bool toHalf = (options.flags & ConversionFlags::kHalfSize) != 0 && Demosaics(*plan.converter);
+  if (toHalf) plan.perPixel = 2;
+  if (destination.width == plan.DestinationWidth() && destination.height == plan.DestinationHeight()) return {};
+  if (!toHalf) {
+    return Refused("destination is " + Size(destination) + " pixels; it must be as large as source, " + Size(source));
+  }
+  return Refused("destination is " + Size(destination) + " pixels; with kHalfSize it must be " +
+                 Number(plan.DestinationWidth()) + " x " + Number(plan.DestinationHeight()) + ", half of source, " +
+                 Size(source));
 }
 
 ConversionResult CheckRange(const ConvertOptions& options, ConversionPlan& plan) {
@@ -196,14 +204,15 @@ ConversionResult PlanConversion(const ConstImageView& source, const ImageView& d
                                 const ConvertOptions& options, ConversionPlan& plan) {
   if (ConversionResult checked = CheckView(source, "source"); !checked.IsOK()) return checked;
   if (ConversionResult checked = CheckView(destination, "destination"); !checked.IsOK()) return checked;
-  if (source.width != destination.width || source.height != destination.height) {
-    return Refused("destination is " + Size(destination) + " pixels; it must be as large as source, " + Size(source));
-  }
   plan.converter = PixelTypeFactory::FindConverter(source.type, destination.type);
   if (plan.converter == nullptr) {
     return {Result::NOT_IMPLEMENTED, "destination.type is " + Label(destination.type) + "; no converter to it from " +
                                          Label(source.type) + " is registered"};
   }
+  if (ConversionResult checked = CheckFlags(source, *plan.converter, options); !checked.IsOK()) return checked;
+  plan.width = static_cast<std::uint32_t>(source.width);
+  plan.height = static_cast<std::uint32_t>(source.height);
+  if (ConversionResult checked = CheckSize(source, destination, options, plan); !checked.IsOK()) return checked;
   plan.walk = KindOf(*plan.converter);
   if (plan.walk == WalkKind::kCopy) {
     plan.source = *FindLayout(source.type);
@@ -212,9 +221,6 @@ ConversionResult PlanConversion(const ConstImageView& source, const ImageView& d
     plan.source = SourceLayoutOf(*plan.converter, source.type);
     plan.destination = DestinationLayoutOf(*plan.converter, destination.type);
   }
-  if (ConversionResult checked = CheckFlags(source, *plan.converter, options); !checked.IsOK()) return checked;
-  plan.width = static_cast<std::uint32_t>(source.width);
-  plan.height = static_cast<std::uint32_t>(source.height);
   if (ConversionResult checked = CheckRange(options, plan); !checked.IsOK()) return checked;
   if (ConversionResult checked = CheckBytes(source, plan.source, "source", plan.sourceLine); !checked.IsOK()) {
     return checked;
@@ -224,7 +230,7 @@ ConversionResult PlanConversion(const ConstImageView& source, const ImageView& d
     return checked;
   }
   if (Overlap(source.data, *plan.source.Required(plan.width, plan.height, plan.sourceLine), destination.data,
-              *plan.destination.Required(plan.width, plan.height, plan.destinationLine))) {
+              *plan.destination.Required(destination.width, destination.height, plan.destinationLine))) {
     return Refused("source.data and destination.data are memory that overlaps; the images must lie apart");
   }
   plan.sourceWidth = PixelsThatFill(plan.source, plan.width, plan.sourceLine);

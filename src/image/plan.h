@@ -22,8 +22,15 @@ struct ConversionPlan {
   ImageLayout source, destination;
   std::uint64_t sourceLine = 0, destinationLine = 0;  ///< bytes from a line to the next
   std::uint32_t width = 0, height = 0;
+  std::uint32_t perPixel = 1;        ///< source pixels along a side of a destination pixel: 2 for half the size, else 1
   std::uint32_t first = 0, end = 0;  ///< the lines to convert
   std::uint32_t sourceWidth = 0;     ///< pixels that make up a source line with its padding; 0 if none do
+
+  /// The geometry of the destination.
+  std::uint32_t DestinationWidth() const { return width / perPixel; }
+  std::uint32_t DestinationHeight() const { return height / perPixel; }
+  std::uint32_t DestinationFirst() const { return first / perPixel; }
+  std::uint32_t DestinationEnd() const { return end / perPixel; }
 
   bool IsDense() const { return sourceWidth == width; }
 };

@@ -31,12 +31,22 @@ constexpr std::size_t BytesOf(std::size_t pixels) {
   return pixels / Layout::kPixels * Layout::kBytes;
 }
 
+/// Columns of a mosaic that a pixel takes: one, or those of a cell if the layout says so.
+template <class Layout>
+constexpr auto ColumnsOf(int) -> decltype(Layout::kColumns) {
+  return Layout::kColumns;
+}
+template <class Layout>
+constexpr std::size_t ColumnsOf(...) {
+  return 1;
+}
+
 /// The lines of `in` from pixel `pixel` on.
 template <class Layout>
 SourceLines At(const SourceLines& in, std::size_t pixel) {
   SourceLines at{{}, Alone(in.shift), Alone(in.cell), Alone(in.ahead), Alone(in.mask), Alone(in.matrix)};
   for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] = Alone(in.line[k]) + BytesOf<Layout>(pixel);
-  if (pixel % 2 != 0) at.cell ^= kCellToTheRight;
+  if (pixel * ColumnsOf<Layout>(0) % 2 != 0) at.cell ^= kCellToTheRight;
   return at;
 }
 

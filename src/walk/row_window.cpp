@@ -4,11 +4,20 @@
 #include <cstring>
 #include <memory>
 
+#include "simd/kernel.h"
+#include "simd/mosaic.h"
 #include "walk/lines.h"
 #include "walk/strips.h"
 #include "walk/tap_strips.h"
 
 namespace LmImagingLib {
+
+using LookUpBytesKernel = LookUpRowKernel<std::uint8_t, std::uint8_t>;
+using LookUpToBytesKernel = LookUpRowKernel<std::uint16_t, std::uint8_t>;
+using LookUpWordsKernel = LookUpRowKernel<std::uint16_t, std::uint16_t>;
+LM_DECLARE_KERNEL(LookUpBytesKernel, LookUpBytes)
+LM_DECLARE_KERNEL(LookUpToBytesKernel, LookUpToBytes)
+LM_DECLARE_KERNEL(LookUpWordsKernel, LookUpWords)
 
 namespace {
 
@@ -30,8 +39,14 @@ std::size_t RowBytesRead(const SourceType& source, std::uint32_t width) {
 
 template <class Sample>
 RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows,
-                             std::uint32_t end)
-    : mSource(source), mFrame(frame), mWidth(width), mRows(rows), mEnd(end), mIsSource(IsRows<Sample>(source, frame)) {
+                             std::uint32_t end, const RowLookup& lookup)
+    : mSource(source),
+      mFrame(frame),
+      mWidth(width),
+      mRows(rows),
+      mEnd(end),
+      mLookup(lookup),
+      mIsSource(lookup.tables == nullptr && IsRows<Sample>(source, frame)) {
   if (mIsSource) return;
   constexpr std::size_t kLineSamples = kCacheLine / sizeof(Sample);
   // A last group may have more pixels than the line.
@@ -51,6 +66,7 @@ RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::
     std::align(kCacheLine, bytes, room, space);
   }
   mFirst = static_cast<Sample*>(room);
+  if (mLookup.tables != nullptr) mDecodedRow.resize(width + spare);
 }
 
 template <class Sample>
@@ -64,7 +80,10 @@ void RowWindow<Sample>::Decode(std::uint32_t row) {
   const std::uint32_t room = std::max(mRowMask + 2 - mRows, 1U);
   const std::uint32_t count = std::max(std::min(room, mEnd - std::min(row, mEnd)), 1U);
   if (!DecodeJoined(row, count)) {
-    for (std::uint32_t k = 0; k < count; ++k) DecodeRow(row + k, mFirst + ((row + k) & mRowMask) * mStride);
+    for (std::uint32_t k = 0; k < count; ++k) {
+      Sample* const to = mFirst + ((row + k) & mRowMask) * mStride;
+      mLookup.tables != nullptr ? LookUpRow(row + k, to) : DecodeRow(row + k, to);
+    }
   }
   mDecoded = row + count;
 }
@@ -73,8 +92,8 @@ void RowWindow<Sample>::Decode(std::uint32_t row) {
 template <class Sample>
 bool RowWindow<Sample>::DecodeJoined(std::uint32_t row, std::uint32_t count) {
   const Format& format = *mSource.format;
-  if (count == 1 || mStride != mWidth || mWidth % format.groupPixels != 0 || mFrame.interlaced ||
-      mSource.readout.taps != Readout::Taps::kOne || format.Is(kBytes) ||
+  if (count == 1 || mLookup.tables != nullptr || mStride != mWidth || mWidth % format.groupPixels != 0 ||
+      mFrame.interlaced || mSource.readout.taps != Readout::Taps::kOne || format.Is(kBytes) ||
       mFrame.sourceLine != DenseLineBytes(format, mWidth)) {
     return false;
   }
@@ -91,39 +110,64 @@ bool RowWindow<Sample>::DecodeJoined(std::uint32_t row, std::uint32_t count) {
 }
 
 template <class Sample>
-void RowWindow<Sample>::DecodeRow(std::uint32_t line, Sample* row) const {
+void RowWindow<Sample>::LookUpRow(std::uint32_t line, Sample* row) {
+  const std::uint32_t cell = mLookup.layoutCell ^ (line % 2 != 0 ? kCellBelow : 0);
+  const std::uint16_t* const green = mLookup.tables->green.entries;
+  const std::uint16_t* const color = (cell % 2 == 0 ? mLookup.tables->red : mLookup.tables->blue).entries;
+  const std::uint16_t* const even = cell < 2 ? green : color;
+  const std::uint16_t* const odd = cell < 2 ? color : green;
+  auto* const decoded = reinterpret_cast<std::uint8_t*>(mDecodedRow.data());
+  if constexpr (sizeof(Sample) == 1) {
+    if (mSource.depth == 8) {
+      DecodeRow(line, decoded);
+      kLookUpBytes.Active()(decoded, mWidth, even, odd, row);
+    } else {
+      DecodeRow(line, mDecodedRow.data());
+      kLookUpToBytes.Active()(decoded, mWidth, even, odd, row);
+    }
+  } else {
+    DecodeRow(line, mDecodedRow.data());
+    kLookUpWords.Active()(decoded, mWidth, even, odd, row);
+  }
+}
+
+template <class Sample>
+template <class Decoded>
+void RowWindow<Sample>::DecodeRow(std::uint32_t line, Decoded* row) const {
   const std::uint32_t width = mWidth;
   const std::uint8_t* const source = SourceLineAt(mFrame, line);
   const Format& format = *mSource.format;
   const std::uint32_t pixels = width - width % format.groupPixels;
-  std::fill(row + pixels, row + width, Sample{0});
+  std::fill(row + pixels, row + width, Decoded{0});
   if (source == nullptr) {
-    std::fill_n(row, width, Sample{0});
+    std::fill_n(row, width, Decoded{0});
   } else if (mSource.readout.taps == Readout::Taps::kTwo) {
     DecodeTaps(source, row);
   } else {
-    DecodeKernel<Sample>* const decode = format.decode.template Of<Sample>().Active();
-    const Channels<Sample> samples =
-        decode(mSource.Lines<Sample>(source, 0, mFrame.fetchAhead), 0, pixels, {row, row, row});
+    DecodeKernel<Decoded>* const decode = format.decode.template Of<Decoded>().Active();
+    const Channels<Decoded> samples =
+        decode(mSource.Lines<Decoded>(source, 0, mFrame.fetchAhead), 0, pixels, {row, row, row});
     if (samples.red != row) std::copy_n(samples.red, pixels, row);
     if (!PassesLineEnd(format, width)) return;
     // The bytes of the last samples, and none after them.
     std::uint8_t group[16] = {};
     const std::size_t offset = std::size_t{pixels} / format.groupPixels * (format.groupBits / 8);
     std::memcpy(group, source + offset, static_cast<std::size_t>(LineBytesOf(format, width)) - offset);
-    Sample* const rest = row + pixels;
-    decode(mSource.Lines<Sample>(group, 0, 0), 0, format.groupPixels, {rest, rest, rest});
+    Decoded* const rest = row + pixels;
+    decode(mSource.Lines<Decoded>(group, 0, 0), 0, format.groupPixels, {rest, rest, rest});
   }
 }
 
 template <class Sample>
-void RowWindow<Sample>::DecodeTaps(const std::uint8_t* source, Sample* row) const {
+template <class Decoded>
+void RowWindow<Sample>::DecodeTaps(const std::uint8_t* source, Decoded* row) const {
   const std::uint32_t pairs = mWidth / 2;
-  std::fill(row + 2 * pairs, row + mWidth, Sample{0});
-  ForEachTapStrip(
-      mSource.format->decode.template Of<Sample>().Active(), mSource.Lines<Sample>(source, 0, mFrame.fetchAhead), pairs,
-      mSource.readout,
-      [row](const Sample* samples, std::size_t count, std::size_t first) { std::copy_n(samples, count, row + first); });
+  std::fill(row + 2 * pairs, row + mWidth, Decoded{0});
+  ForEachTapStrip(mSource.format->decode.template Of<Decoded>().Active(),
+                  mSource.Lines<Decoded>(source, 0, mFrame.fetchAhead), pairs, mSource.readout,
+                  [row](const Decoded* samples, std::size_t count, std::size_t first) {
+                    std::copy_n(samples, count, row + first);
+                  });
 }
 
 template class RowWindow<std::uint8_t>;

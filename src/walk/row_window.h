@@ -3,14 +3,23 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "formats/source_type.h"
+#include "simd/strip.h"
 #include "walk/frame.h"
 
 namespace LmImagingLib {
 
 /// The bytes of a line that are read to fill a row of `width` samples.
 std::size_t RowBytesRead(const SourceType& source, std::uint32_t width);
+
+/// The tables that the samples of a mosaic are looked up in, each in that of its colour. Of words that are to become
+/// bytes the results have 8 bits.
+struct RowLookup {
+  const LookupTables<std::uint16_t>* tables = nullptr;  ///< null where nothing is looked up
+  std::uint32_t layoutCell = 0;                         ///< the code of the cell at even lines and columns
+};
 
 /// The rows of a mosaic around the lines that are being converted, as samples: a ring of rows, found by their numbers.
 ///
@@ -24,7 +33,8 @@ class RowWindow {
   /// @param rows  rows that are needed at the same time
   /// @param end  the row after the last one that may be read
   /// Throws `std::bad_alloc`.
-  RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows, std::uint32_t end);
+  RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows, std::uint32_t end,
+            const RowLookup& lookup = {});
 
   /// The samples of a row. Rows are asked for from top to bottom; one is valid until so many later ones were asked for
   /// as are needed at the same time.
@@ -41,8 +51,11 @@ class RowWindow {
   const std::uint8_t* SourceRow(std::uint32_t row) const;
   void Decode(std::uint32_t row);
   bool DecodeJoined(std::uint32_t row, std::uint32_t count);
-  void DecodeRow(std::uint32_t line, Sample* row) const;
-  void DecodeTaps(const std::uint8_t* source, Sample* row) const;
+  void LookUpRow(std::uint32_t line, Sample* row);
+  template <class Decoded>
+  void DecodeRow(std::uint32_t line, Decoded* row) const;
+  template <class Decoded>
+  void DecodeTaps(const std::uint8_t* source, Decoded* row) const;
 
   static constexpr std::size_t kInsideBytes = 8192;
 
@@ -51,11 +64,13 @@ class RowWindow {
   const std::uint32_t mWidth;
   const std::uint32_t mRows;
   const std::uint32_t mEnd;
+  const RowLookup mLookup;
   const bool mIsSource;
   std::uint32_t mRowMask = 0;  // of the rows that the ring has room for, a power of two
   std::uint32_t mDecoded = 0;  // the row after the last one in the ring
   std::size_t mStride = 0;     // samples from a row to the next
   std::unique_ptr<std::uint8_t[]> mOutside;
+  std::vector<std::uint16_t> mDecodedRow;  // before it is looked up, of bytes or words
   Sample* mFirst = nullptr;
   alignas(64) std::uint8_t mInside[kInsideBytes];
 };

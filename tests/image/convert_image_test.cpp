@@ -46,17 +46,18 @@ class ConvertImageTest : public testing::Test {
   }
 
   // Flags that mean something for the source, and depth.
-  std::uint32_t AnyFlags(PixelTypeID from) {
+  std::uint32_t AnyFlags(PixelTypeID from, bool demosaics) {
     std::uint32_t flags = OneOf(mRandom, {0, 0x800}) | OneOf(mRandom, {0, 0, 0x2000});
     if (IsInterlaced(from)) flags |= OneOf(mRandom, {0, 1});
     if ((from & 0x40000) != 0) flags |= OneOf(mRandom, {0, 0x4000, 0x8000, 0xC000});
     if (model::SourceOf(from).family != model::Family::BAYER) return flags;
-    return flags | OneOf(mRandom, {0x10, 0x20, 0x40, 0x80}) | OneOf(mRandom, {0, 0x100});
+    flags |= OneOf(mRandom, {0x10, 0x20, 0x40, 0x80}) | OneOf(mRandom, {0, 0x1000});
+    return flags | OneOf(mRandom, {0, 0x100, 0x200, 0x400, demosaics ? 0x10000U : 0U});
   }
 
   model::Options AnyOptions(PixelTypeID from, unsigned long height, bool pairs) {
     model::Options options;
-    options.flags = AnyFlags(from);
+    options.flags = AnyFlags(from, pairs);
     options.filter = mFilters.Pick(mRandom);
     options.lines = height;
     if (mRandom() % 3 != 0) return options;
@@ -116,8 +117,10 @@ TEST_F(ConvertImageTest, EveryPairEqualsTheModel) {
       const Geometry size{least + mRandom() % OneOf(mRandom, {6, 40}), least + mRandom() % 9};
       std::size_t sourceLine = Padded(from, size.width);
       if (from == 0x10010001 || (IsInterlaced(from) && size.height % 2 != 0)) sourceLine = 0;
-      Check({from, size.width, size.height, sourceLine}, {to, size.width, size.height, Padded(to, size.width)},
-            AnyOptions(from, size.height, pairs));
+      const model::Options options = AnyOptions(from, size.height, pairs);
+      const unsigned long down = (options.flags & ConversionFlags::kHalfSize) != 0 ? 2 : 1;
+      Check({from, size.width, size.height, sourceLine},
+            {to, size.width / down, size.height / down, Padded(to, size.width / down)}, options);
       if (HasFatalFailure()) return;
     }
   }
@@ -130,7 +133,7 @@ TEST_F(ConvertImageTest, ChainsOfAnySizeEqualTheModel) {
       for (const std::size_t padding : {0U, 2U}) {
         if (padding != 0 && IsInterlaced(from) && size.height % 2 != 0) continue;
         const View source(from, size.width, size.height, View::DenseLine(from, size.width) + padding);
-        for (const std::uint32_t flags : {0x40U, 0x180U}) {
+        for (const std::uint32_t flags : {0x40U, 0x180U, 0x220U, 0x1410U}) {
           const std::uint32_t own = from == 0x10007 ? 0x800 : flags;
           Check(source, {0x420006, size.width, size.height, 0}, {own, nullptr, 0, size.height});
           Check(source, {0x820002, size.width, size.height, 0}, {own, mFilters.Pick(mRandom), 2, 4});

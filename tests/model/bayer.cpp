@@ -1,13 +1,18 @@
+#include "model/bayer_neighbours.h"
 #include "model/kernels.h"
 
 namespace model {
 namespace {
 
-/// Two lines of a mosaic: `top` is the upper one's line in the image.
-class Mosaic {
+/// Two lines of a mosaic: `top` is the upper one's line in the image, and `base` the one that source bytes are counted
+/// from.
+class TwoLines {
  public:
-  Mosaic(Line& line, std::size_t sampleBytes, std::size_t top)
-      : mLine(line), mSampleBytes(static_cast<std::ptrdiff_t>(sampleBytes)), mTop(static_cast<std::ptrdiff_t>(top)) {
+  TwoLines(Line& line, std::size_t sampleBytes, std::size_t top, std::size_t base)
+      : mLine(line),
+        mSampleBytes(static_cast<std::ptrdiff_t>(sampleBytes)),
+        mTop(static_cast<std::ptrdiff_t>(top)),
+        mBase(static_cast<std::ptrdiff_t>(base)) {
     const unsigned flags = line.call.flags;
     mPattern = flags & 0x80 ? "BGGR" : flags & 0x40 ? "RGGB" : flags & 0x20 ? "GBRG" : "GRBG";
   }
@@ -16,12 +21,12 @@ class Mosaic {
 
   int Sample(std::ptrdiff_t y, std::ptrdiff_t x) const {
     const auto lineSize = static_cast<std::ptrdiff_t>(mLine.sourceLineSize);
-    const std::ptrdiff_t at = (y - static_cast<std::ptrdiff_t>(mLine.index)) * lineSize + x * mSampleBytes;
-    return static_cast<int>(mLine.Sample(mSampleBytes == 1 ? mLine.Read8(at) : mLine.Read16(at)));
+    const std::ptrdiff_t at = (y - mBase) * lineSize + x * mSampleBytes;
+    return static_cast<int>(mLine.MosaicSample(mSampleBytes == 1 ? mLine.Read8(at) : mLine.Read16(at), ColorAt(y, x)));
   }
 
   /// The colour of the 2 x 2 cell whose left column is x.
-  Color Cell(std::ptrdiff_t x) const {
+  Color Cell(std::ptrdiff_t x, int roundUp = 0) const {
     int red = 0, green = 0, blue = 0;
     for (std::ptrdiff_t row = mTop; row < mTop + 2; ++row) {
       for (std::ptrdiff_t column = x; column < x + 2; ++column) {
@@ -29,7 +34,7 @@ class Mosaic {
         (color == 'R' ? red : color == 'G' ? green : blue) += Sample(row, column);
       }
     }
-    return Make(red, green / 2, blue);
+    return Make(red, (green + roundUp) / 2, blue);
   }
 
   /// The colour of a pixel from its 3 x 3 neighbourhood.
@@ -51,18 +56,51 @@ class Mosaic {
 
   Line& mLine;
   std::ptrdiff_t mSampleBytes;
-  std::ptrdiff_t mTop;
+  std::ptrdiff_t mTop, mBase;
   const char* mPattern;
 };
 
+// All lines at the first one, which the others then read.
+void DemosaicByNeighbours(Line& line, std::size_t sampleBytes) {
+  const Call& call = line.call;
+  if (line.pixels < 2 || call.sourceHeight < 2) return;
+  if (line.index == 0) {
+    const TwoLines rows(line, sampleBytes, 0, 0);
+    const auto height = static_cast<int>(call.sourceHeight), width = static_cast<int>(line.pixels);
+    const Neighbourhood mosaic{height,
+                               width,
+                               static_cast<int>(call.lines),
+                               line.Depth(),
+                               [&](int y, int x) { return rows.Sample(y, x); },
+                               [&](int y, int x) { return rows.ColorAt(y, x); }};
+    line.demosaiced = (call.flags & 0x400) != 0 ? Adaptive(mosaic) : GradientCorrected(mosaic);
+  }
+  for (std::size_t row = 0; row < (line.last ? 1u : 2u); ++row) {
+    for (std::size_t x = 0; x < line.pixels; ++x) {
+      line.StoreDemosaiced(x, line.demosaiced[(line.index + row) * line.pixels + x], row);
+    }
+  }
+}
+
+void DemosaicToHalf(Line& line, std::size_t sampleBytes) {
+  const TwoLines cells(line, sampleBytes, 2 * line.index, 2 * line.index);
+  for (std::size_t x = 0; x < line.pixels; ++x) {
+    line.StoreDemosaiced(x, cells.Cell(2 * static_cast<std::ptrdiff_t>(x), 1));
+  }
+}
+
 void Demosaic(Line& line, std::size_t sampleBytes) {
+  if (IsHalfSize(line.call)) return DemosaicToHalf(line, sampleBytes);
+  if ((line.call.flags & 0x700) == 0x200 || (line.call.flags & 0x500) == 0x400) {
+    return DemosaicByNeighbours(line, sampleBytes);
+  }
   const auto pixels = static_cast<std::ptrdiff_t>(line.pixels);
   const std::size_t height = line.call.sourceHeight;
   // No cell can be made of one column, or of a single line without one above it.
   if (pixels < 2 || (line.last && (line.index == 0 || height < 2))) return;
 
   const std::size_t top = line.last ? line.index - 1 : line.index;
-  const Mosaic mosaic(line, sampleBytes, top);
+  const TwoLines mosaic(line, sampleBytes, top, line.index);
   const bool border = line.index == 0 || line.index + 2 == height || line.index + 1 == height;
   const bool bilinear = (line.call.flags & 0x100) != 0 && !line.last && !border;
   const std::ptrdiff_t lastInterior = bilinear ? (pixels - 2) / 2 * 2 : 0;
@@ -80,7 +118,7 @@ void Demosaic(Line& line, std::size_t sampleBytes) {
       } else {
         color = mosaic.Cell(x - 1);
       }
-      line.StoreFiltered(static_cast<std::size_t>(x), color, row);
+      line.StoreDemosaiced(static_cast<std::size_t>(x), color, row);
     }
   }
 }

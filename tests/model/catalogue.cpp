@@ -279,12 +279,16 @@ Route RouteOf(Id from, Id to) {
     const Stage reduce = WithWriter(source.reader, kMosaicDestinations.at(kMosaic8));
     return {reduce, RouteOf(kMosaic8, to).first, kMosaic8};
   }
-  Stage unpack = WithWriter(source.reader, {Writer::GRAY, 2, source.reader.depth, 0});
+  return ThroughAllBits({source.reader, WithWriter({}, color)});
+}
+
+Route ThroughAllBits(const Route& route) {
+  Stage unpack = WithWriter(route.first, {Writer::GRAY, 2, route.first.depth, 0});
   unpack.contained = true;
-  Stage demosaic = WithWriter({}, color);
+  Stage demosaic = WithWriter({}, route.second->to);
   demosaic.kernel = Bayer16;
   demosaic.sourceHalfBytes = 4;
-  demosaic.depth = source.reader.depth;
+  demosaic.depth = route.first.depth;
   return {unpack, demosaic, 0};
 }
 

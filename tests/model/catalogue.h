@@ -40,5 +40,7 @@ std::set<Id> AllTypes(Registered registered);
 std::set<Pair> AllPairs(Registered registered);
 const Source& SourceOf(Id from);
 Route RouteOf(Id from, Id to);
+/// The same through rows that have all the bits of the samples, of a mosaic that is unpacked and then demosaiced.
+Route ThroughAllBits(const Route& route);
 
 }  // namespace model

@@ -21,7 +21,12 @@ void Run(const Stage& stage, const Call& call, std::size_t fields, Bytes& source
     }
     return;
   }
-  const std::size_t step = stage.kernel == Bayer8 || stage.kernel == Bayer16 ? 2 : 1;
+  const bool demosaics = stage.kernel == Bayer8 || stage.kernel == Bayer16;
+  if (demosaics && IsHalfSize(call)) {
+    for (std::size_t y = 0; y < call.lines; ++y) line.Convert(y, 2 * y * line.sourceLineSize, y * line.stride);
+    return;
+  }
+  const std::size_t step = demosaics ? 2 : 1;
   for (std::size_t y = 0; y < call.lines; y += step) {
     line.Convert(y, y * line.sourceLineSize, y * line.stride, y + step > call.lines);
   }
@@ -39,7 +44,7 @@ void ConvertThroughRows(const Route& route, const Call& whole, const Call& secon
   read.lines = static_cast<std::uint32_t>((seen.Extent() + line - 1) / line);
   // Samples after the last pixel are left alone where each has bytes and a place of its own.
   if (route.first.sourceHalfBytes % 2 == 0 && route.first.left == 0 && route.first.right == 0) {
-    read.pixelsPerLine = second.pixelsPerLine;
+    read.pixelsPerLine = second.pixelsPerLine * (IsHalfSize(second) ? 2 : 1);
   }
   Bytes rows(zeros);
   Run(route.first, read, whole.sourceHeight / 2 * 2, source, rows);
@@ -64,6 +69,10 @@ void Convert(const Route& route, const Call& call, Bytes& source, Bytes& destina
   second.sourceLine = 0;
   if (route.via == 0) return ConvertThroughRows(route, whole, second, source, destination);
   Run(route.first, whole, whole.lines / 2 * 2, source, intermediate);
+  // All bits of a sample are looked up before 8 are left.
+  if (FiltersFirst(call) && route.second->kernel == Bayer8) {
+    return ConvertThroughRows(ThroughAllBits(route), whole, second, source, destination);
+  }
   Run(*route.second, second, 0, intermediate, destination);
 }
 

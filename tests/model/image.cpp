@@ -49,8 +49,10 @@ Content ConvertImage(const View& source, const View& destination, const Options&
   if (route.first.kernel == CopyLine && !route.second) return Copied(source, destination, options, from, before);
 
   Call call{};
-  call.sourceWidth = call.destinationWidth = call.pixelsPerLine = static_cast<std::uint32_t>(source.width);
-  call.sourceHeight = call.destinationHeight = call.lines = static_cast<std::uint32_t>(source.height);
+  call.sourceWidth = static_cast<std::uint32_t>(source.width);
+  call.sourceHeight = static_cast<std::uint32_t>(source.height);
+  call.destinationWidth = call.pixelsPerLine = static_cast<std::uint32_t>(destination.width);
+  call.destinationHeight = call.lines = static_cast<std::uint32_t>(destination.height);
   call.flags = options.flags;
   call.filter = options.filter;
   call.sourceLine = source.line;
@@ -62,8 +64,9 @@ Content ConvertImage(const View& source, const View& destination, const Options&
   Convert(route, call, in, out, between);
 
   Content after = before;
+  const std::size_t perLine = IsHalfSize(call) ? 2 : 1;
   for (std::size_t index = 0; index < destination.Lines(); ++index) {
-    const std::size_t y = index % destination.height;
+    const std::size_t y = index % destination.height * perLine;
     if (y < options.firstLine || y >= options.firstLine + options.lines) continue;
     std::memcpy(&after[index * destination.line], &out.Content()[index * destination.line],
                 destination.OwnBytes(index));

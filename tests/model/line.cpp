@@ -87,6 +87,18 @@ void Line::StoreFiltered(std::size_t i, Color color, std::size_t row) {
   Store(i, {at(filter->red, color.red), at(filter->green, color.green), at(filter->blue, color.blue)}, Depth(), row);
 }
 
+unsigned Line::MosaicSample(unsigned word, char color) const {
+  if (!FiltersFirst(call)) return Sample(word);
+  const Filter& filter = *call.filter;
+  const FilterChannel& channel = color == 'R' ? filter.red : color == 'G' ? filter.green : filter.blue;
+  const unsigned sample = word >> stage.shift & ((1u << stage.depth) - 1);
+  return channel.At(sample, stage.depth, filter.byMultipliers) >> (stage.depth - Depth());
+}
+
+void Line::StoreDemosaiced(std::size_t i, Color color, std::size_t row) {
+  FiltersFirst(call) ? Store(i, color, Depth(), row) : StoreFiltered(i, color, row);
+}
+
 // An entry i of b bits is multiplier * i + offset, up to white. Other tables are lines between entries, black and white
 // of sample and table at the same places.
 unsigned FilterChannel::At(unsigned sample, unsigned depth, bool byMultiplier) const {

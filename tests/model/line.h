@@ -38,6 +38,12 @@ struct Call {
   std::size_t stride = 0;      ///< the same of the destination, padding included
 };
 
+/// Whether a mosaic becomes an image of half its size: pixels and lines of the call are then the destination's.
+inline bool IsHalfSize(const Call& call) { return (call.flags & 0x10000) != 0; }
+
+/// Whether the samples of a mosaic are filtered, and not the colours that they become.
+inline bool FiltersFirst(const Call& call) { return (call.flags & 0x1000) != 0 && call.filter != nullptr; }
+
 struct Color {
   unsigned red, green, blue;
 };
@@ -100,7 +106,8 @@ class Line {
   const std::size_t stride;
   const bool full;  ///< whether samples keep all their bits
   std::size_t index = 0;
-  bool last = false;  ///< a single line left over of lines that go in pairs
+  bool last = false;              ///< a single line left over of lines that go in pairs
+  std::vector<Color> demosaiced;  ///< all lines, of methods that make them at once
 
   /// Source bytes, counted from the start of the line; a line above has a negative offset.
   const std::uint8_t* Read(std::ptrdiff_t offset, std::size_t count) {
@@ -120,11 +127,16 @@ class Line {
     return (word >> stage.shift & ((1u << stage.depth) - 1)) >> (stage.depth - Depth());
   }
 
+  /// The same of a mosaic, in the table of its colour if samples are filtered first.
+  unsigned MosaicSample(unsigned word, char color) const;
+
   /// Stores pixel i of the destination line `row` lines below, of samples of `Depth()` bits. Pixels past the end of the
   /// line never fall on a pixel of the picture.
   void StoreGray(std::size_t i, unsigned value) { Store(i, {value, value, value}, Depth()); }
   /// The same after the filter's lookup.
   void StoreFiltered(std::size_t i, Color color, std::size_t row = 0);
+  /// The same of colours of a mosaic, whose samples may have been looked up before.
+  void StoreDemosaiced(std::size_t i, Color color, std::size_t row = 0);
 
  private:
   bool IsInPicture(std::size_t offset) const;

@@ -1,0 +1,54 @@
+// Bayer mosaic, half size: each 2 x 2 cell of samples makes a pixel. The mean of the greens is rounded.
+#include "simd/samples.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+template <class Sample>
+struct BayerHalfLayout {
+  static constexpr std::size_t kPixels = 1, kBytes = 2 * sizeof(Sample), kLines = 2, kColumns = 2, kBeyond = 0;
+  static constexpr bool kGray = false;
+
+  template <class Color, class Value, class Mean>
+  static Color CellColor(std::uint32_t cell, const Value (&top)[2], const Value (&bottom)[2], const Mean& mean) {
+    // Cells 0 and 1 begin with green, and 0 and 2 have red in the upper line.
+    const Value green = cell < 2 ? mean(top[0], bottom[1]) : mean(top[1], bottom[0]);
+    const Value upper = cell < 2 ? top[1] : top[0], lower = cell < 2 ? bottom[0] : bottom[1];
+    return cell % 2 == 0 ? Color{upper, green, lower} : Color{lower, green, upper};
+  }
+
+  static void Group(const SourceLines& in, Rgb<Sample>* out) {
+    Sample samples[2][2];
+    for (std::size_t k = 0; k < 4; ++k) samples[k / 2][k % 2] = SampleAt<sizeof(Sample), Sample>(in, k / 2, k % 2);
+    *out = CellColor<Rgb<Sample>>(in.cell, samples[0], samples[1],
+                                  [](Sample a, Sample b) { return static_cast<Sample>((unsigned{a} + b + 1) >> 1); });
+  }
+
+#if LM_LANES
+  // The even and the odd columns of two registers.
+  struct EvenSamples {
+    static constexpr std::size_t At(std::size_t i) { return 2 * i; }
+  };
+  struct OddSamples {
+    static constexpr std::size_t At(std::size_t i) { return 2 * i + 1; }
+  };
+
+  template <class Reader>
+  static RgbLanes<Sample> Block(const Reader& read, Of<Sample>) {
+    using V = Lanes<Sample>;
+    V columns[2][2];
+    for (std::size_t line = 0; line < 2; ++line) {
+      const V window[2] = {V(read(line, 0)), V(read(line, kLanes))};
+      columns[line][0] = Pick<EvenSamples>(window);
+      columns[line][1] = Pick<OddSamples>(window);
+    }
+    return CellColor<RgbLanes<Sample>>(read.in.cell, columns[0], columns[1], [](V a, V b) { return MeanUp(a, b); });
+  }
+#endif
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+LM_DEFINE_DECODER(std::uint8_t, BayerHalf, BayerHalfLayout<std::uint8_t>)
+LM_DEFINE_DECODER(std::uint16_t, BayerHalf, BayerHalfLayout<std::uint16_t>)

@@ -1,0 +1,121 @@
+#pragma once
+
+#include "simd/lanes.h"
+#include "simd/mosaic.h"
+
+// The numbers that parted rows are computed with: registers of them, or single ones where there are no vectors. The
+// text of a kernel is the same for both.
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+#if LM_LANES
+
+template <class Value>
+struct NumbersOf {
+  using Type = I16;
+};
+template <>
+struct NumbersOf<std::int32_t> {
+  using Type = I32;
+};
+template <class Value>
+using Numbers = typename NumbersOf<Value>::Type;
+
+/// How many values are computed at once.
+template <class Value>
+inline constexpr std::size_t kNumbers = kLanes / sizeof(Value);
+
+template <class Value>
+inline Numbers<Value> Read(const Value* from) {
+  Numbers<Value> v;
+  std::memcpy(&v, from, sizeof v);
+  return v;
+}
+
+template <class Vector, class Value>
+inline void Write(Vector v, Value* to) {
+  static_assert(sizeof(v[0]) == sizeof(Value));
+  std::memcpy(to, &v, sizeof v);
+}
+
+template <class Value>
+inline Numbers<Value> ReadWeights(const std::int16_t* from) {
+  if constexpr (sizeof(Value) == 2) {
+    return Read(from);
+  } else {
+    std::int16_t __attribute__((vector_size(kLanes / 2))) half;
+    std::memcpy(&half, from, sizeof half);
+    return __builtin_convertvector(half, I32);
+  }
+}
+
+template <class Vector>
+inline Vector Lesser(Vector a, Vector b) {
+  return a < b ? a : b;
+}
+template <class Vector>
+inline Vector Greater(Vector a, Vector b) {
+  return a > b ? a : b;
+}
+
+/// Where the condition is true 1, else 0.
+template <class Vector>
+inline Vector One(Vector condition) {
+  return -condition;
+}
+template <class Vector>
+inline Vector Choose(Vector condition, Vector a, Vector b) {
+  return condition ? a : b;
+}
+
+/// Stores the samples of even and of odd columns in turn.
+inline void StoreColumns(I16 even, I16 odd, std::uint8_t* to) { Store(U8(U16(even) | U16(odd) << 8), to); }
+inline void StoreColumns(I32 even, I32 odd, std::uint16_t* to) { Store(U16(U32(even) | U32(odd) << 16), to); }
+
+#else
+
+// Sums of vectors stay within their lanes, so that wider numbers come to the same.
+template <class Value>
+using Numbers = std::int32_t;
+template <class Value>
+inline constexpr std::size_t kNumbers = 1;
+
+template <class Value>
+inline std::int32_t Read(const Value* from) {
+  return *from;
+}
+template <class Value>
+inline void Write(std::int32_t v, Value* to) {
+  *to = static_cast<Value>(v);
+}
+template <class Value>
+inline std::int32_t ReadWeights(const std::int16_t* from) {
+  return *from;
+}
+inline std::int32_t Lesser(std::int32_t a, std::int32_t b) { return a < b ? a : b; }
+inline std::int32_t Greater(std::int32_t a, std::int32_t b) { return a > b ? a : b; }
+inline std::int32_t One(bool condition) { return condition ? 1 : 0; }
+inline std::int32_t Choose(bool condition, std::int32_t a, std::int32_t b) { return condition ? a : b; }
+template <class Sample>
+inline void StoreColumns(std::int32_t even, std::int32_t odd, Sample* to) {
+  to[0] = static_cast<Sample>(even);
+  to[1] = static_cast<Sample>(odd);
+}
+
+#endif
+
+/// The values `by` columns right of those of one parity, 0 for even columns and 1 for odd ones. A negative `by` is
+/// left.
+template <class Value>
+inline const Value* Column(const Value* row, std::ptrdiff_t odd, std::ptrdiff_t parity, std::ptrdiff_t by) {
+  const std::ptrdiff_t column = parity + by + 64;  // never negative
+  return row + (column % 2 != 0 ? odd : 0) + column / 2 - 32;
+}
+
+template <class Vector>
+inline Vector Clamp(Vector v, Vector white) {
+  return Greater(Lesser(v, white), Vector{});
+}
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA

@@ -1,0 +1,84 @@
+// Parts a row of a mosaic into its even and its odd columns.
+#include "kernels/bayer/numbers.h"
+
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+// The first `width` of pairs of samples; returns how many were parted.
+template <class Sample>
+std::size_t PartPairs(const std::uint8_t* row, std::size_t width, Number<Sample>* even, Number<Sample>* odd) {
+  std::size_t at = 0;
+#if LM_LANES
+  constexpr std::size_t kStep = kLanes / sizeof(Sample);
+  using Pairs = std::conditional_t<sizeof(Sample) == 1, U16, U32>;
+  constexpr int kBits = 8 * sizeof(Sample);
+  for (; at + kStep <= width; at += kStep) {
+    const auto pairs = Pairs(Load(row + at * sizeof(Sample)));
+    Write(pairs & static_cast<Sample>(~Sample{0}), even + at / 2);
+    Write(pairs >> kBits, odd + at / 2);
+  }
+#else
+  (void)row, (void)width, (void)even, (void)odd;
+#endif
+  return at;
+}
+
+template <class Sample>
+void PartSamples(const std::uint8_t* row, std::size_t width, Number<Sample>* even, Number<Sample>* odd) {
+  for (std::size_t at = PartPairs<Sample>(row, width, even, odd); at < width; ++at) {
+    Sample sample;
+    std::memcpy(&sample, row + at * sizeof sample, sizeof sample);
+    (at % 2 == 0 ? even : odd)[at / 2] = sample;
+  }
+}
+
+template <class In, class Out>
+void LookUpSamples(const std::uint8_t* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd,
+                   Out* out) {
+  const auto at = [row](std::size_t i) {
+    In sample;
+    std::memcpy(&sample, row + i * sizeof sample, sizeof sample);
+    return sample;
+  };
+  std::size_t i = 0;
+  for (; i + 2 <= width; i += 2) {
+    out[i] = static_cast<Out>(even[at(i)]);
+    out[i + 1] = static_cast<Out>(odd[at(i + 1)]);
+  }
+  if (i < width) out[i] = static_cast<Out>(even[at(i)]);
+}
+
+}  // namespace
+
+PartRowKernel<std::uint8_t> PartRow;
+PartRowKernel<std::uint16_t> PartRow;
+void PartRow(const std::uint8_t* row, std::size_t width, std::int16_t* even, std::int16_t* odd) {
+  PartSamples<std::uint8_t>(row, width, even, odd);
+}
+void PartRow(const std::uint8_t* row, std::size_t width, std::int32_t* even, std::int32_t* odd) {
+  PartSamples<std::uint16_t>(row, width, even, odd);
+}
+
+CoarsenKernel Coarsen;
+void Coarsen(const std::int32_t* __restrict numbers, std::size_t count, std::uint32_t shift,
+             std::int16_t* __restrict coarse) {
+  for (std::size_t i = 0; i < count; ++i) coarse[i] = static_cast<std::int16_t>(numbers[i] >> shift);
+}
+
+LookUpRowKernel<std::uint8_t, std::uint8_t> LookUpBytes;
+LookUpRowKernel<std::uint16_t, std::uint8_t> LookUpToBytes;
+LookUpRowKernel<std::uint16_t, std::uint16_t> LookUpWords;
+void LookUpBytes(const std::uint8_t* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd,
+                 std::uint8_t* out) {
+  LookUpSamples<std::uint8_t>(row, width, even, odd, out);
+}
+void LookUpToBytes(const std::uint8_t* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd,
+                   std::uint8_t* out) {
+  LookUpSamples<std::uint16_t>(row, width, even, odd, out);
+}
+void LookUpWords(const std::uint8_t* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd,
+                 std::uint16_t* out) {
+  LookUpSamples<std::uint16_t>(row, width, even, odd, out);
+}
+
+}  // namespace LmImagingLib::LM_ISA

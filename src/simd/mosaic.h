@@ -1,0 +1,80 @@
+#pragma once
+
+#include "simd/strip.h"
+
+// The data that callers and kernels exchange about the rows of a mosaic around a pixel. Rows are parted into their even
+// and their odd columns: all the samples of a half have one colour, and neighbours come in whole registers.
+namespace LmImagingLib {
+
+/// The numbers that samples are computed with: every sum of 8-bit samples fits 16 bits.
+template <class Sample>
+struct NumberOf {
+  using Type = std::int16_t;
+};
+template <>
+struct NumberOf<std::uint16_t> {
+  using Type = std::int32_t;
+};
+template <class Sample>
+using Number = typename NumberOf<Sample>::Type;
+
+/// The rows around one, as far as a method reads them: three above to three below.
+template <class Value>
+struct PartedRows {
+  const Value* row[7];      ///< where the even columns of each begin; row[3] is the one itself
+  std::ptrdiff_t odd;       ///< from there to the odd columns
+  std::ptrdiff_t color;     ///< 0 or 1: the columns of the row that are red or blue
+  std::uint32_t white = 0;  ///< the greatest sample
+};
+
+/// Where the colours of a row go.
+template <class Sample>
+struct RowColors {
+  Sample* line;  ///< the colour that shares the row with green
+  Sample* green;
+  Sample* column;  ///< the colour of the rows above and below
+};
+
+/// Values of every half row that kernels may read and write before its first column and after its last.
+inline constexpr std::size_t kRowMargin = 64;
+/// The columns around a row that are mirrored.
+inline constexpr std::size_t kMirroredColumns = 8;
+
+/// Parts `width` samples of a row. The address may be any.
+template <class Sample>
+using PartRowKernel = void(const std::uint8_t* row, std::size_t width, Number<Sample>* even, Number<Sample>* odd);
+
+/// Shifts `count` numbers right.
+using CoarsenKernel = void(const std::int32_t* numbers, std::size_t count, std::uint32_t shift, std::int16_t* coarse);
+
+/// Makes the colours of `pairs` pairs of columns with the five rows around by linear filters.
+template <class Sample>
+using GradientCorrectedKernel = void(const PartedRows<Number<Sample>>& in, std::size_t pairs,
+                                     const RowColors<Sample>& out);
+
+/// Makes the changes of the second derivatives along the row and along the columns. They replace those of the row five
+/// above in `changes`, and in `sums`, which are of five rows. Both have four parts at distances of `in.odd`: even and
+/// odd columns along the row, and the same along the columns.
+using ChangesKernel = void(const PartedRows<std::int16_t>& in, std::size_t pairs, std::uint32_t shift,
+                           std::int16_t* changes, std::int16_t* sums);
+
+/// Makes the weights of the columns, in quarters: 0 or 4 where the changes of one direction are clearly less.
+using WeightsKernel = void(const std::int16_t* sums, std::ptrdiff_t odd, std::ptrdiff_t color, std::size_t pairs,
+                           std::int16_t* weights);
+
+/// Makes the differences of colour and green at the red or blue pixels of a row.
+template <class Sample>
+using DifferencesKernel = void(const PartedRows<Number<Sample>>& in, const std::int16_t* weights, std::size_t pairs,
+                               Number<Sample>* differences);
+
+/// Makes the colours of `pairs` pairs of columns from a row and the differences of the rows around.
+template <class Sample>
+using AdaptiveKernel = void(const PartedRows<Number<Sample>>& in, const Number<Sample>* const* differences,
+                            std::size_t pairs, const RowColors<Sample>& out);
+
+/// Looks the samples of a row up, even and odd columns in tables of their own. The address may be any.
+template <class In, class Out>
+using LookUpRowKernel = void(const std::uint8_t* row, std::size_t width, const std::uint16_t* even,
+                             const std::uint16_t* odd, Out* out);
+
+}  // namespace LmImagingLib

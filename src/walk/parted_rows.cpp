@@ -1,0 +1,84 @@
+#include "walk/parted_rows.h"
+
+#include <type_traits>
+
+#include "simd/kernel.h"
+
+namespace LmImagingLib {
+
+LM_DECLARE_WIDE_KERNEL(PartRowKernel, PartRow)
+LM_DECLARE_KERNEL(CoarsenKernel, Coarsen)
+
+// Mirrors at both edges repeat with twice the distance between them.
+std::uint32_t Mirrored(std::int64_t row, std::uint32_t count) {
+  const std::int64_t last = std::int64_t{count} - 1;
+  const std::int64_t place = (row % (2 * last) + 2 * last) % (2 * last);
+  return static_cast<std::uint32_t>(place <= last ? place : 2 * last - place);
+}
+
+template <class Sample>
+PartedRowWindow<Sample>::PartedRowWindow(RowWindow<Sample>& rows, const MosaicShape& shape, std::uint32_t first,
+                                         std::uint32_t coarseShift)
+    : mRows(rows),
+      mShape(shape),
+      mNext(first),
+      mCoarseShift(coarseShift),
+      mValues(shape.width, 2 * kRows),
+      mCoarse(shape.width, std::is_same_v<Value, std::int16_t> ? 0 : 2 * kRows) {}
+
+template <class Sample>
+PartedRows<Number<Sample>> PartedRowWindow<Sample>::Around(std::int64_t row, std::int64_t reach) {
+  return RowsAround(row, reach, mValues);
+}
+
+template <class Sample>
+PartedRows<std::int16_t> PartedRowWindow<Sample>::CoarseAround(std::int64_t row, std::int64_t reach) {
+  if constexpr (std::is_same_v<Value, std::int16_t>) {
+    return Around(row, reach);
+  } else {
+    return RowsAround(row, reach, mCoarse);
+  }
+}
+
+template <class Sample>
+template <class Any>
+PartedRows<Any> PartedRowWindow<Sample>::RowsAround(std::int64_t row, std::int64_t reach, HalfRows<Any>& from) {
+  // Cells 0 and 1 begin with green.
+  PartedRows<Any> around{
+      {}, static_cast<std::ptrdiff_t>(from.Stride()), mShape.CellOf(row) < 2 ? 1 : 0, (1U << mShape.depth) - 1};
+  for (std::int64_t by = -reach; by <= reach; ++by) {
+    const std::uint32_t at = Mirrored(row + by, mShape.height);
+    while (mNext <= at) Part(mNext++);
+    around.row[3 + by] = from.At(at % kRows * 2);
+  }
+  return around;
+}
+
+template <class Sample>
+void PartedRowWindow<Sample>::Part(std::uint32_t row) {
+  const std::size_t index = row % kRows * 2;
+  Value* const even = mValues.At(index);
+  Value* const odd = mValues.At(index + 1);
+  const auto column = [&](std::int64_t x) -> Value& {
+    return (x % 2 != 0 ? odd : even)[(x - (x % 2 != 0 ? 1 : 0)) / 2];
+  };
+  kPartRow.template Of<Sample>().Active()(mRows.Row(row), mShape.width, even, odd);
+  for (std::int64_t k = 1; k <= std::int64_t{kMirroredColumns}; ++k) {
+    column(-k) = column(Mirrored(-k, mShape.width));
+    const std::int64_t right = std::int64_t{mShape.width} - 1 + k;
+    column(right) = column(Mirrored(right, mShape.width));
+  }
+  if constexpr (!std::is_same_v<Value, std::int16_t>) {
+    if (mCoarseShift == kNotCoarse) return;
+    const std::size_t count = (mShape.width + 1) / 2 + kMirroredColumns;
+    for (std::size_t half = 0; half < 2; ++half) {
+      const std::size_t before = kMirroredColumns / 2;
+      kCoarsen.Active()(mValues.At(index + half) - before, count, mCoarseShift, mCoarse.At(index + half) - before);
+    }
+  }
+}
+
+template class PartedRowWindow<std::uint8_t>;
+template class PartedRowWindow<std::uint16_t>;
+
+}  // namespace LmImagingLib

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <vector>
+
+#include "simd/mosaic.h"
+#include "walk/row_window.h"
+
+namespace LmImagingLib {
+
+/// Half rows of numbers in one piece of memory, which begins as zeros. Each has a margin on both sides.
+template <class Value>
+class HalfRows {
+ public:
+  /// @param width  columns of a whole row
+  HalfRows(std::size_t width, std::size_t count)
+      : mStride((width + 1) / 2 / kRowMargin * kRowMargin + 3 * kRowMargin), mValues(mStride * count) {}
+
+  /// From a half row to the next.
+  std::size_t Stride() const { return mStride; }
+  /// The first column of a half row.
+  Value* At(std::size_t index) { return mValues.data() + index * mStride + kRowMargin; }
+
+ private:
+  std::size_t mStride;
+  std::vector<Value> mValues;
+};
+
+/// The row inside an image of `count` rows, at least 2, that one outside mirrors about the edge row.
+std::uint32_t Mirrored(std::int64_t row, std::uint32_t count);
+
+/// What there is to know of a mosaic beside its samples.
+struct MosaicShape {
+  std::uint32_t width, height;  ///< at least 2
+  std::uint32_t layoutCell;     ///< the code of the cell at even lines and columns
+  std::uint32_t depth;          ///< significant bits of a sample
+
+  std::uint32_t CellOf(std::int64_t row) const { return layoutCell ^ (row % 2 != 0 ? kCellBelow : 0); }
+};
+
+inline constexpr std::uint32_t kNotCoarse = ~0U;
+
+/// The rows of a mosaic around the lines that are being converted, parted into even and odd columns, and mirrored on
+/// all sides. A row is valid until one 16 below it was asked for.
+template <class Sample>
+class PartedRowWindow {
+ public:
+  using Value = Number<Sample>;
+
+  /// @param rows  to take rows from, which is asked from row `first` on
+  /// @param coarseShift  how far words are shifted right to be coarse; `kNotCoarse` where nobody asks for them
+  PartedRowWindow(RowWindow<Sample>& rows, const MosaicShape& shape, std::uint32_t first, std::uint32_t coarseShift);
+
+  const MosaicShape& Shape() const { return mShape; }
+
+  /// The rows from `reach` above to `reach` below one, which may all be outside of the image.
+  PartedRows<Value> Around(std::int64_t row, std::int64_t reach);
+  /// The same of coarse samples, which have 16 bits with their sign.
+  PartedRows<std::int16_t> CoarseAround(std::int64_t row, std::int64_t reach);
+
+ private:
+  static constexpr std::uint32_t kRows = 16;  // a power of two
+
+  template <class Any>
+  PartedRows<Any> RowsAround(std::int64_t row, std::int64_t reach, HalfRows<Any>& from);
+  void Part(std::uint32_t row);
+
+  RowWindow<Sample>& mRows;
+  const MosaicShape mShape;
+  std::uint32_t mNext;  // the row after the last one that is there
+  const std::uint32_t mCoarseShift;
+  HalfRows<Value> mValues;
+  HalfRows<std::int16_t> mCoarse;  // of bytes none, which are coarse as they are
+};
+
+}  // namespace LmImagingLib
