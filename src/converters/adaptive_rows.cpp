@@ -19,8 +19,10 @@ constexpr std::int64_t kDifferenceReach = 3, kSumReach = 2;
 // and 2 more of changes.
 constexpr std::size_t kPairsBefore = 8;
 
-std::size_t SlotOf(std::int64_t row, std::int64_t count) {
-  return static_cast<std::size_t>((row % count + count) % count);
+// The slot of a row, which may be above the image, in a ring.
+template <std::int64_t kCount>
+std::size_t SlotOf(std::int64_t row) {
+  return static_cast<std::size_t>((row % kCount + kCount) % kCount);
 }
 
 // The rows from as many pairs of columns further left on.
@@ -48,7 +50,7 @@ template <class Sample>
 void AdaptiveRows<Sample>::Make(std::uint32_t line, const RowColors<Sample>& out) {
   while (mNextDifferences <= std::int64_t{line} + kDifferenceReach) MakeDifferences(mNextDifferences++);
   const Value* differences[7];
-  for (std::int64_t k = 0; k < 7; ++k) differences[k] = mDifferences.At(SlotOf(line + k - 3, kDifferenceRows));
+  for (std::int64_t k = 0; k < 7; ++k) differences[k] = mDifferences.At(SlotOf<kDifferenceRows>(line + k - 3));
   kBayerAdaptive.template Of<Sample>().Active()(mRows.Around(line, 0), differences, mPairs, out);
 }
 
@@ -61,14 +63,14 @@ void AdaptiveRows<Sample>::MakeDifferences(std::int64_t row) {
   std::int16_t* const weights = mWeights.At(0) - kPairsBefore;
   kAdaptiveWeights.Active()(sums, static_cast<std::ptrdiff_t>(mChanges.Stride()), rows.color, pairs, weights);
   kAdaptiveDifferences.template Of<Sample>().Active()(WithMargin(rows), weights, pairs,
-                                                      mDifferences.At(SlotOf(row, kDifferenceRows)) - kPairsBefore);
+                                                      mDifferences.At(SlotOf<kDifferenceRows>(row)) - kPairsBefore);
 }
 
 template <class Sample>
 void AdaptiveRows<Sample>::MakeChanges(std::int64_t row) {
   kAdaptiveChanges.Active()(
       WithMargin(mRows.CoarseAround(row, 3)), mPairs + 2 * kPairsBefore, std::min(mRows.Shape().depth, 12U) - 8,
-      mChanges.At(4 * SlotOf(row, kSummedRows)) - kPairsBefore, mChanges.At(4 * kSummedRows) - kPairsBefore);
+      mChanges.At(4 * SlotOf<kSummedRows>(row)) - kPairsBefore, mChanges.At(4 * kSummedRows) - kPairsBefore);
 }
 
 template class AdaptiveRows<std::uint8_t>;

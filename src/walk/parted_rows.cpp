@@ -9,11 +9,11 @@ namespace LmImagingLib {
 LM_DECLARE_WIDE_KERNEL(PartRowKernel, PartRow)
 LM_DECLARE_KERNEL(CoarsenKernel, Coarsen)
 
-// Mirrors at both edges repeat with twice the distance between them.
+// Narrow images are mirrored several times. A division would take as long as a block of pixels.
 std::uint32_t Mirrored(std::int64_t row, std::uint32_t count) {
   const std::int64_t last = std::int64_t{count} - 1;
-  const std::int64_t place = (row % (2 * last) + 2 * last) % (2 * last);
-  return static_cast<std::uint32_t>(place <= last ? place : 2 * last - place);
+  while (row < 0 || row > last) row = row < 0 ? -row : 2 * last - row;
+  return static_cast<std::uint32_t>(row);
 }
 
 template <class Sample>

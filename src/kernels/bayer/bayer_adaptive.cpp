@@ -25,15 +25,46 @@ inline auto Estimate(const At& at) {
   return (near << 3) - near + (at(-3) + at(3)) - (at(0) << 3) - ((at(-2) + at(2)) << 2);
 }
 
-template <class Sample>
-void SubtractGreen(const PartedRows<Number<Sample>>& rows, const std::int16_t* weights, std::size_t pairs,
-                   Number<Sample>* differences) {
-  using Value = Number<Sample>;
+template <std::ptrdiff_t kParity>
+void ReplaceChanges(const PartedRows<std::int16_t>& rows, std::size_t pairs, std::uint32_t shift, std::int16_t* changes,
+                    std::int16_t* sums) {
+  const PartedRows<std::int16_t> in = rows;
+  const auto down = static_cast<std::int16_t>(shift);
+  const auto replace = [&](std::int16_t* sum, std::int16_t* last, Numbers<std::int16_t> change) {
+    change = change >> down;
+    Write(Read(sum) + change - Read(last), sum);
+    Write(change, last);
+  };
+  const std::ptrdiff_t part = kParity * in.odd, across = part + 2 * in.odd;
+  for (std::size_t i = 0; i < pairs; i += kNumbers<std::int16_t>) {
+    const auto inRow = [&](std::ptrdiff_t by) { return Read(Column<kParity>(in.row[3], in.odd, by) + i); };
+    const auto inColumn = [&](std::ptrdiff_t by) { return Read(Column<kParity>(in.row[3 + by], in.odd, 0) + i); };
+    replace(sums + part + i, changes + part + i, Change(inRow));
+    replace(sums + across + i, changes + across + i, Change(inColumn));
+  }
+}
+
+template <std::ptrdiff_t kColor>
+void Weigh(const std::int16_t* sums, std::ptrdiff_t odd, std::size_t pairs, std::int16_t* weights) {
+  for (std::size_t i = 0; i < pairs; i += kNumbers<std::int16_t>) {
+    const auto sum = [&](const std::int16_t* of) {
+      const auto at = [&](std::ptrdiff_t by) { return Read(Column<kColor>(of, odd, by) + i); };
+      return at(-2) + at(-1) + at(0) + at(1) + at(2);
+    };
+    const Numbers<std::int16_t> along = sum(sums), across = sum(sums + 2 * odd);
+    const auto least = Lesser(along, across), most = Greater(along, across);
+    const Numbers<std::int16_t> share = One(least >= most - (most >> 2)) + One(least >= (most >> 1));
+    Write(Choose(along < across, share, 4 - share), weights + i);
+  }
+}
+
+template <std::ptrdiff_t kColor, class Value>
+void SubtractGreen(const PartedRows<Value>& rows, const std::int16_t* weights, std::size_t pairs, Value* differences) {
   const PartedRows<Value> in = rows;
   const auto white = Numbers<Value>{} + static_cast<Value>(in.white);
   for (std::size_t i = 0; i < pairs; i += kNumbers<Value>) {
-    const auto inRow = [&](std::ptrdiff_t by) { return Read(Column(in.row[3], in.odd, in.color, by) + i); };
-    const auto inColumn = [&](std::ptrdiff_t by) { return Read(Column(in.row[3 + by], in.odd, in.color, 0) + i); };
+    const auto inRow = [&](std::ptrdiff_t by) { return Read(Column<kColor>(in.row[3], in.odd, by) + i); };
+    const auto inColumn = [&](std::ptrdiff_t by) { return Read(Column<kColor>(in.row[3 + by], in.odd, 0) + i); };
     const auto own = inRow(0);
     const auto along = Estimate(inRow), across = Estimate(inColumn);
     const auto mean = ((along << 2) + ReadWeights<Value>(weights + i) * (across - along) + 32) >> 6;
@@ -47,33 +78,35 @@ void SubtractGreen(const PartedRows<Number<Sample>>& rows, const std::int16_t* w
   }
 }
 
-template <class Sample>
-void AddDifferences(const PartedRows<Number<Sample>>& rows, const Number<Sample>* const* around, std::size_t pairs,
+template <std::ptrdiff_t kColor, class Value, class Sample>
+void AddDifferences(const PartedRows<Value>& rows, const Value* const* around, std::size_t pairs,
                     const RowColors<Sample>& out) {
-  using Value = Number<Sample>;
-  const std::ptrdiff_t odd = rows.odd, color = rows.color;
+  constexpr std::ptrdiff_t kGreen = 1 - kColor;
+  const std::ptrdiff_t odd = rows.odd;
   const Value* const row = rows.row[3];
   // The rows above and below have their colour in the other columns.
-  const Value* const below[] = {around[0], around[2], around[3], around[4], around[6]};
+  const Value *const above3 = around[0], *const above = around[2], *const here = around[3], *const below = around[4],
+                     *const below3 = around[6];
   const auto white = Numbers<Value>{} + static_cast<Value>(rows.white);
   const RowColors<Sample> to = out;
   for (std::size_t i = 0; i < pairs; i += kNumbers<Value>) {
-    const auto difference = [&](std::size_t k, std::ptrdiff_t parity, std::ptrdiff_t by) {
-      return Read(Column(below[k], 0, parity, by) + i);
+    const auto at = [&](const Value* differences, std::ptrdiff_t by) {
+      return Read(Column<kColor>(differences, 0, by) + i);
     };
-    const auto near = [&](std::ptrdiff_t by) { return difference(1, color, by) + difference(3, color, by); };
-    const auto far = [&](std::ptrdiff_t by) { return difference(0, color, by) + difference(4, color, by); };
-    const auto own = Read(Column(row, odd, color, 0) + i);
-    const auto green = own - difference(2, color, 0);
+    const auto near = [&](std::ptrdiff_t by) { return at(above, by) + at(below, by); };
+    const auto far = [&](std::ptrdiff_t by) { return at(above3, by) + at(below3, by); };
+    const auto own = Read(Column<kColor>(row, odd, 0) + i);
+    const auto green = own - at(here, 0);
     const auto corners = near(-1) + near(1);
     const auto knights = near(-3) + near(3) + far(-1) + far(1);
     const auto other = Clamp(green + ((10 * corners - knights + 16) >> 5), white);
 
-    const std::ptrdiff_t site = 1 - color;
-    const auto between = Read(Column(row, odd, site, 0) + i);
-    const auto line = Clamp(between + ((difference(2, site, -1) + difference(2, site, 1) + 1) >> 1), white);
-    const auto column = Clamp(between + ((difference(1, site, 0) + difference(3, site, 0) + 1) >> 1), white);
-    if (color == 0) {
+    // The green pixel is one column to the right, or to the left.
+    const std::ptrdiff_t by = kGreen - kColor;
+    const auto between = Read(Column<kGreen>(row, odd, 0) + i);
+    const auto line = Clamp(between + ((at(here, by - 1) + at(here, by + 1) + 1) >> 1), white);
+    const auto column = Clamp(between + ((near(by) + 1) >> 1), white);
+    if constexpr (kColor == 0) {
       StoreColumns(own, line, to.line + 2 * i);
       StoreColumns(green, between, to.green + 2 * i);
       StoreColumns(other, column, to.column + 2 * i);
@@ -88,61 +121,38 @@ void AddDifferences(const PartedRows<Number<Sample>>& rows, const Number<Sample>
 }  // namespace
 
 ChangesKernel AdaptiveChanges;
-void AdaptiveChanges(const PartedRows<std::int16_t>& rows, std::size_t pairs, std::uint32_t shift,
-                     std::int16_t* changes, std::int16_t* sums) {
-  const PartedRows<std::int16_t> in = rows;
-  const auto down = static_cast<std::int16_t>(shift);
-  const auto replace = [&](std::size_t at, Numbers<std::int16_t> change) {
-    change = change >> down;
-    Write(Read(sums + at) + change - Read(changes + at), sums + at);
-    Write(change, changes + at);
-  };
-  for (std::ptrdiff_t parity = 0; parity < 2; ++parity) {
-    const std::size_t part = static_cast<std::size_t>(parity * in.odd);
-    for (std::size_t i = 0; i < pairs; i += kNumbers<std::int16_t>) {
-      const auto inRow = [&](std::ptrdiff_t by) { return Read(Column(in.row[3], in.odd, parity, by) + i); };
-      const auto inColumn = [&](std::ptrdiff_t by) { return Read(Column(in.row[3 + by], in.odd, parity, 0) + i); };
-      replace(part + i, Change(inRow));
-      replace(part + i + 2 * static_cast<std::size_t>(in.odd), Change(inColumn));
-    }
-  }
+void AdaptiveChanges(const PartedRows<std::int16_t>& in, std::size_t pairs, std::uint32_t shift, std::int16_t* changes,
+                     std::int16_t* sums) {
+  ReplaceChanges<0>(in, pairs, shift, changes, sums);
+  ReplaceChanges<1>(in, pairs, shift, changes, sums);
 }
 
 WeightsKernel AdaptiveWeights;
 void AdaptiveWeights(const std::int16_t* sums, std::ptrdiff_t odd, std::ptrdiff_t color, std::size_t pairs,
                      std::int16_t* weights) {
-  for (std::size_t i = 0; i < pairs; i += kNumbers<std::int16_t>) {
-    const auto sum = [&](const std::int16_t* of) {
-      const auto at = [&](std::ptrdiff_t by) { return Read(Column(of, odd, color, by) + i); };
-      return at(-2) + at(-1) + at(0) + at(1) + at(2);
-    };
-    const Numbers<std::int16_t> alongRow = sum(sums), alongColumn = sum(sums + 2 * odd);
-    const auto least = Lesser(alongRow, alongColumn), most = Greater(alongRow, alongColumn);
-    const Numbers<std::int16_t> share = One(least >= most - (most >> 2)) + One(least >= (most >> 1));
-    Write(Choose(alongRow < alongColumn, share, 4 - share), weights + i);
-  }
+  color == 0 ? Weigh<0>(sums, odd, pairs, weights) : Weigh<1>(sums, odd, pairs, weights);
 }
 
 DifferencesKernel<std::uint8_t> AdaptiveDifferences;
 DifferencesKernel<std::uint16_t> AdaptiveDifferences;
 void AdaptiveDifferences(const PartedRows<std::int16_t>& in, const std::int16_t* weights, std::size_t pairs,
                          std::int16_t* differences) {
-  SubtractGreen<std::uint8_t>(in, weights, pairs, differences);
+  in.color == 0 ? SubtractGreen<0>(in, weights, pairs, differences) : SubtractGreen<1>(in, weights, pairs, differences);
 }
 void AdaptiveDifferences(const PartedRows<std::int32_t>& in, const std::int16_t* weights, std::size_t pairs,
                          std::int32_t* differences) {
-  SubtractGreen<std::uint16_t>(in, weights, pairs, differences);
+  in.color == 0 ? SubtractGreen<0>(in, weights, pairs, differences) : SubtractGreen<1>(in, weights, pairs, differences);
 }
 
 AdaptiveKernel<std::uint8_t> BayerAdaptive;
 AdaptiveKernel<std::uint16_t> BayerAdaptive;
 void BayerAdaptive(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pairs,
                    const RowColors<std::uint8_t>& out) {
-  AddDifferences(in, differences, pairs, out);
+  in.color == 0 ? AddDifferences<0>(in, differences, pairs, out) : AddDifferences<1>(in, differences, pairs, out);
 }
 void BayerAdaptive(const PartedRows<std::int32_t>& in, const std::int32_t* const* differences, std::size_t pairs,
                    const RowColors<std::uint16_t>& out) {
-  AddDifferences(in, differences, pairs, out);
+  in.color == 0 ? AddDifferences<0>(in, differences, pairs, out) : AddDifferences<1>(in, differences, pairs, out);
 }
 
 }  // namespace LmImagingLib::LM_ISA

@@ -11,39 +11,44 @@ struct Sites {
   Numbers<Value> line, green, column;
 };
 
-// The pixels of one parity of columns; `kColor` says whether they are red or blue.
-template <bool kColor, class Value>
-inline Sites<Value> SitesAt(const PartedRows<Value>& in, std::ptrdiff_t parity, std::size_t i, Numbers<Value> white) {
-  const auto at = [&](std::size_t row, std::ptrdiff_t by) { return Read(Column(in.row[row], in.odd, parity, by) + i); };
+// The pixels of one parity of columns, which are green or not.
+template <std::ptrdiff_t kParity, bool kGreen, class Value>
+inline Sites<Value> SitesAt(const PartedRows<Value>& in, std::size_t i, Numbers<Value> white) {
+  const auto at = [&](std::size_t row, std::ptrdiff_t by) {
+    return Read(Column<kParity>(in.row[row], in.odd, by) + i);
+  };
   const auto scaled = [&](Numbers<Value> sum) { return Clamp((sum + 8) >> 4, white); };
   const auto own = at(3, 0);
   const auto poles = at(2, 0) + at(4, 0), sides = at(3, -1) + at(3, 1);
   const auto corners = at(2, -1) + at(2, 1) + at(4, -1) + at(4, 1);
   const auto farPoles = at(1, 0) + at(5, 0), farSides = at(3, -2) + at(3, 2);
-  if constexpr (kColor) {
-    const auto far = farPoles + farSides;
-    return {own, scaled(8 * own + 4 * (poles + sides) - 2 * far), scaled(12 * own + 4 * corners - 3 * far)};
-  } else {
+  if constexpr (kGreen) {
     const auto same = 10 * own - 2 * corners;
     return {scaled(same + 8 * sides - 2 * farSides + farPoles), own,
             scaled(same + 8 * poles - 2 * farPoles + farSides)};
+  } else {
+    const auto far = farPoles + farSides;
+    return {own, scaled(8 * own + 4 * (poles + sides) - 2 * far), scaled(12 * own + 4 * corners - 3 * far)};
   }
 }
 
-template <class Sample>
-void ConvertByFilters(const PartedRows<Number<Sample>>& rows, std::size_t pairs, const RowColors<Sample>& out) {
-  using Value = Number<Sample>;
+template <std::ptrdiff_t kColor, class Value, class Sample>
+void Filter(const PartedRows<Value>& rows, std::size_t pairs, const RowColors<Sample>& out) {
   const PartedRows<Value> in = rows;
   const auto white = Numbers<Value>{} + static_cast<Value>(in.white);
+  const RowColors<Sample> to = out;
   for (std::size_t i = 0; i < pairs; i += kNumbers<Value>) {
-    const Sites<Value> color = SitesAt<true>(in, in.color, i, white),
-                       green = SitesAt<false>(in, 1 - in.color, i, white);
-    const Sites<Value>& even = in.color == 0 ? color : green;
-    const Sites<Value>& odd = in.color == 0 ? green : color;
-    StoreColumns(even.line, odd.line, out.line + 2 * i);
-    StoreColumns(even.green, odd.green, out.green + 2 * i);
-    StoreColumns(even.column, odd.column, out.column + 2 * i);
+    const auto even = SitesAt<0, kColor != 0>(in, i, white);
+    const auto odd = SitesAt<1, kColor == 0>(in, i, white);
+    StoreColumns(even.line, odd.line, to.line + 2 * i);
+    StoreColumns(even.green, odd.green, to.green + 2 * i);
+    StoreColumns(even.column, odd.column, to.column + 2 * i);
   }
+}
+
+template <class Value, class Sample>
+void FilterRow(const PartedRows<Value>& in, std::size_t pairs, const RowColors<Sample>& out) {
+  in.color == 0 ? Filter<0>(in, pairs, out) : Filter<1>(in, pairs, out);
 }
 
 }  // namespace
@@ -51,11 +56,11 @@ void ConvertByFilters(const PartedRows<Number<Sample>>& rows, std::size_t pairs,
 GradientCorrectedKernel<std::uint8_t> BayerGradientCorrected;
 GradientCorrectedKernel<std::uint16_t> BayerGradientCorrected;
 void BayerGradientCorrected(const PartedRows<std::int16_t>& in, std::size_t pairs, const RowColors<std::uint8_t>& out) {
-  ConvertByFilters(in, pairs, out);
+  FilterRow(in, pairs, out);
 }
 void BayerGradientCorrected(const PartedRows<std::int32_t>& in, std::size_t pairs,
                             const RowColors<std::uint16_t>& out) {
-  ConvertByFilters(in, pairs, out);
+  FilterRow(in, pairs, out);
 }
 
 }  // namespace LmImagingLib::LM_ISA

@@ -106,10 +106,10 @@ inline void StoreColumns(std::int32_t even, std::int32_t odd, Sample* to) {
 
 /// The values `by` columns right of those of one parity, 0 for even columns and 1 for odd ones. A negative `by` is
 /// left.
-template <class Value>
-inline const Value* Column(const Value* row, std::ptrdiff_t odd, std::ptrdiff_t parity, std::ptrdiff_t by) {
-  const std::ptrdiff_t column = parity + by + 64;  // never negative
-  return row + (column % 2 != 0 ? odd : 0) + column / 2 - 32;
+template <std::ptrdiff_t kParity, class Value>
+inline const Value* Column(const Value* row, std::ptrdiff_t odd, std::ptrdiff_t by) {
+  const std::ptrdiff_t column = kParity + by + 64;  // never negative
+  return row + (column % 2 != 0 ? odd : 0) + (column / 2 - 32);
 }
 
 template <class Vector>
