@@ -73,7 +73,7 @@ Picture DecodeBmp(const Bytes& file) {
   }
   const std::uint32_t height = Get32(file, kHeight);
   const bool topDown = height > std::numeric_limits<std::uint32_t>::max() / 2;  // negative
-  Picture picture{{Get32(file, kWidth), topDown ? 0 - height : height}, false, {}};
+  Picture picture{{Get32(file, kWidth), topDown ? 0 - height : height}, false, 8, {}};
   if (!IsAllowed(picture.size)) {
     throw std::runtime_error("it is " + picture.size.Text() + "; allowed: " + AllowedSizes());
   }

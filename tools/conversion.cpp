@@ -1,9 +1,9 @@
 #include "conversion.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
-#include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 
@@ -13,23 +13,34 @@ using namespace LmImagingLib;
 
 namespace {
 
-constexpr PixelTypeID kGray8 = 0x10001;
-constexpr PixelTypeID kMosaic8 = 0x20010;
-constexpr PixelTypeID kBGR24 = 0x420006;
-constexpr PixelTypeID kRGB24 = 0x420002;
+// The types that pictures are made of, by the bits of their samples.
+struct PictureTypes {
+  PixelTypeID gray, mosaic, bgr, rgb;
+};
+constexpr PictureTypes k8Bits{0x10001, 0x20010, 0x420006, 0x420002};
+constexpr PictureTypes k16Bits{0x10005, 0x20020, 0x20A40, 0x20004};
 
-bool IsGray(const PixelTypeID& type) { return (type & kColorSpaceMask) == kColorSpaceGrayscale; }
+const PictureTypes& TypesOf(unsigned bits) { return bits == 16 ? k16Bits : k8Bits; }
+
+// Exchanges red and blue.
+template <class Sample>
+void Swap(Bytes& pixels) {
+  constexpr std::size_t kBytes = sizeof(Sample);
+  for (std::size_t i = 0; i < pixels.size(); i += 3 * kBytes) {
+    std::swap_ranges(&pixels[i], &pixels[i] + kBytes, &pixels[i] + 2 * kBytes);
+  }
+}
 
 }  // namespace
 
-Bytes ConvertFrame(const RawFrame& frame, const PixelTypeID& to, const RGBFilter* filter) {
+Bytes ConvertFrame(const RawFrame& frame, const PixelTypeID& to, const Treatment& treatment) {
   const auto width = static_cast<unsigned long>(frame.size.width);
   const auto height = static_cast<unsigned long>(frame.size.height);
   Bytes converted(RequiredSize(to, width, height).value_or(0));
   ConvertOptions options;
-  options.filter = filter;
+  options.filter = treatment.filter;
   options.flags = frame.flags;
-  options.depth = ConversionDepth::kEightBits;
+  options.depth = treatment.depth;
   const ConversionResult result =
       ConvertImage({frame.type, frame.bytes.data(), frame.bytes.size(), width, height, frame.lineSize},
                    {to, converted.data(), converted.size(), width, height}, options);
@@ -37,25 +48,26 @@ Bytes ConvertFrame(const RawFrame& frame, const PixelTypeID& to, const RGBFilter
   return converted;
 }
 
-Picture ConvertToPicture(const RawFrame& frame, const PixelTypeID& to, const RGBFilter* filter) {
-  const PixelTypeID shown = IsMosaic(to) ? kMosaic8 : IsGray(to) ? kGray8 : kBGR24;
-  if (frame.type != kBGR24 || shown != kBGR24 || filter == nullptr) {
-    return {frame.size, shown != kBGR24, ConvertFrame(frame, shown, filter)};
-  }
+Picture ConvertToPicture(const RawFrame& frame, const PixelTypeID& to, unsigned bits, const Treatment& treatment) {
+  const PictureTypes& types = TypesOf(bits);
+  const PixelTypeID shown = IsMosaic(to) ? types.mosaic : IsGray(to) ? types.gray : types.bgr;
+  Picture picture{frame.size, shown != types.bgr, bits, {}};
   // From a type to itself is a copy, which balances nothing.
-  Picture picture{frame.size, false, ConvertFrame(frame, kRGB24, filter)};
-  for (std::size_t i = 0; i < picture.pixels.size(); i += 3) std::swap(picture.pixels[i], picture.pixels[i + 2]);
+  const bool isCopy = frame.type == types.bgr && shown == types.bgr && treatment.filter != nullptr;
+  picture.pixels = ConvertFrame(frame, isCopy ? types.rgb : shown, treatment);
+  if (isCopy) bits == 16 ? Swap<std::uint16_t>(picture.pixels) : Swap<std::uint8_t>(picture.pixels);
   return picture;
 }
 
-PixelTypeID PictureTypeOf(const PixelTypeID& from) { return IsGray(from) ? kGray8 : kBGR24; }
+PixelTypeID PictureTypeOf(const PixelTypeID& from) { return IsGray(from) ? k8Bits.gray : k8Bits.bgr; }
 
 RawFrame FrameOf(Picture picture) {
-  return {picture.gray ? kGray8 : kBGR24, picture.size, ConversionFlags::kNone, std::move(picture.pixels)};
+  const PictureTypes& types = TypesOf(picture.bits);
+  return {picture.gray ? types.gray : types.bgr, picture.size, ConversionFlags::kNone, std::move(picture.pixels)};
 }
 
 bool IsMosaic(const PixelTypeID& type) { return PixelTypeFactory::FindPixelType(type)->IsBayerPattern(); }
 
-bool HasOneSample(const PixelTypeID& to) { return IsGray(to) || IsMosaic(to); }
+bool IsGray(const PixelTypeID& type) { return (type & kColorSpaceMask) == kColorSpaceGrayscale; }
 
 }  // namespace LmTool

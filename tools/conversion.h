@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelTypeID.h"
 #include "LmImagingLib/RGBFilter.h"
 #include "image.h"
@@ -15,15 +16,20 @@ struct RawFrame {
   std::size_t lineSize = 0;  ///< bytes from line to line; 0 for lines without padding
 };
 
-/// Converts to a type that the frame's type has a converter to; lines without padding.
-/// @param filter  white balance, or null
-/// @throws std::runtime_error that says what the conversion needs
-Bytes ConvertFrame(const RawFrame& frame, const LmImagingLib::PixelTypeID& to, const LmImagingLib::RGBFilter* filter);
+/// What a conversion makes of colours.
+struct Treatment {
+  const LmImagingLib::RGBFilter* filter = nullptr;  ///< white balance, or null
+  LmImagingLib::ConversionDepth depth = LmImagingLib::ConversionDepth::kFull;
+};
 
-/// The picture that a person sees of a conversion to `to`: colour types in colour, gray types and mosaics as the top
-/// 8 bits of their samples.
-Picture ConvertToPicture(const RawFrame& frame, const LmImagingLib::PixelTypeID& to,
-                         const LmImagingLib::RGBFilter* filter);
+/// Converts to a type that the frame's type has a converter to; lines without padding.
+/// @throws std::runtime_error that says what the conversion needs
+Bytes ConvertFrame(const RawFrame& frame, const LmImagingLib::PixelTypeID& to, const Treatment& treatment);
+
+/// The picture that a person sees of a conversion to `to`: colour types in colour, gray types and mosaics in gray.
+/// @param bits  of the picture's samples: the top 8, or 16, to which samples of fewer bits are shifted up
+Picture ConvertToPicture(const RawFrame& frame, const LmImagingLib::PixelTypeID& to, unsigned bits,
+                         const Treatment& treatment);
 
 /// The type that shows a frame best: gray for gray types, else colour.
 LmImagingLib::PixelTypeID PictureTypeOf(const LmImagingLib::PixelTypeID& from);
@@ -34,7 +40,7 @@ RawFrame FrameOf(Picture picture);
 /// Whether pixels of a type are samples of a Bayer mosaic.
 bool IsMosaic(const LmImagingLib::PixelTypeID& type);
 
-/// Whether a conversion to `to` writes one sample a pixel: gray, or a mosaic.
-bool HasOneSample(const LmImagingLib::PixelTypeID& to);
+/// Whether pixels of a type are gray.
+bool IsGray(const LmImagingLib::PixelTypeID& type);
 
 }  // namespace LmTool

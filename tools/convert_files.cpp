@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "LmImagingLib/PixelTypeFactory.h"
+#include "encode/layout.h"
 #include "error.h"
 #include "picture_file.h"
 #include "pixel_type_names.h"
@@ -16,6 +17,8 @@ using namespace LmImagingLib;
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr PixelTypeID kGray = 0x10001;
 
 fs::path Numbered(const fs::path& path, std::size_t number) {
   std::ostringstream name;
@@ -43,18 +46,21 @@ class Output {
         mPicture(PictureFormatOf(mFiles.destination)) {}
 
   void Add(const RawFrame& frame, std::size_t number) {
-    const PixelTypeID to = mConversion.to.value_or(PictureTypeOf(frame.type));
+    const bool isGray = mPicture && IsGrayOnly(*mPicture);
+    const PixelTypeID to = mConversion.to.value_or(isGray ? kGray : PictureTypeOf(frame.type));
     if (!PixelTypeFactory::HasConverter(frame.type, to)) {
       throw ToolError("--to", "there is no converter from " + Label(frame.type) + " to " + Label(to) +
                                   "; allowed: " + ReachedFrom(frame.type));
     }
     if (mPicture) {
-      const Bytes file = Named(
-          mFiles.source, [&] { return EncodePicture(*mPicture, ConvertToPicture(frame, to, mConversion.filter)); });
+      const unsigned bits = BitsOfPicture(frame.type);
+      const Bytes file = Named(mFiles.source, [&] {
+        return EncodePicture(*mPicture, ConvertToPicture(frame, to, bits, mConversion.treatment));
+      });
       WriteFile("DESTINATION", mNumbered ? Numbered(mFiles.destination, number) : mFiles.destination, file);
       return;
     }
-    const Bytes converted = Named(mFiles.source, [&] { return ConvertFrame(frame, to, mConversion.filter); });
+    const Bytes converted = Named(mFiles.source, [&] { return ConvertFrame(frame, to, mConversion.treatment); });
     if (!mRaw) mRaw.emplace("DESTINATION", mFiles.destination);
     mRaw->Write(converted);
   }
@@ -64,6 +70,12 @@ class Output {
   }
 
  private:
+  // What the source and the type that is asked for have more than 8 bits of needs 16.
+  unsigned BitsOfPicture(const PixelTypeID& from) const {
+    const bool isDeep = LayoutOf(from).bits > 8 && (!mConversion.to || LayoutOf(*mConversion.to).bits > 8);
+    return isDeep && HoldsWords(*mPicture) && mConversion.treatment.depth == ConversionDepth::kFull ? 16 : 8;
+  }
+
   FilePair mFiles;
   const Conversion& mConversion;
   bool mNumbered;
@@ -93,7 +105,7 @@ void ConvertFile(const FilePair& files, const Conversion& conversion, Progress& 
 std::size_t CountFrames(const fs::path& source, const Conversion& conversion) {
   if (PictureFormatOf(source)) return 1;
   std::error_code ignored;
-  if (!fs::is_regular_file(source, ignored)) return 0;  // what is taken from a pipe is gone
+  if (IsStandardStream(source) || !fs::is_regular_file(source, ignored)) return 0;  // what is taken from a pipe is gone
   try {
     return RawFile(source, conversion.from, conversion.frames).Count();
   } catch (const ToolError&) {  // told when it is this file's turn

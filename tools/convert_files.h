@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "LmImagingLib/PixelTypeID.h"
-#include "LmImagingLib/RGBFilter.h"
+#include "conversion.h"
 #include "progress.h"
 #include "raw_file.h"
 
@@ -17,7 +17,7 @@ struct Conversion {
   RawFormat from;                               ///< of sources that are no pictures
   std::optional<FrameRange> frames;             ///< of those; nothing where a file is one frame
   std::optional<LmImagingLib::PixelTypeID> to;  ///< nothing for what shows the source best, in a picture
-  const LmImagingLib::RGBFilter* filter;        ///< or null
+  Treatment treatment;
 };
 
 /// A file to read and the one to write.

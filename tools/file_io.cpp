@@ -8,6 +8,13 @@
 
 #include "error.h"
 
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#else
+#include <csignal>
+#endif
+
 namespace LmTool {
 
 namespace {
@@ -17,8 +24,13 @@ namespace fs = std::filesystem;
 constexpr std::size_t kBlock = std::size_t{1} << 16;
 constexpr std::size_t kSeekStep = std::size_t{1} << 30;  // a `long` may have 32 bits
 
+constexpr const char* kRead = "read";
+constexpr const char* kWrite = "write";
+
 [[noreturn]] void Fail(const std::string& argument, const char* verb, const fs::path& path, const std::string& reason) {
-  throw ToolError(argument, std::string("cannot ") + verb + " '" + path.string() + "': " + reason);
+  const std::string stream = std::string("the standard ") + (verb == kRead ? "input" : "output");
+  throw ToolError(argument, std::string("cannot ") + verb + " " +
+                                (IsStandardStream(path) ? stream : "'" + path.string() + "'") + ": " + reason);
 }
 
 std::string LastError() {
@@ -37,19 +49,33 @@ fs::path FollowLinks(fs::path path) {
   return path;
 }
 
+// The stream for frames, whose bytes stay as they are. Who stops reading them makes writing fail, and ends nothing.
+std::FILE* StandardStream(std::FILE* stream) {
+#ifdef _WIN32
+  _setmode(_fileno(stream), _O_BINARY);
+#else
+  if (stream == stdout) std::signal(SIGPIPE, SIG_IGN);
+#endif
+  return stream;
+}
+
 }  // namespace
 
 FileReader::FileReader(std::string argument, fs::path path) : mArgument(std::move(argument)), mPath(std::move(path)) {
+  if (IsStandardStream(mPath)) {
+    mFile.reset(StandardStream(stdin));
+    return;
+  }
   std::error_code ignored;
-  if (fs::is_directory(mPath, ignored)) Fail(mArgument, "read", mPath, "it is a directory");
+  if (fs::is_directory(mPath, ignored)) Fail(mArgument, kRead, mPath, "it is a directory");
   mFile.reset(std::fopen(mPath.string().c_str(), "rb"));
-  if (mFile == nullptr) Fail(mArgument, "read", mPath, LastError());
+  if (mFile == nullptr) Fail(mArgument, kRead, mPath, LastError());
   if (fs::is_regular_file(mPath, ignored)) mSize = static_cast<std::size_t>(fs::file_size(mPath));
 }
 
 std::size_t FileReader::Read(std::uint8_t* to, std::size_t count) {
   const std::size_t done = std::fread(to, 1, count, mFile.get());
-  if (std::ferror(mFile.get()) != 0) Fail(mArgument, "read", mPath, LastError());
+  if (std::ferror(mFile.get()) != 0) Fail(mArgument, kRead, mPath, LastError());
   return done;
 }
 
@@ -78,33 +104,38 @@ void FileReader::Skip(std::size_t count) {
 }
 
 FileWriter::FileWriter(std::string argument, fs::path path) : mArgument(std::move(argument)), mPath(std::move(path)) {
+  if (IsStandardStream(mPath)) {
+    mDevice.reset(StandardStream(stdout));
+    return;
+  }
   std::error_code ignored;
-  if (fs::is_directory(mPath, ignored)) Fail(mArgument, "write", mPath, "it is a directory");
+  if (fs::is_directory(mPath, ignored)) Fail(mArgument, kWrite, mPath, "it is a directory");
   if (fs::exists(mPath, ignored) && !fs::is_regular_file(mPath, ignored)) {  // a device or a pipe keeps its name
     mDevice.reset(std::fopen(mPath.string().c_str(), "wb"));
-    if (mDevice == nullptr) Fail(mArgument, "write", mPath, LastError());
+    if (mDevice == nullptr) Fail(mArgument, kWrite, mPath, LastError());
     return;
   }
   try {
     mTemporary.emplace(FollowLinks(mPath));
   } catch (const std::runtime_error& error) {
-    Fail(mArgument, "write", mPath, error.what());
+    Fail(mArgument, kWrite, mPath, error.what());
   }
 }
 
 void FileWriter::Write(const Bytes& bytes) {
-  if (std::fwrite(bytes.data(), 1, bytes.size(), Stream()) != bytes.size()) {
-    Fail(mArgument, "write", mPath, LastError());
+  const bool written = std::fwrite(bytes.data(), 1, bytes.size(), Stream()) == bytes.size();
+  if (!written || (mDevice != nullptr && std::fflush(Stream()) != 0)) {  // a reader waits for the whole frame
+    Fail(mArgument, kWrite, mPath, LastError());
   }
 }
 
 void FileWriter::Commit() {
-  if (std::fflush(Stream()) != 0) Fail(mArgument, "write", mPath, LastError());
+  if (std::fflush(Stream()) != 0) Fail(mArgument, kWrite, mPath, LastError());
   if (!mTemporary) return;
   try {
     mTemporary->ReplaceTarget();
   } catch (const std::runtime_error& error) {
-    Fail(mArgument, "write", mPath, error.what());
+    Fail(mArgument, kWrite, mPath, error.what());
   }
 }
 

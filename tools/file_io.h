@@ -11,7 +11,11 @@
 
 namespace LmTool {
 
-/// Reads a file from its beginning to its end. Faults are `ToolError`s that name the argument and the file.
+/// Whether a name stands for the standard input or the standard output.
+inline bool IsStandardStream(const std::filesystem::path& path) { return path == "-"; }
+
+/// Reads a file, or the standard input, from its beginning to its end. Faults are `ToolError`s that name the argument
+/// and the file.
 class FileReader {
  public:
   FileReader(std::string argument, std::filesystem::path path);
@@ -34,7 +38,8 @@ class FileReader {
 };
 
 /// Writes a whole file or nothing: the bytes go to a `TemporaryFile`. A symbolic link stays, and the file is the one
-/// that it leads to. Devices and pipes are written at once. Faults are `ToolError`s that name the argument and the
+/// that it leads to. Devices, pipes and the standard
+/// output are written at once. Faults are `ToolError`s that name the argument and the
 /// file.
 class FileWriter {
  public:

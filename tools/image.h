@@ -36,7 +36,12 @@ inline std::string AllowedSizes() {
 struct Picture {
   ImageSize size;
   bool gray;
-  Bytes pixels;  ///< the bytes blue, green, red of each pixel, or one byte if it is gray
+  unsigned bits;  ///< of a sample: 8, or 16 in words with the low byte first
+  Bytes pixels;   ///< the samples blue, green, red of each pixel, or one if it is gray
+
+  std::size_t SampleBytes() const { return bits / 8; }
+  std::size_t Channels() const { return gray ? 1 : 3; }
+  std::size_t RowBytes() const { return size.width * Channels() * SampleBytes(); }
 };
 
 }  // namespace LmTool

@@ -5,6 +5,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "LmImagingLib/Extended.h"
 #include "commands/commands.h"
 #include "temporary_file.h"
 #include "terminal.h"
@@ -12,6 +13,7 @@
 namespace {
 
 int Run(int argc, char** argv) {
+  if (!LmImagingLib::RegisterExtendedFormats().IsOK()) throw std::bad_alloc();
   CLI::App app{
       "Turns raw frames of machine-vision cameras into pictures.\n\n"
       "  lmimaging types                      lists the pixel types it knows\n"

@@ -1,5 +1,7 @@
 #include "named_type.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -15,9 +17,23 @@ using namespace LmImagingLib;
 
 namespace {
 
+bool EqualInAnyCase(const std::string& a, const std::string& b) {
+  const auto equal = [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); };
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), equal);
+}
+
+// A camera's name as it is spelt, and else in any case.
+PFNCResult FindName(const std::string& text) {
+  const PFNCResult exact = FindPFNC(text.c_str());
+  for (std::size_t i = 0; const PFNCFormat* const format = exact ? nullptr : EnumPFNC(i); ++i) {
+    if (EqualInAnyCase(format->name, text)) return {format, nullptr};
+  }
+  return exact;
+}
+
 PFNCResult FindFormat(const std::string& text) {
   const std::optional<std::uint64_t> number = ParseWhole(text);
-  if (!number) return FindPFNC(text.c_str());
+  if (!number) return FindName(text);
   if (*number <= std::numeric_limits<std::uint32_t>::max()) return FindPFNC(static_cast<std::uint32_t>(*number));
   return FindPFNC(nullptr);
 }
@@ -43,11 +59,8 @@ NamedType FindNamedType(const std::string& argument, const std::string& text) {
   const std::optional<PixelTypeID> own = FindOwn(argument, text, fault);
   const PFNCResult camera = FindFormat(text);
   if (!own && !camera) throw ToolError(fault + ", or a PFNC name or code; as one of those, " + camera.reason);
-  if (own && camera && *own != camera.format->type && !ParseWhole(text)) {
-    throw ToolError(argument, "'" + text + "' is the class of " + Label(*own) + ", but cameras mean " +
-                                  Label(camera.format->type) + " by it; allowed: one of these two ids");
-  }
-  if (own) return {*own};
+  // What a camera calls RGB16 is not the class of that name. An id is never a camera's code.
+  if (own && (!camera || ParseWhole(text))) return {*own};
   return {camera.format->type, camera.format->flags};
 }
 

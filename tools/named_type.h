@@ -15,7 +15,7 @@ struct NamedType {
 };
 
 /// The type that a text names: an id, a registered name, a class name, or the name or code of the GenICam Pixel Format
-/// Naming Convention.
+/// Naming Convention. Where a class and a camera's format share a name (RGB16), it is the camera's.
 /// @throws ToolError naming `argument`, with the names closest to the text, or why a camera's format is not supported
 NamedType FindNamedType(const std::string& argument, const std::string& text);
 

@@ -150,6 +150,19 @@ void AddDemosaicOption(CLI::App& command, unsigned long& flags) {
                   "Bayer types: colours from 2x2 cells, or from the neighbours of each pixel (default: block)");
 }
 
+void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth) {
+  const auto parse = [&depth](const std::string& text) {
+    using LmImagingLib::ConversionDepth;
+    if (text != "full" && text != "8") throw ToolError("--depth", "'" + text + "' is unknown; allowed: full|8");
+    depth = text == "8" ? ConversionDepth::kEightBits : ConversionDepth::kFull;
+  };
+  command
+      .add_option_function<std::string>("--depth", parse,
+                                        "Bits of each colour value that are converted: all, or the upper 8; 8 also "
+                                        "makes pictures of 8 bits (default: full)")
+      ->type_name("full|8");
+}
+
 CLI::Option* AddTripleOption(CLI::App& command, const std::string& name, Triple& value, double most,
                              const std::string& description) {
   const auto parse = [name, &value, most](const std::string& text) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelTypeID.h"
 #include "image.h"
 #include "named_type.h"
@@ -46,6 +47,9 @@ void AddLayoutOptions(CLI::App& command, MosaicLayout& mosaic, unsigned long& fl
 
 /// Adds `--demosaic`, which sets a bit of the conversion flags.
 void AddDemosaicOption(CLI::App& command, unsigned long& flags);
+
+/// Adds `--depth full|8`.
+void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth);
 
 /// Red, green and blue.
 struct Triple {

@@ -8,6 +8,8 @@
 #include "error.h"
 #include "file_io.h"
 #include "png_image.h"
+#include "pnm.h"
+#include "tiff_image.h"
 
 namespace LmTool {
 
@@ -17,28 +19,63 @@ struct Codec {
   PictureFormat format;
   const char* ending;
   const char* name;
+  bool holdsWords, isGrayOnly;
   Bytes (*encode)(const Picture& picture);
   Picture (*decode)(const Bytes& file);
 };
-constexpr Codec kCodecs[] = {{PictureFormat::kBmp, ".bmp", "BMP", EncodeBmp, DecodeBmp},
-                             {PictureFormat::kPng, ".png", "PNG", EncodePng, DecodePng}};
+constexpr Codec kCodecs[] = {{PictureFormat::kPng, ".png", "PNG", true, false, EncodePng, DecodePng},
+                             {PictureFormat::kTiff, ".tif", "TIFF", true, false, EncodeTiff, DecodeTiff},
+                             {PictureFormat::kTiff, ".tiff", "TIFF", true, false, EncodeTiff, DecodeTiff},
+                             {PictureFormat::kPgm, ".pgm", "PGM", true, true, EncodePgm, DecodePnm},
+                             {PictureFormat::kPpm, ".ppm", "PPM", true, false, EncodePpm, DecodePnm},
+                             {PictureFormat::kBmp, ".bmp", "BMP", false, false, EncodeBmp, DecodeBmp}};
+
+// Who writes to such a name wants no raw frame in it.
+constexpr const char* kOtherPictures[] = {
+    ".jpg", ".jpeg", ".jpe",  ".jfif", ".jp2",  ".j2k",  ".jxl",  ".webp", ".gif", ".apng", ".exr",
+    ".hdr", ".dng",  ".heic", ".heif", ".avif", ".svg",  ".pdf",  ".eps",  ".ico", ".icns", ".psd",
+    ".tga", ".pcx",  ".pbm",  ".pnm",  ".pam",  ".pfm",  ".fits", ".xcf",  ".cr2", ".nef",  ".arw",
+    ".mp4", ".m4v",  ".mov",  ".avi",  ".mkv",  ".webm", ".mpg",  ".y4m"};
 
 const Codec& CodecOf(PictureFormat format) {
   return *std::find_if(std::begin(kCodecs), std::end(kCodecs), [=](const Codec& c) { return c.format == format; });
 }
 
-constexpr std::size_t kMostFileBytes = kMostPixels * 4 + (std::size_t{1} << 20);  // the largest picture and its headers
+std::string EndingOf(const std::filesystem::path& path) {
+  std::string ending = path.extension().string();
+  std::transform(ending.begin(), ending.end(), ending.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return ending;
+}
+
+constexpr std::size_t kMostFileBytes = kMostPixels * 8 + (std::size_t{1} << 20);  // the largest picture and its headers
 
 }  // namespace
 
 std::optional<PictureFormat> PictureFormatOf(const std::filesystem::path& path) {
-  std::string ending = path.extension().string();
-  std::transform(ending.begin(), ending.end(), ending.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  const std::string ending = EndingOf(path);
   const auto* const codec =
       std::find_if(std::begin(kCodecs), std::end(kCodecs), [&](const Codec& c) { return ending == c.ending; });
   if (codec == std::end(kCodecs)) return std::nullopt;
   return codec->format;
+}
+
+std::string PictureEndings() {
+  std::string endings;
+  for (const Codec& codec : kCodecs) endings += (endings.empty() ? "" : ", ") + std::string(codec.ending);
+  return endings;
+}
+
+bool HoldsWords(PictureFormat format) { return CodecOf(format).holdsWords; }
+
+bool IsGrayOnly(PictureFormat format) { return CodecOf(format).isGrayOnly; }
+
+void CheckEnding(const std::string& argument, const std::filesystem::path& path) {
+  const std::string ending = EndingOf(path);
+  if (std::find(std::begin(kOtherPictures), std::end(kOtherPictures), ending) == std::end(kOtherPictures)) return;
+  throw ToolError(argument, "'" + path.string() + "' ends in " + ending +
+                                ", which is neither a picture of a known kind nor a raw frame; allowed: " +
+                                PictureEndings() + " for pictures, another ending such as .raw for raw frames");
 }
 
 Bytes EncodePicture(PictureFormat format, const Picture& picture) { return CodecOf(format).encode(picture); }

@@ -72,6 +72,9 @@ constexpr NamedClass kClasses[] = {
     {"YUV8_422_GEV", 0x40008},
 };
 
+// Names beside those of classes.
+constexpr NamedClass kAliases[] = {{"RGB565", 0x20001}};
+
 std::string Lower(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
@@ -99,6 +102,9 @@ std::vector<PixelTypeID> TypesNamed(const std::string& text) {
   const auto ofClass =
       std::find_if(all.begin(), all.end(), [&](const PixelTypeID& id) { return Lower(ClassName(id)) == text; });
   if (ofClass != all.end()) found.push_back(*ofClass);
+  for (const NamedClass& alias : kAliases) {
+    if (Lower(alias.name) == text) found.push_back(alias.base);
+  }
   return found;
 }
 

@@ -125,7 +125,7 @@ std::uint16_t GrayOf(const Color16& color) {
 }
 
 Picture ScenePicture(const ImageSize& size, bool gray) {
-  Picture picture{size, false, {}};
+  Picture picture{size, false, 8, {}};
   picture.pixels.reserve(size.Pixels() * 3);
   for (std::size_t y = 0; y < size.height; ++y) {
     for (std::size_t x = 0; x < size.width; ++x) {

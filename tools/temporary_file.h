@@ -7,7 +7,9 @@
 namespace LmTool {
 
 struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
+  void operator()(std::FILE* file) const {
+    if (file != stdin && file != stdout) std::fclose(file);
+  }
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
 

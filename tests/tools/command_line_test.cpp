@@ -22,7 +22,7 @@ TEST_F(CommandLine, BashCompletesCommandsOptionsAndValues) {
   EXPECT_EQ(Completed("co"), "converters convert completion\n");
   EXPECT_EQ(Completed("convert --from BayerRG12"), "BayerRG12 BayerRG12Packed BayerRG12p\n");
   EXPECT_EQ(Completed("info Grayscale8"), "Grayscale8 Grayscale8Signed Grayscale8_DualQuadMultiplexed\n");
-  EXPECT_EQ(Completed("info RGB16"), "RGB16_Planar\n");  // RGB16 itself would be refused
+  EXPECT_EQ(Completed("info RGB16"), "RGB16 RGB16_Planar\n");
   EXPECT_EQ(Completed("convert x.raw --bayer \"\""), "GR GB RG BG\n");
   EXPECT_EQ(Completed("synth --t"), "--type\n");
   EXPECT_EQ(Completed("convert a"), "a frame.raw\n");

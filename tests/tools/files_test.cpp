@@ -8,7 +8,7 @@ class ConvertFiles : public ToolTest {
  protected:
   // Runs `convert` with the bytes of movie.raw coming from a pipe.
   ToolResult ConvertPiped(const std::string& arguments) const {
-    return Shell("cat movie.raw | '" LM_TOOL "' convert /dev/stdin " + arguments);
+    return Shell("cat movie.raw | '" LM_TOOL "' convert - " + arguments);
   }
 };
 using Names = std::vector<std::string>;
@@ -56,6 +56,23 @@ TEST_F(ConvertFiles, FramesOfOneFileAreTakenInTurn) {
   RunSilently("convert movie.raw shots/last.bmp --frames 2" + gray);
   RunSilently("convert shots/last.bmp one.raw --to BGR8");
   EXPECT_EQ(Read("one.raw"), (Bytes{5, 5, 5, 6, 6, 6}));
+}
+
+TEST_F(ConvertFiles, FramesPassThroughPipes) {
+  const std::string rgb = "--from RGB8 --to BGR8 --size 1x1 --frames all";
+  Write("movie.raw", {1, 2, 3, 4, 5, 6});
+  // The second frame comes only after the first one has gone through.
+  const ToolResult result =
+      Shell("mkfifo in out; '" LM_TOOL "' convert - - " + rgb +
+            " < in > out & exec 3> in 4< out; head -c 3 movie.raw >&3; head -c 3 <&4 > first.raw; "
+            "tail -c 3 movie.raw >&3; exec 3>&-; cat <&4 > second.raw");
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(Read("first.raw"), (Bytes{3, 2, 1}));
+  EXPECT_EQ(Read("second.raw"), (Bytes{6, 5, 4}));
+
+  const ToolResult closed =
+      Shell("{ '" LM_TOOL "' convert /dev/zero - " + rgb + "; echo code $? >&2; } | head -c 3 > first.raw");
+  EXPECT_EQ(closed.output, "lmimaging: DESTINATION: cannot write the standard output: Broken pipe\ncode 1\n");
 }
 
 TEST_F(ConvertFiles, EndOfAPipeWithinAFrameLeavesNoFile) {

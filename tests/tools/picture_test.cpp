@@ -68,8 +68,8 @@ TEST_F(Pictures, PngHoldsColoursOrGrays) {
     RunSilently(std::string("convert grays.raw grays.png --size 2x2 --from ") + from + " --to " + from);
     EXPECT_EQ(PixelsOf(Read("grays.png"), true), (Bytes{1, 2, 3, 4})) << from;
   }
-  Write("deep.raw", {0xBC, 0x0A});
-  RunSilently("convert deep.raw deep.png --from Mono12 --size 1x1");  // gray types are gray of themselves
+  Write("deep.raw", {0xBC, 0x0A});  // gray types are gray of themselves
+  RunSilently("convert deep.raw deep.png --from Mono12 --size 1x1 --depth 8");
   EXPECT_EQ(PixelsOf(Read("deep.png"), true), Bytes{0xAB});
 }
 
@@ -82,11 +82,12 @@ TEST_F(Pictures, EveryKindOfPngIsRead) {
   };
   const Case cases[] = {
       {"8-bit gray", {2, 2, 8, 0, {0, 1, 2, 0, 3, 4}, {}}, "Mono8", {1, 2, 3, 4}},
-      {"16-bit gray", {2, 1, 16, 0, {0, 1, 255, 2, 0}, {}}, "Mono8", {1, 2}},
+      {"16-bit gray", {2, 1, 16, 0, {0, 1, 255, 2, 0}, {}}, "Mono16", {255, 1, 0, 2}},
       {"1-bit gray", {3, 1, 1, 0, {0, 0xA0}, {}}, "Mono8", {255, 0, 255}},
       {"gray and alpha", {1, 1, 8, 4, {0, 7, 9}, {}}, "Mono8", {7}},
       {"8-bit colour", {2, 1, 8, 2, {0, 1, 2, 3, 4, 5, 6}, {}}, "RGB8", {1, 2, 3, 4, 5, 6}},
-      {"16-bit colour", {1, 1, 16, 2, {0, 1, 0, 2, 0, 3, 255}, {}}, "RGB8", {1, 2, 3}},
+      {"16-bit colour", {1, 1, 16, 2, {0, 1, 0, 2, 0, 3, 255}, {}}, "RGB16", {0, 1, 0, 2, 255, 3}},
+      {"16-bit colour and alpha", {1, 1, 16, 6, {0, 1, 0, 2, 0, 3, 255, 9, 9}, {}}, "RGB8", {1, 2, 3}},
       {"colour and alpha", {1, 1, 8, 6, {0, 1, 2, 3, 0}, {}}, "RGB8", {1, 2, 3}},
       {"palette", {2, 1, 4, 3, {0, 0x10}, {9, 8, 7, 1, 2, 3}}, "RGB8", {1, 2, 3, 9, 8, 7}},
   };

@@ -9,6 +9,7 @@
 
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "commands/commands.h"
+#include "kept_bits.h"
 #include "options.h"
 #include "pixel_type_names.h"
 
@@ -39,20 +40,41 @@ std::vector<Pair> Select(const Options& options) {
   return pairs;
 }
 
+// Pairs are in the order of their sources.
+template <class Print>
+void ForEach(const std::vector<Pair>& pairs, const Print& print) {
+  std::optional<BitProbe> probe;
+  PixelTypeID from = kAny;
+  for (const Pair& pair : pairs) {
+    if (pair.first != from) probe.emplace(from = pair.first);
+    print(pair, probe->To(pair.second));
+  }
+}
+
 void PrintJson(const std::vector<Pair>& pairs) {
   nlohmann::ordered_json list = nlohmann::ordered_json::array();
   const auto describe = [](const PixelTypeID& id) {
     return nlohmann::ordered_json{
         {"id", id}, {"hex", HexID(id)}, {"name", PixelTypeFactory::GetPixelTypeName(id)}, {"class", ClassName(id)}};
   };
-  for (const auto& [from, to] : pairs) list.push_back({{"from", describe(from)}, {"to", describe(to)}});
+  ForEach(pairs, [&](const Pair& pair, const KeptBits& bits) {
+    list.push_back(
+        {{"from", describe(pair.first)}, {"to", describe(pair.second)}, {"bits", bits.sample}, {"kept", bits.kept}});
+  });
   std::cout << list.dump(2) << '\n';
 }
 
 void PrintTable(const std::vector<Pair>& pairs) {
-  std::cout << std::left << std::setw(76) << "from"
-            << "to\n";
-  for (const auto& [from, to] : pairs) std::cout << std::setw(76) << Label(from) << Label(to) << '\n';
+  std::cout << std::left << std::setw(76) << "from" << std::setw(76) << "to"
+            << "bits lost\n";
+  ForEach(pairs, [](const Pair& pair, const KeptBits& bits) {
+    std::cout << std::setw(76) << Label(pair.first);
+    if (const std::string loss = LossInWords(bits); !loss.empty()) {
+      std::cout << std::setw(76) << Label(pair.second) << loss << '\n';
+    } else {
+      std::cout << Label(pair.second) << '\n';
+    }
+  });
 }
 
 }  // namespace
@@ -63,6 +85,10 @@ void AddConvertersCommand(CLI::App& app) {
   AddTypeOption(*command, "--from", options->from, nullptr, "Only converters from this type");
   AddTypeOption(*command, "--to", options->to, nullptr, "Only converters to this type");
   command->add_flag("--json", options->json, "For programs, as JSON");
+  command->footer(
+      "Bits are those of a sample, of the channel that loses most. They are lost where the destination has no room "
+      "for\n"
+      "them. Colours of YUV are made at 8 bits.");
   command->callback([options] {
     const std::vector<Pair> pairs = Select(*options);
     options->json ? PrintJson(pairs) : PrintTable(pairs);

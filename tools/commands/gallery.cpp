@@ -45,7 +45,7 @@ GalleryCell MakeCell(const PixelTypeID& id, const Picture& colorScene, const Pic
   GalleryCell cell;
   cell.type = id;
   cell.picture = ConvertToPicture(EncodeScene(id, kSize, IsMosaic(id) ? kMosaicFlags : ConversionFlags::kNone),
-                                  kPictureType, nullptr);
+                                  kPictureType, 8, {});
   cell.psnr = Psnr(cell.picture, gray ? grayScene : colorScene);
   cell.layout = LayoutInWords(id);
   cell.bufferBytes = type.GetBufferSizeFor(kSize.width, kSize.height);

@@ -11,6 +11,7 @@
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "commands/commands.h"
 #include "encode/layout.h"
+#include "kept_bits.h"
 #include "layout_drawing.h"
 #include "options.h"
 #include "pixel_type_names.h"
@@ -50,16 +51,23 @@ std::vector<PixelTypeID> SourcesOf(const PixelTypeID& type) {
 
 void PrintJson(const PixelTypeID& id) {
   nlohmann::ordered_json type = DescribeType(id);
+  const BitProbe probe(id);
+  nlohmann::ordered_json kept = nlohmann::ordered_json::array();
+  for (const PixelTypeID to : DestinationsOf(id)) kept.push_back(probe.To(to).kept);
   type["destinations"] = DestinationsOf(id);
+  type["kept"] = kept;
   type["sources"] = SourcesOf(id);
   std::cout << type.dump(2) << '\n';
 }
 
-void PrintTypes(const char* title, const std::vector<PixelTypeID>& types) {
+// What is said of each goes behind it.
+template <class Remark>
+void PrintTypes(const char* title, const std::vector<PixelTypeID>& types, const Remark& remark) {
   std::cout << '\n' << title << '\n';
   for (const PixelTypeID id : types) {
+    const std::string text = remark(id);
     std::cout << "  " << std::left << std::setw(12) << HexID(id) << std::setw(33) << ClassName(id)
-              << PixelTypeFactory::GetPixelTypeName(id) << '\n';
+              << PixelTypeFactory::GetPixelTypeName(id) << (text.empty() ? "" : ", " + text) << '\n';
   }
 }
 
@@ -103,8 +111,10 @@ void PrintText(const PixelTypeID& id) {
   if (const std::string order = Readout(id); !order.empty()) {
     std::cout << "\nThe pixels of a line of eight come in the order" << order << ".\n";
   }
-  PrintTypes("Converts to", DestinationsOf(id));
-  PrintTypes("Is converted from", SourcesOf(id));
+  const BitProbe probe(id);
+  PrintTypes("Converts to", DestinationsOf(id), [&](const PixelTypeID& to) { return LossInWords(probe.To(to)); });
+  PrintTypes("Is converted from", SourcesOf(id),
+             [&](const PixelTypeID& from) { return LossInWords(BitProbe(from).To(id)); });
 }
 
 }  // namespace
@@ -122,7 +132,8 @@ void AddInfoCommand(CLI::App& app) {
       "the letter counts the pixels that are stored together; then follow the bits of the sample, 0 for the lowest.\n"
       "Bits with a dash are not used. `bits` are the significant ones of a pixel, of wide RGB types of a sample; "
       "`bytes`\n"
-      "are those of a pixel, of packed types nominal.");
+      "are those of a pixel, of packed types nominal. Behind a type to convert to or from are the bits that are kept,\n"
+      "where some are lost.");
   command->callback([options] { options->json ? PrintJson(options->type) : PrintText(options->type); });
 }
 

@@ -4,6 +4,7 @@
 
 #include "commands/commands.h"
 #include "encode/encode_scene.h"
+#include "encode/layout.h"
 #include "error.h"
 #include "file_io.h"
 #include "options.h"
@@ -23,14 +24,19 @@ struct Options {
 };
 
 void Run(const Options& options) {
+  CheckEnding("DESTINATION", options.destination);
   const std::optional<PictureFormat> picture = PictureFormatOf(options.destination);
   if (!picture && options.typeOption->empty()) {
-    throw ToolError("--type", "is missing; only a picture, whose name ends in .png or .bmp, goes without it");
+    throw ToolError("--type", "is missing; only a picture goes without it, whose name ends in " + PictureEndings());
   }
   const RawFrame frame = EncodeScene(options.type, options.size, options.flags | options.mosaic.Flag());
-  WriteFile(
-      "DESTINATION", options.destination,
-      picture ? EncodePicture(*picture, ConvertToPicture(frame, PictureTypeOf(frame.type), nullptr)) : frame.bytes);
+  if (!picture) {
+    WriteFile("DESTINATION", options.destination, frame.bytes);
+    return;
+  }
+  const LmImagingLib::PixelTypeID shown = IsGrayOnly(*picture) ? 0x10001 : PictureTypeOf(frame.type);
+  const unsigned bits = HoldsWords(*picture) && LayoutOf(frame.type).bits > 8 ? 16 : 8;
+  WriteFile("DESTINATION", options.destination, EncodePicture(*picture, ConvertToPicture(frame, shown, bits, {})));
 }
 
 }  // namespace
@@ -40,7 +46,8 @@ void AddSynthCommand(CLI::App& app) {
   const auto options = std::make_shared<Options>();
   command
       ->add_option("DESTINATION", options->destination,
-                   "The file to write: a picture if its name ends in .png or .bmp, else a raw frame")
+                   "The file to write: a picture if its name ends in " + PictureEndings() +
+                       ", else a raw frame; - is the standard output")
       ->required()
       ->type_name("FILE");
   options->typeOption = AddTypeOption(*command, "--type", options->type, &options->mosaic,

@@ -34,7 +34,7 @@ using LineEncoder = void(const Line& line, const SampleFormat& format, std::uint
 
 LineEncoder EncodeGray8, EncodeGray8Signed, EncodeGray16, EncodeGrayPacked, EncodeGrayPackedGEV;
 LineEncoder EncodeRGB16, EncodeRGB24, EncodeBGR24, EncodeRGB32, EncodeBGR32;
-LineEncoder EncodeRGB48, EncodeBGR48, EncodeRGB64, EncodeRGBPlanar8, EncodeRGBPlanar16;
+LineEncoder EncodeRGB48, EncodeBGR48, EncodeRGB64, EncodeBGR64, EncodeRGBPlanar8, EncodeRGBPlanar16;
 LineEncoder EncodeBGR10PackedV1, EncodeBGR10PackedV2, EncodeRGB12PackedV1;
 LineEncoder EncodeYUV8, EncodeYUV8_422_GEV, EncodeYUV10, EncodeYUV8_444, EncodeYUV8_444_GEV, EncodeYCrCb,
     EncodeYUV8_411;

@@ -22,6 +22,7 @@ constexpr const char* kRGBxBytes = "bytes R G B and one unused";
 constexpr const char* kRGBWords = "16-bit words R G B";
 constexpr const char* kBGRWords = "16-bit words B G R";
 constexpr const char* kRGBxWords = "16-bit words R G B and one unused";
+constexpr const char* kBGRxWords = "16-bit words B G R and one unused";
 constexpr const char* kPlanarBytes = "planes R, G, B of one byte a pixel";
 constexpr const char* kPlanarWords = "planes R, G, B of one 16-bit word a pixel";
 constexpr const char* kQuad = ", four zones in turn, those of the right half backwards";
@@ -72,9 +73,11 @@ constexpr Layout kLayouts[] = {
     {0x20004, 16, EncodeRGB48, kRGBWords},
     {0x20042, 10, EncodeBGR48, kBGRWords},
     {0x20043, 12, EncodeBGR48, kBGRWords},
+    {0x20A40, 16, EncodeBGR48, kBGRWords},
     {0x20009, 10, EncodeRGB64, kRGBxWords},
     {0x2000D, 12, EncodeRGB64, kRGBxWords},
     {0x20005, 16, EncodeRGB64, kRGBxWords},
+    {0x20A41, 16, EncodeBGR64, kBGRxWords},
     {0x20044, 10, EncodeBGR10PackedV1, "four bytes: low bits of all, top 8 bits of B, G, R"},
     {0x20045, 10, EncodeBGR10PackedV2, "one 32-bit word: B in bits 9-0, G in 19-10, R in 29-20"},
     {0x20046, 12, EncodeRGB12PackedV1,

@@ -29,4 +29,8 @@ void EncodeRGB64(const Line& line, const SampleFormat& format, std::uint8_t* out
   EncodePixels(line, format, 4, 0, 2, out);
 }
 
+void EncodeBGR64(const Line& line, const SampleFormat& format, std::uint8_t* out) {
+  EncodePixels(line, format, 4, 2, 0, out);
+}
+
 }  // namespace LmTool

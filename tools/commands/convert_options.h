@@ -1,0 +1,45 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "LmImagingLib/RGBFilter.h"
+#include "convert_files.h"
+#include "options.h"
+
+namespace LmTool {
+
+/// The arguments of `convert`.
+struct ConvertArguments {
+  std::vector<std::string> files;
+  std::string directory;
+  std::string ending = "png";
+  LmImagingLib::PixelTypeID from = 0x420006;  // that of pictures in colour
+  LmImagingLib::PixelTypeID to = 0;
+  ImageSize size;
+  std::size_t lineSize = 0;
+  std::optional<FrameRange> frames;
+  MosaicLayout mosaic;
+  unsigned long flags = 0;
+  Triple gain{1, 1, 1};
+  Triple offset{0, 0, 0};
+  LmImagingLib::ConversionDepth depth = LmImagingLib::ConversionDepth::kFull;
+  CLI::App* command = nullptr;
+
+  bool Given(const char* option) const { return command->count(option) != 0; }
+};
+
+/// The sources with what each is to become.
+/// @throws ToolError
+std::vector<FilePair> FilePairsOf(const ConvertArguments& arguments);
+
+/// Refuses arguments that do not fit each other.
+/// @throws ToolError
+void CheckArguments(const ConvertArguments& arguments, const std::vector<FilePair>& pairs);
+
+/// The tables that the conversion looks colours up in; nothing where they change nothing.
+std::optional<LmImagingLib::RGBFilter> WhiteBalanceOf(const ConvertArguments& arguments, bool toPicture);
+
+}  // namespace LmTool
