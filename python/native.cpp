@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <new>
 #include <optional>
 #include <string>
 #include <thread>
@@ -15,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "LmImagingLib/Extended.h"
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/LmImagingLib.h"
 #include "LmImagingLib/PFNC.h"
@@ -132,7 +134,7 @@ using Balance = std::pair<std::array<double, 3>, std::array<unsigned short, 3>>;
 void Convert(const PixelTypeID& from, const py::buffer& source, std::size_t sourceLineSize, const PixelTypeID& to,
              const py::buffer& destination, std::size_t destinationLineSize, unsigned long width, unsigned long height,
              unsigned long flags, const std::pair<unsigned long, unsigned long>& lines,
-             const std::optional<Balance>& balance) {
+             const std::optional<Balance>& balance, bool fullDepth) {
   // Requested buffers keep their memory until they are given back.
   const py::buffer_info in = source.request();
   const py::buffer_info out = destination.request(true);
@@ -144,13 +146,13 @@ void Convert(const PixelTypeID& from, const py::buffer& source, std::size_t sour
     std::optional<RGBFilter> filter;
     if (balance) {
       const auto& [gains, offset] = *balance;
-      filter.emplace(8);
+      filter.emplace(8);  // offsets are in 8-bit steps; conversions derive tables of other depths
       filter->SetMultipliers(gains[0], gains[1], gains[2], offset[0], offset[1], offset[2]);
     }
     ConvertOptions options;
     options.filter = filter ? &*filter : nullptr;
     options.flags = flags;
-    options.depth = ConversionDepth::kEightBits;
+    options.depth = fullDepth ? ConversionDepth::kFull : ConversionDepth::kEightBits;
     std::tie(options.firstLine, options.lines) = lines;
     converted = ConvertImage(sourceView, destinationView, options);
   });
@@ -160,6 +162,7 @@ void Convert(const PixelTypeID& from, const py::buffer& source, std::size_t sour
 }  // namespace
 
 PYBIND11_MODULE(_native, module) {
+  if (!RegisterExtendedFormats().IsOK()) throw std::bad_alloc();
   module.def("type_ids", &LmTool::RegisteredTypes);
   module.def("describe", &Describe);
   module.def("find_number", &FindNumber);

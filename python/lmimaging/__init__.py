@@ -1,6 +1,7 @@
 """Pixel formats of machine-vision cameras, as NumPy arrays.
 
     >>> import lmimaging
+    >>> deep = lmimaging.convert(frame, "BayerRG12p", "RGB16", size=(1920, 1080), demosaic="bilinear")
     >>> rgb = lmimaging.convert(frame, "BayerRG10", "RGB8", gains=(1.6, 1.0, 1.09), demosaic="bilinear")
 
 `convert` takes frames from anything that has a buffer and answers with NumPy arrays; `types` and `converters` list
@@ -8,8 +9,8 @@ what there is to convert.
 
 A pixel type is named by a `PixelType`, an id (0x20011), a registered name ("Bayer RGB10-bits"), a class name
 ("BayerRGB10"), or the name or code of the GenICam Pixel Format Naming Convention ("BayerRG10", 0x0110000D), which is
-what a camera's PixelFormat feature holds. PFNC names are spelt exactly, others in any case. "RGB16" is refused: cameras
-mean another type by it than the class of that name.
+what a camera's PixelFormat feature holds. Where a camera's name and a class share one ("RGB16"), the camera's wins:
+"RGB16" is 3 x 16 bits (0x20004); the 5-6-5 type is "RGB565", its registered name, or its id.
 """
 
 from .conversion import convert

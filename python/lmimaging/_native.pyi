@@ -23,4 +23,5 @@ def convert(
     flags: int,
     lines: tuple[int, int],
     balance: Optional[tuple[tuple[float, ...], tuple[int, ...]]],
+    full_depth: bool,
 ) -> None: ...

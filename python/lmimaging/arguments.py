@@ -22,6 +22,25 @@ def choice(argument: str, value: Any, choices: dict[str, int]) -> int:
     return choices[value]
 
 
+def choice_for(
+    argument: str, value: Any, choices: dict[str, int], source: PixelType, applies: bool, kind: str
+) -> int:
+    """The same for a choice that only some sources have; None leaves it to the conversion."""
+    if value is None:
+        return 0
+    flag = choice(argument, value, choices)
+    if not applies:
+        raise ValueError(f"{argument}: {value!r} is given, but {source} is not {kind}; allowed: None")
+    return flag
+
+
+def full_depth(depth: Any) -> bool:
+    """Whether all bits are converted."""
+    if depth is not None and (isinstance(depth, bool) or depth != 8):
+        raise ValueError(f"depth: {shown(depth)} is unknown; allowed: 8, or None for all bits")
+    return depth is None
+
+
 def layout_flag(
     source: PixelType, destination: PixelType, bayer: Optional[str], named: Optional[str], wanted: Optional[str]
 ) -> int:

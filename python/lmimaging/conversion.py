@@ -6,10 +6,13 @@ import operator
 from typing import Any, Optional, Sequence
 
 from . import _native
-from .arguments import choice, layout_flag, line_range, triple
+from .arguments import choice_for, full_depth, layout_flag, line_range, triple
 from .images import destination_image, source_image
 from .messages import shown
 from .pixel_types import TypeLike, converters, resolve
+
+_DEMOSAICS = {"block": 0, "bilinear": _native.BILINEAR}
+_FIELD_ORDERS = {"top": 0, "bottom": _native.FIELD_ORDER}
 
 
 def convert(
@@ -22,8 +25,9 @@ def convert(
     gains: Optional[Sequence[float]] = None,
     offset: Optional[Sequence[int]] = None,
     bayer: Optional[str] = None,
-    demosaic: str = "block",
-    field_order: str = "top",
+    demosaic: Optional[str] = None,
+    field_order: Optional[str] = None,
+    depth: Optional[int] = None,
     lines: Optional[tuple[int, int]] = None,
     out: Any = None,
 ) -> Any:
@@ -31,7 +35,11 @@ def convert(
 
     The interpreter lock is released meanwhile, so threads convert side by side.
 
-    :param source: a NumPy array, or any other object with a buffer (bytes, bytearray, memoryview, mmap, ctypes array).
+    No bit is lost that the destination has room for: values of fewer bits are shifted up, so that white is white, and
+    those of more bits are cut.
+
+    :param source: a NumPy array, an object of the array interface such as a PIL image, or any other object with a
+        buffer (bytes, bytearray, memoryview, mmap, ctypes array).
         An array of the shape and dtype of the type tells its own size: (height, width) for one sample a pixel, uint8
         up to 8 bits and uint16 above; (height, width, samples) for several; (planes, height, width) for planar types.
         Anything else is taken as bytes, in one dimension or in rows, and needs ``size``. Rows may be padded or belong
@@ -45,8 +53,11 @@ def convert(
     :param offset: added to red, green and blue after the gains, each 0 to 255
     :param bayer: colours of the first two pixels of a mosaic's top row, "GR", "RG", "GB" or "BG". Must be given to
         make colours of a mosaic, unless ``from_`` is a PFNC name or code, which tells it.
-    :param demosaic: "block" makes four equal pixels of a 2 x 2 cell, "bilinear" looks at each pixel's neighbours
-    :param field_order: which field comes first in the buffer of an interlaced type, "top" or "bottom"
+    :param demosaic: of a mosaic: "block" makes four equal pixels of a 2 x 2 cell, which is the default; "bilinear"
+        looks at each pixel's neighbours
+    :param field_order: which field comes first in the buffer of an interlaced type, "top" (the default) or "bottom"
+    :param depth: 8 converts the upper 8 bits of each colour value alone, which are the low bits of a deeper
+        destination then; None converts all bits
     :param lines: (first, count) of the lines to convert into ``out``, which keeps its others; by default all. So
         threads share a frame.
     :param out: where to write: an array of the result's shape and dtype whose pixels lie side by side in each row, or
@@ -64,8 +75,8 @@ def convert(
         raise ValueError(f"to: {source_type} does not convert to {destination_type}; allowed: {reached}")
     flags = (
         layout_flag(source_type, destination_type, bayer, named_layout, wanted_layout)
-        | choice("demosaic", demosaic, {"block": 0, "bilinear": _native.BILINEAR})
-        | choice("field_order", field_order, {"top": 0, "bottom": _native.FIELD_ORDER})
+        | choice_for("demosaic", demosaic, _DEMOSAICS, source_type, source_type.bayer, "a mosaic")
+        | choice_for("field_order", field_order, _FIELD_ORDERS, source_type, source_type.interlaced, "interlaced")
     )
     balance = None
     if gains is not None or offset is not None:
@@ -86,5 +97,6 @@ def convert(
         flags,
         line_range(lines, image.height),
         balance,
+        full_depth(depth),
     )
     return result.array if out is None else out

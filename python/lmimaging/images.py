@@ -26,7 +26,7 @@ class Image(NamedTuple):
 
 def source_image(source: Any, type: PixelType, size: Any, line_size: Optional[int]) -> Image:
     """The image that a source holds, copied only if its pixels lie apart."""
-    array = _array_over("source", source)
+    array = _source_array(source)
     if array.size == 0:
         raise ValueError(f"source: {_described(array)} is empty; allowed: 1 pixel or more")
     wanted = None if size is None else image_size(size)
@@ -78,6 +78,13 @@ def destination_image(out: Any, type: PixelType, width: int, height: int) -> Ima
         return Image(array, width, height, 0)
     shape = f"shape {layout.shape(width, height)} of {layout.dtype}, or " if layout else ""
     raise ValueError(f"out: {_described(array)} does not fit; allowed: {shape}one dimension of bytes")
+
+
+def _source_array(source: Any) -> np.ndarray:
+    """A source as an array; that of an image, such as PIL's, may be a copy that the image makes."""
+    if hasattr(source, "__array_interface__"):
+        return np.asarray(source)
+    return _array_over("source", source)
 
 
 def _array_over(argument: str, buffer: Any) -> np.ndarray:

@@ -8,7 +8,7 @@ import numpy as np
 
 from .pixel_types import PixelType
 
-# Samples of a pixel: their dtype and how many there are. A format that is not here shares bytes between pixels.
+# Samples of a pixel: their dtype and how many there are, by the name of a class, or of a type that has none. A format that is not here shares bytes between pixels.
 _SAMPLES = {
     name: (np.dtype(dtype), count)
     for dtype, count, names in [
@@ -20,8 +20,8 @@ _SAMPLES = {
         ("<u2", 1, "Grayscale10 Grayscale12 Grayscale14 Grayscale16 Grayscale10_DualQuadMultiplexed RGB16"),
         ("<u2", 1, "BayerRGB10 BayerRGB12 BayerRGB14 BayerRGB16"),
         ("<u2", 2, "YUV10"),
-        ("<u2", 3, "RGB48 RGB48_10Bits RGB48_12Bits BGR48_10Bits BGR48_12Bits"),
-        ("<u2", 4, "RGB64 RGB64_10Bits RGB64_12Bits"),
+        ("<u2", 3, "RGB48 RGB48_10Bits RGB48_12Bits BGR48_10Bits BGR48_12Bits BGR48"),
+        ("<u2", 4, "RGB64 RGB64_10Bits RGB64_12Bits BGR64"),
         ("<u4", 1, "BGR10PackedV1 BGR10PackedV2"),
     ]
     for name in names.split()
@@ -69,7 +69,7 @@ class Layout(NamedTuple):
 
 def layout_of(type: PixelType) -> Optional[Layout]:
     """None for formats whose pixels share bytes."""
-    dtype, samples = _SAMPLES.get(type.class_name, (None, 0))
+    dtype, samples = _SAMPLES.get(type.class_name or type.name, (None, 0))
     if dtype is None or (type.packed and samples == 1):
         return None
     return Layout(dtype, samples, type.planar)

@@ -47,8 +47,8 @@ def test_names_ids_and_codes_name_the_same_type(random):
 def test_no_code_is_the_id_of_another_type(all_types):
     for type in all_types.values():
         for name in type.pfnc:
-            if name != "RGB16":
-                assert lmimaging.converters(name)[0][0] == type, name
+            assert lmimaging.converters(name)[0][0] == type, name
+    assert lmimaging.converters("rgb16")[0][0].id == 0x20004 and lmimaging.converters("RGB565")[0][0].id == 0x20001
 
 
 @pytest.mark.parametrize(
@@ -66,6 +66,7 @@ def test_no_code_is_the_id_of_another_type(all_types):
         ("BGRa8", "u1", (4,)),
         ("BGR12", "<u2", (3,)),
         ("RGBa16", "<u2", (4,)),
+        (0x20A40, "<u2", (3,)),
     ],
 )
 def test_arrays_hold_samples(name, dtype, samples):
@@ -101,7 +102,7 @@ WRONG = [
     (ValueError, (bytes(48), 0x0220001C, "Mono8"), {"size": (6, 4)}, "from_: .*0x220001C; .*red.*allowed"),
     (TypeError, (GRAY10, 1.5, "Mono8"), {}, "from_: 1.5 is a float; allowed"),
     (TypeError, (GRAY10, None, "Mono8"), {}, "from_: None"),
-    (ValueError, (RGB, "RGB8", "Mono8"), {}, r"RGB24-bits, Packed.*0x10001.*allowed.*0x420006"),
+    (ValueError, (RGB, "RGB8", "YUV8"), {}, r"RGB24-bits, Packed.*0x40001.*allowed.*0x420006"),
     (ValueError, (bytes(48), "Mono10", "Mono8"), {}, "size: is missing"),
     (ValueError, (GRAY10, "Mono10", "Mono8"), {"size": (4, 6)}, r"size: \(4, 6\).*6 x 4"),
     (ValueError, (bytes(48), "Mono10", "Mono8"), {"size": (0, 4)}, r"size: \(0, 4\).*allowed"),
@@ -133,7 +134,10 @@ WRONG = [
     (TypeError, (GRAY10, "Mono10", "Mono8"), {"lines": 2, "out": bytearray(24)}, "lines: 2"),
     (ValueError, (GRAY10[:1], "BayerRG10", "RGB8"), {}, "Bayer|mosaic|cell"),
     (ValueError, (GRAY10, "BayerRG10", "RGB8"), {"demosaic": "best"}, "demosaic: 'best'.*'bilinear'"),
-    (ValueError, (GRAY10, "Mono10", "RGB8"), {"field_order": "odd"}, "field_order: 'odd'.*'top'"),
+    (ValueError, (GRAY10, "Mono10", "RGB8"), {"demosaic": "block"}, "demosaic: 'block'.*0x10002.*not a mosaic.*None"),
+    (ValueError, (GRAY10, 0x210002, "RGB8"), {"field_order": "odd"}, "field_order: 'odd'.*'top'"),
+    (ValueError, (GRAY10, "Mono10", "RGB8"), {"field_order": "top"}, "field_order: 'top'.*0x10002.*not interlaced"),
+    (ValueError, (GRAY10, "Mono10", "RGB8"), {"depth": 12}, "depth: 12 is unknown; allowed: 8"),
     (ValueError, (RGB, "RGB8", "BGR8"), {"gains": (1, 2)}, r"gains: \(1, 2\).*0 to 1000"),
     (ValueError, (RGB, "RGB8", "BGR8"), {"gains": (1, -1, 1)}, r"gains: \(1, -1, 1\)"),
     (ValueError, (RGB, "RGB8", "BGR8"), {"gains": (1, float("nan"), 1)}, "gains: .*nan"),

@@ -1,6 +1,7 @@
 """Conversions against what NumPy makes of the same frames."""
 
 import numpy as np
+from PIL import Image
 
 import lmimaging
 
@@ -60,4 +61,27 @@ def test_packed_frames_are_bytes(random):
     for name, packed in (("Mono12p", lsb), ("Mono12Packed", gev)):
         for source in (packed.tobytes(), packed.reshape(6, 12), packed.reshape(-1)):
             gray = lmimaging.convert(source, name, "Mono16", size=(8, 6))
-            assert gray.dtype == np.uint16 and (gray == samples >> 4).all(), name
+            assert gray.dtype == np.uint16 and (gray == samples << 4).all(), name
+            assert (lmimaging.convert(source, name, "Mono12", size=(8, 6)) == samples).all(), name
+            low = lmimaging.convert(source, name, "Mono16", size=(8, 6), depth=8)
+            assert (low == samples >> 4).all(), name
+
+
+def test_no_bit_is_lost_that_the_destination_has_room_for(random):
+    white = np.full((2, 2), 4095, np.uint16)
+    assert (lmimaging.convert(white, "Mono12", "Mono16") == 4095 << 4).all()
+    for name, planar in (("RGB16", False), ("RGBa16", False), (0x20A40, False), ("RGB16_Planar", True)):
+        colours = lmimaging.convert(white, "BayerRG12", name)
+        channels = colours[:3] if planar else colours[..., :3]
+        assert colours.dtype == np.uint16 and (channels == 4095 << 4).all(), name
+    frame = random.integers(0, 1024, (64, 64), np.uint16)
+    balanced = lmimaging.convert(frame, "BayerRG12", "RGB16", gains=(4, 1, 4))
+    assert (balanced[::2, ::2, 0] == frame[::2, ::2] << 6).all()
+    assert len(np.unique(balanced[..., 0])) > 512
+
+
+def test_images_of_the_array_interface_are_sources(random):
+    rgb = random.integers(0, 256, (5, 7, 3), np.uint8)
+    assert (lmimaging.convert(Image.fromarray(rgb), "RGB8", "RGB16") == rgb.astype(np.uint16) << 8).all()
+    deep = random.integers(0, 1 << 16, (5, 7), np.uint16)
+    assert (lmimaging.convert(Image.fromarray(deep), "Mono16", "Mono8") == deep >> 8).all()
