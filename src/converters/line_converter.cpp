@@ -134,7 +134,7 @@ void LineConverter::Convert(const Frame& frame, std::uint32_t first, std::uint32
   } else if (LinesJoin(frame, end - first)) {
     lines.ConvertPixels(SourceLineAt(frame, first), DestinationLineAt(frame, first),
                         std::size_t{frame.pixels} * (end - first));
-  } else if (PassesLineEnd(*mSource.format, frame.pixels)) {
+  } else if (HasLastGroup(*mSource.format, frame.pixels)) {
     const LineTail tail(*mSource.format, frame, end);
     ForEachLine(frame, first, end, 1, [&](const FrameLine& line) { lines.ConvertWithTail(line, tail); });
   } else {
@@ -155,18 +155,18 @@ bool LineConverter::LinesJoin(const Frame& frame, std::uint32_t lines) const {
 
 ConversionExtent LineConverter::ExtentOf(const Frame& frame, std::uint32_t lines) const {
   const Format& format = *mSource.format;
-  const bool passesEnd = PassesLineEnd(format, frame.pixels);
+  const bool hasLast = HasLastGroup(format, frame.pixels);
   const LineTail tail(format, frame, lines);
   std::uint32_t pixels = frame.pixels - frame.pixels % format.groupPixels;
   if (mSource.readout.taps == Readout::Taps::kTwo) pixels = frame.pixels / 2 * 2;
-  const std::uint32_t read = passesEnd ? tail.PixelsRead() : pixels;
+  const std::size_t read =
+      hasLast ? tail.BytesRead() : std::size_t{pixels} / format.groupPixels * (format.groupBits / 8);
   ConversionExtent extent;
   ForEachLastLine(frame, lines, [&](std::uint32_t line, std::size_t source, std::size_t destination) {
     if (read == 0) return;
     const std::size_t planes = format.Is(kPlanar) ? 2 * frame.SourcePlane() : 0;
-    extent.source =
-        std::max(extent.source, source + planes + std::size_t{read} / format.groupPixels * (format.groupBits / 8));
-    const std::size_t stored = passesEnd ? tail.BytesStored(line, mWriter) : std::size_t{pixels} * mWriter.pixelBytes;
+    extent.source = std::max(extent.source, source + planes + read);
+    const std::size_t stored = hasLast ? tail.BytesStored(line, mWriter) : std::size_t{pixels} * mWriter.pixelBytes;
     extent.destination =
         std::max(extent.destination, destination + (mWriter.planes - 1) * frame.DestinationPlane() + stored);
   });

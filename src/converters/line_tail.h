@@ -10,10 +10,11 @@
 
 namespace LmImagingLib {
 
-/// The pixels of a line after its whole groups, of a layout whose last group passes the end of the line.
+/// The pixels of a line after its whole groups, of a layout that converts them.
 ///
-/// A contained frame converts the pixels of the line and reads no byte after its samples. Any other one reads the whole
-/// group and stores its pixels after the end of the line, too, but never over a pixel that is converted already.
+/// A contained frame, and one of an exact layout, converts the pixels of the line and reads no byte after its samples.
+/// Any other one reads the whole group and stores its pixels after the end of the line, too, but never over a pixel
+/// that is converted already.
 class LineTail {
  public:
   /// @param end  the line after the last one of the conversion
@@ -21,8 +22,10 @@ class LineTail {
       : mFormat(format),
         mFrame(frame),
         mEnd(end),
+        mIsExact(format.groups == WholeGroups::kExact),
         mPixels(frame.pixels % format.groupPixels),
         mWholePixels(frame.pixels - mPixels),
+        mPresent(mIsExact ? PixelsPresent() : mPixels),
         mOffset(std::size_t{mWholePixels} / format.groupPixels * (format.groupBits / 8)) {}
 
   std::uint32_t WholePixels() const { return mWholePixels; }
@@ -39,8 +42,11 @@ class LineTail {
     return mWholePixels + mFormat.groupPixels;
   }
 
-  /// The pixels of the groups that are read.
-  std::uint32_t PixelsRead() const { return HasNoTail() ? mWholePixels : mWholePixels + mFormat.groupPixels; }
+  /// The bytes of a line that are read.
+  std::size_t BytesRead() const {
+    if (HasNoTail()) return mOffset;
+    return mOffset + (mIsExact ? LastBytes() : mFormat.groupBits / 8);
+  }
   /// The bytes of a line, in its last plane, and after it that are stored.
   std::size_t BytesStored(std::uint32_t line, const Writer& writer) const {
     if (HasNoTail()) return std::size_t{mWholePixels} * writer.pixelBytes;
@@ -53,9 +59,7 @@ class LineTail {
   void Convert(const FrameLine& line, const Writer& writer, TargetLine target, const ConvertGroup& convert) const {
     std::uint8_t group[kMostGroupBytes] = {};
     std::uint8_t converted[3][kMostPlaneBytes];
-    const std::size_t groupBytes = mFormat.groupBits / 8;
-    const std::size_t lineBytes = static_cast<std::size_t>(LineBytesOf(mFormat, mFrame.pixels)) - mOffset;
-    std::memcpy(group, line.source + mOffset, mFrame.contained ? lineBytes : groupBytes);
+    CopyLastGroup(mFormat, mPresent, line.source + mOffset, IsContained() ? LastBytes() : mFormat.groupBits / 8, group);
     target.line = converted[0];
     target.planeSize = kMostPlaneBytes;
     target.streams = false;
@@ -68,15 +72,24 @@ class LineTail {
   }
 
  private:
-  static constexpr std::size_t kMostGroupBytes = 16;
-  static constexpr std::size_t kMostPlaneBytes = 32;
+  static constexpr std::size_t kMostPlaneBytes = 64;
+
+  // The pixels of the last group that the line has. The place of their bits may depend on their number.
+  std::uint32_t PixelsPresent() const {
+    const std::uint32_t left = mFrame.sourceWidth - std::min(mFrame.sourceWidth, mWholePixels);
+    return std::max(mPixels, std::min(left, mFormat.groupPixels));
+  }
+  std::size_t LastBytes() const {
+    return static_cast<std::size_t>(LineBytesOf(mFormat, mWholePixels + mPresent)) - mOffset;
+  }
+  bool IsContained() const { return mFrame.contained || mIsExact; }
 
   // A single pixel of 4:1:1 has no chroma, and stays.
   bool HasNoTail() const { return mFormat.groups == WholeGroups::kYuv411 && mPixels == 1; }
 
   // Bytes to store after the end of a line.
   std::size_t BytesBeyond(std::uint32_t line, std::size_t plane, const Writer& writer) const {
-    if (mFrame.contained) return 0;
+    if (IsContained()) return 0;
     const std::size_t all = std::size_t{mFormat.groupPixels - mPixels} * writer.pixelBytes;
     // The next line of the second field is one of the first field, and the next line of the last one of a plane is the
     // first one of the next plane. Both are there already.
@@ -90,7 +103,8 @@ class LineTail {
   const Format& mFormat;
   const Frame& mFrame;
   std::uint32_t mEnd;
-  std::uint32_t mPixels, mWholePixels;
+  bool mIsExact;
+  std::uint32_t mPixels, mWholePixels, mPresent;
   std::size_t mOffset;
 };
 

@@ -17,14 +17,16 @@ enum class WholeGroups {
   kInside,  ///< the groups that fit into the line
   kCover,   ///< the groups that cover the line: the last one may reach past it
   kYuv411,  ///< the groups that begin in the line, but a single pixel after the last whole group begins none
+  kExact,   ///< all pixels: lines begin with a byte, and a last group has the bytes of its pixels only
 };
 
 /// Other properties of a source layout.
 enum LayoutTraits : unsigned {
   kPlainLayout = 0,
-  kGray = 1,    ///< all channels are equal, and never filtered
-  kPlanar = 2,  ///< three planes; a group is in each of them
-  kBytes = 4,   ///< channels are bytes as they are, and not decoded but handed on
+  kGray = 1,      ///< all channels are equal, and never filtered
+  kPlanar = 2,    ///< three planes; a group is in each of them
+  kBytes = 4,     ///< channels are bytes as they are, and not decoded but handed on
+  kTopFirst = 8,  ///< the top 8 bits of a group's pixels come before their low bits, of a shorter last group too
 };
 
 /// The types that a type is converted to, beside itself.
@@ -50,7 +52,7 @@ PixelType* Make(const PixelTypeID& id);
 /// Pixel types of one layout that differ in nothing but the order of samples and lines.
 struct FormatTypes {
   PixelType* (*make)(const PixelTypeID& id);
-  std::uint32_t depth;  ///< significant bits of a sample
+  std::uint32_t depth;  ///< significant bits of a sample; 16 of those of fewer than 8 bits, which are repeated
   Reach reach;
   TypeName types[22];  ///< up to the first id of 0
 };
@@ -60,8 +62,8 @@ struct Format {
   const char* name;  ///< of its kernel
   SampleTwins<DecodeKernel> decode;
   Twins<DecodeKernel<std::uint8_t>> decodeByMatrix;  ///< of YUV; null of other layouts
-  std::uint32_t groupPixels;  ///< pixels that are stored together
-  std::uint32_t groupBits;    ///< the bits that they take; of planar layouts, in one plane
+  std::uint32_t groupPixels;                         ///< pixels that are stored together
+  std::uint32_t groupBits;                           ///< the bits that they take; of planar layouts, in one plane
   WholeGroups groups;
   unsigned traits;       ///< bits of `LayoutTraits`
   FormatTypes types[9];  ///< up to the first without `make`

@@ -41,15 +41,29 @@ struct SourceType {
   Readout readout;
 };
 
-/// Bytes of a line, as its beginning is counted: lines of half bytes a pixel that end within a byte share it.
+/// Bytes of a line, as its beginning is counted: lines of half bytes a pixel that end within a byte share it, unless
+/// the layout begins each with a byte.
 std::uint32_t DenseLineBytes(const Format& format, std::uint32_t pixels);
 
 /// The bytes that hold the samples of a line of pixels, one that it has a part of included.
 std::uint64_t LineBytesOf(const Format& format, std::uint64_t pixels);
 
-/// Whether groups of the source pass the end of lines of `pixels` pixels.
-inline bool PassesLineEnd(const Format& format, std::uint32_t pixels) {
+/// Whether lines of `pixels` pixels end with pixels to convert that are no whole group.
+inline bool HasLastGroup(const Format& format, std::uint32_t pixels) {
   return format.groups != WholeGroups::kInside && pixels % format.groupPixels != 0;
 }
+
+/// Whether groups of the source pass the end of lines of `pixels` pixels.
+inline bool PassesLineEnd(const Format& format, std::uint32_t pixels) {
+  return format.groups != WholeGroups::kExact && HasLastGroup(format, pixels);
+}
+
+/// Bytes of any group, at most.
+inline constexpr std::size_t kMostGroupBytes = 16;
+
+/// Copies the bytes of a line's last pixels, fewer than a group, to where a whole group has them. Others stay.
+/// @param last  the first of their `bytes` bytes
+void CopyLastGroup(const Format& format, std::uint32_t pixels, const std::uint8_t* last, std::size_t bytes,
+                   std::uint8_t (&group)[kMostGroupBytes]);
 
 }  // namespace LmImagingLib

@@ -1,7 +1,6 @@
 #include "walk/row_window.h"
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 
 #include "simd/kernel.h"
@@ -32,7 +31,7 @@ bool IsRows(const SourceType& source, const Frame& frame) {
 
 std::size_t RowBytesRead(const SourceType& source, std::uint32_t width) {
   const Format& format = *source.format;
-  if (PassesLineEnd(format, width)) return static_cast<std::size_t>(LineBytesOf(format, width));
+  if (HasLastGroup(format, width)) return static_cast<std::size_t>(LineBytesOf(format, width));
   const std::uint32_t unit = source.readout.taps == Readout::Taps::kTwo ? 2 : format.groupPixels;
   return std::size_t{width / unit * unit} / format.groupPixels * (format.groupBits / 8);
 }
@@ -50,7 +49,7 @@ RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::
   if (mIsSource) return;
   constexpr std::size_t kLineSamples = kCacheLine / sizeof(Sample);
   // A last group may have more pixels than the line.
-  const std::size_t spare = PassesLineEnd(*source.format, width) ? source.format->groupPixels : 0;
+  const std::size_t spare = HasLastGroup(*source.format, width) ? source.format->groupPixels : 0;
   mStride = (width + spare + kLineSamples - 1) / kLineSamples * kLineSamples;
   std::uint32_t kept = 2;
   while (kept < rows) kept *= 2;
@@ -148,11 +147,12 @@ void RowWindow<Sample>::DecodeRow(std::uint32_t line, Decoded* row) const {
     const Channels<Decoded> samples =
         decode(mSource.Lines<Decoded>(source, 0, mFrame.fetchAhead), 0, pixels, {row, row, row});
     if (samples.red != row) std::copy_n(samples.red, pixels, row);
-    if (!PassesLineEnd(format, width)) return;
+    if (!HasLastGroup(format, width)) return;
     // The bytes of the last samples, and none after them.
-    std::uint8_t group[16] = {};
+    std::uint8_t group[kMostGroupBytes] = {};
     const std::size_t offset = std::size_t{pixels} / format.groupPixels * (format.groupBits / 8);
-    std::memcpy(group, source + offset, static_cast<std::size_t>(LineBytesOf(format, width)) - offset);
+    CopyLastGroup(format, width - pixels, source + offset,
+                  static_cast<std::size_t>(LineBytesOf(format, width)) - offset, group);
     Decoded* const rest = row + pixels;
     decode(mSource.Lines<Decoded>(group, 0, 0), 0, format.groupPixels, {rest, rest, rest});
   }
