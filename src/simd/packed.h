@@ -70,25 +70,25 @@ inline U16 EightValues() {
   return EightValues<Values>(std::make_index_sequence<kLanes / 2>{});
 }
 
-/// Decodes a layout whose `Words<Groups>(read)` makes the samples of some groups: into words, or into their upper
-/// bytes.
-template <class Layout, class Reader>
+/// Part `kPart` of the `kParts` registers that a block of a packed layout fills: words, from the layout's
+/// `Words<Groups>(read)`, or bytes, from the upper 8 bits of samples that its `TopBytes<Groups>(read)` makes as words.
+template <class Layout, std::size_t kPart = 0, std::size_t kParts = 1, class Reader>
 inline U16 PackedBlock(const Reader& read, Of<std::uint16_t>) {
-  return Layout::template Words<Groups<Layout::kBytesOfEight, kWordGroups, 0, 1>>(read) &
+  constexpr std::size_t kGroups = kWordGroups;
+  return Layout::template Words<Groups<Layout::kBytesOfEight, kParts * kGroups, kPart * kGroups, 1>>(read) &
          static_cast<std::uint16_t>(read.in.mask);
 }
-template <class Layout, class Reader>
+template <class Layout, std::size_t kPart = 0, std::size_t kParts = 1, class Reader>
 inline U8 PackedBlock(const Reader& read, Of<std::uint8_t>) {
-  const auto shift = static_cast<std::uint16_t>(read.in.shift);
+  constexpr std::size_t kAll = 2 * kParts * kWordGroups, kFirst = 2 * kPart * kWordGroups;
 #if LM_LANES == 32
   // In the order that joins without another shuffle.
-  const U16 first = Layout::template Words<Groups<Layout::kBytesOfEight, 2 * kWordGroups, 0, 2>>(read);
-  const U16 second = Layout::template Words<Groups<Layout::kBytesOfEight, 2 * kWordGroups, 1, 2>>(read);
+  constexpr std::size_t kSecond = kFirst + 1, kStep = 2;
 #else
-  const U16 first = Layout::template Words<Groups<Layout::kBytesOfEight, 2 * kWordGroups, 0, 1>>(read);
-  const U16 second = Layout::template Words<Groups<Layout::kBytesOfEight, 2 * kWordGroups, kWordGroups, 1>>(read);
+  constexpr std::size_t kSecond = kFirst + kWordGroups, kStep = 1;
 #endif
-  return JoinWords(first >> shift & 0xFF, second >> shift & 0xFF);
+  return JoinWords(Layout::template TopBytes<Groups<Layout::kBytesOfEight, kAll, kFirst, kStep>>(read),
+                   Layout::template TopBytes<Groups<Layout::kBytesOfEight, kAll, kSecond, kStep>>(read));
 }
 
 }  // namespace

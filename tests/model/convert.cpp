@@ -43,7 +43,7 @@ void ConvertThroughRows(const Route& route, const Call& whole, const Call& secon
   read.flags |= 0x800;
   read.lines = static_cast<std::uint32_t>((seen.Extent() + line - 1) / line);
   // Samples after the last pixel are left alone where each has bytes and a place of its own.
-  if (route.first.sourceHalfBytes % 2 == 0 && route.first.left == 0 && route.first.right == 0) {
+  if (route.first.sourceBits % 8 == 0 && route.first.left == 0 && route.first.right == 0) {
     read.pixelsPerLine = second.pixelsPerLine * (IsHalfSize(second) ? 2 : 1);
   }
   Bytes rows(zeros);

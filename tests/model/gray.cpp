@@ -53,6 +53,34 @@ void GrayPackedGEV(Line& line) {
   }
 }
 
+// The bits are repeated up to 16: white is 65535.
+void FewBits(Line& line) {
+  const unsigned bits = line.stage.sourceBits;
+  ForEachGroup(line, 8 / bits, [&](const std::uint8_t* group, std::size_t first, std::size_t count, std::size_t) {
+    for (std::size_t p = 0; p < count; ++p) {
+      line.StoreGray(first + p, line.Sample(Bits(group, p * bits, bits) * 65535 / ((1u << bits) - 1)));
+    }
+  });
+}
+
+void BitStream(Line& line) {
+  const unsigned bits = line.stage.depth;
+  ForEachGroup(line, 4, [&](const std::uint8_t* group, std::size_t first, std::size_t count, std::size_t) {
+    for (std::size_t p = 0; p < count; ++p) line.StoreGray(first + p, line.Sample(Bits(group, p * bits, bits)));
+  });
+}
+
+// Top bytes, then low bits: of a group that the line ends within, too.
+void CSI2(Line& line) {
+  const unsigned low = line.stage.depth - 8;
+  const auto convert = [&](const std::uint8_t* group, std::size_t first, std::size_t count, std::size_t present) {
+    for (std::size_t p = 0; p < count; ++p) {
+      line.StoreGray(first + p, line.Sample((unsigned{group[p]} << low) + Bits(group + present, p * low, low)));
+    }
+  };
+  ForEachGroup(line, line.stage.depth == 12 ? 2 : 4, convert);
+}
+
 // An odd last pixel is left alone.
 void GrayPacked(Line& line) {
   const std::size_t even = line.pixels / 2 * 2;

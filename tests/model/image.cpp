@@ -34,14 +34,14 @@ Content Copied(const View& source, const View& destination, const Options& optio
 View::View(Id theType, std::size_t theWidth, std::size_t theHeight, std::size_t lineSize)
     : type(theType), width(theWidth), height(theHeight), planes(1) {
   const Stage& reader = SourceOf(type).reader;
-  if ((type & 0x800000) != 0) planes = 2 * SourceOf(type).bytes / reader.sourceHalfBytes;
-  lineBytes = (width * reader.sourceHalfBytes + 1) / 2;
+  if ((type & 0x800000) != 0) planes = 8 * SourceOf(type).bytes / reader.sourceBits;
+  lineBytes = (width * reader.sourceBits + 7) / 8;
   if (reader.kernel == YUV411 && width % 4 == 2) ++lineBytes;  // the V of the last two pixels
   line = lineSize != 0 ? lineSize : DenseLine(type, width);
   if (Lines() == 1) line = DenseLine(type, width);  // the next line may be gigabytes away: it does not matter
 }
 
-std::size_t View::DenseLine(Id type, std::size_t width) { return width * SourceOf(type).reader.sourceHalfBytes / 2; }
+std::size_t View::DenseLine(Id type, std::size_t width) { return SourceOf(type).reader.SourceLineSize(width); }
 
 Content ConvertImage(const View& source, const View& destination, const Options& options, const Content& from,
                      const Content& before) {

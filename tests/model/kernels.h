@@ -11,6 +11,9 @@ void Gray8Signed(Line& line);
 void Gray16(Line& line);
 void GrayPackedGEV(Line& line);
 void GrayPacked(Line& line);
+void FewBits(Line& line);
+void BitStream(Line& line);
+void CSI2(Line& line);
 
 void QuadTaps8(Line& line);
 void QuadTaps16(Line& line);
@@ -33,6 +36,11 @@ void RGBPlanar16(Line& line);
 void BGR10PackedV1(Line& line);
 void BGR10PackedV2(Line& line);
 void RGB12PackedV1(Line& line);
+void RGBStream(Line& line);
+void BGRStream(Line& line);
+void RGB10V1(Line& line);
+void RGB10p32(Line& line);
+void RGB565p(Line& line);
 
 void YUV8(Line& line);
 void YUV8GEV(Line& line);

@@ -7,11 +7,11 @@ namespace model {
 
 std::size_t Stage::SourceLineSize(std::size_t pixels) const {
   if (copiesPairs) pixels += pixels % 2;
-  return pixels * sourceHalfBytes / 2;
+  return (pixels * sourceBits + (wholeBytes ? 7 : 0)) / 8;
 }
 
 std::size_t Stage::DestinationLineSize(std::size_t pixels) const {
-  return copiesPairs ? SourceLineSize(pixels) : pixels * to.pixelBytes;
+  return to.pixelBytes == 0 || copiesPairs ? SourceLineSize(pixels) : pixels * to.pixelBytes;
 }
 
 bool Line::IsInPicture(std::size_t offset) const {

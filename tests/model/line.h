@@ -64,9 +64,10 @@ using Kernel = void (*)(Line&);
 /// One converter: what its lines are read with, and how pixels are stored.
 struct Stage {
   Kernel kernel = nullptr;
-  unsigned sourceHalfBytes = 0;  ///< half bytes a source pixel; a line takes the whole bytes of its sum
-  unsigned depth = 8;            ///< bits of a sample
-  unsigned shift = 0;            ///< below its lowest bit in a word
+  unsigned sourceBits = 0;  ///< bits that a source pixel takes; a line has the whole bytes of their sum
+  bool wholeBytes = false;  ///< whether a line takes the byte, too, that its last bits are in
+  unsigned depth = 8;       ///< bits of a sample
+  unsigned shift = 0;       ///< below its lowest bit in a word
   Destination to;
   int left = 0, right = 0;  ///< directions of the two taps, both 0 for one tap
   bool interlaced = false;

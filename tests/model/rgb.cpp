@@ -6,16 +6,6 @@ namespace {
 
 using Group = const std::uint8_t*;
 
-/// Bits lowest to lowest + count - 1 of a little-endian number.
-unsigned Bits(Group g, unsigned lowest, unsigned count) {
-  unsigned value = 0;
-  for (unsigned i = 0; i < count; ++i) {
-    const unsigned bit = lowest + i;
-    value |= (g[bit / 8] >> bit % 8 & 1u) << i;
-  }
-  return value;
-}
-
 void ConvertWords(Line& line, std::size_t words, std::size_t red, std::size_t blue) {
   ConvertGroups(line, line.pixels, 1, 2 * words, [&](Group g, std::size_t) {
     const auto sample = [&](std::size_t word) { return line.Sample(Bits(g + 2 * word, 0, 16)); };
@@ -76,6 +66,43 @@ void BGR10PackedV1(Line& line) {
 void BGR10PackedV2(Line& line) {
   ConvertGroups(line, line.pixels, 1, 4, [&](Group g, std::size_t) {
     return Color{line.Sample(Bits(g, 20, 10)), line.Sample(Bits(g, 10, 10)), line.Sample(Bits(g, 0, 10))};
+  });
+}
+
+namespace {
+
+// Samples that follow each other without a gap: sample i is bits i * depth and on of the line.
+void ConvertStream(Line& line, std::size_t red, std::size_t blue) {
+  const std::size_t depth = line.stage.depth;
+  ForEachGroup(line, depth == 12 ? 2 : 4, [&](Group g, std::size_t first, std::size_t count, std::size_t) {
+    for (std::size_t p = 0; p < count; ++p) {
+      const auto sample = [&](std::size_t channel) { return line.Sample(Bits(g, (3 * p + channel) * depth, depth)); };
+      line.StoreFiltered(first + p, {sample(red), sample(1), sample(blue)});
+    }
+  });
+}
+
+}  // namespace
+
+void RGBStream(Line& line) { ConvertStream(line, 0, 2); }
+void BGRStream(Line& line) { ConvertStream(line, 2, 0); }
+
+void RGB10V1(Line& line) {
+  ConvertGroups(line, line.pixels, 1, 4, [&](Group g, std::size_t) {
+    const auto sample = [&](unsigned k) { return line.Sample(g[k + 1] * 4u + Bits(g, 2 * k, 2)); };
+    return Color{sample(0), sample(1), sample(2)};
+  });
+}
+
+void RGB10p32(Line& line) {
+  ConvertGroups(line, line.pixels, 1, 4, [&](Group g, std::size_t) {
+    return Color{line.Sample(Bits(g, 0, 10)), line.Sample(Bits(g, 10, 10)), line.Sample(Bits(g, 20, 10))};
+  });
+}
+
+void RGB565p(Line& line) {
+  ConvertGroups(line, line.pixels, 1, 2, [](Group g, std::size_t) {
+    return Color{Bits(g, 0, 5) * 8, Bits(g, 5, 6) * 4, Bits(g, 11, 5) * 8};
   });
 }
 

@@ -1,5 +1,7 @@
-// BGR of 10 bits packed in four bytes: the low bits of blue, green and red from bit 0 on, then the top 8 bits of each.
+// BGR of 10 bits packed in four bytes: the low bits of blue, green and red from bit 0 on, then the top 8 bits of each;
+// and RGB, which has them the other way around.
 #include "kernels/decoder.h"
+#include "kernels/rgb/exchanged.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -47,3 +49,4 @@ struct BGR10PackedV1Layout : ColorSamples<BGR10PackedV1Group, 1> {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_WIDE_DECODER(BGR10PackedV1, BGR10PackedV1Layout)
+LM_EXPORT_WIDE_DECODER(RGB10V1Packed, RedBlueExchanged<BGR10PackedV1Layout>)

@@ -1,5 +1,7 @@
-// BGR of 10 bits packed in a 32-bit little-endian word: blue in bits 9-0, green in 19-10, red in 29-20.
+// BGR of 10 bits packed in a 32-bit little-endian word: blue in bits 9-0, green in 19-10, red in 29-20;
+// and RGB, which has red in bits 9-0.
 #include "kernels/decoder.h"
+#include "kernels/rgb/exchanged.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -59,3 +61,4 @@ struct BGR10PackedV2Layout {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_WIDE_DECODER(BGR10PackedV2, BGR10PackedV2Layout)
+LM_EXPORT_WIDE_DECODER(RGB10p32, RedBlueExchanged<BGR10PackedV2Layout>)

@@ -1,5 +1,6 @@
-// RGB16: a 16-bit little-endian word, red in bits 15-11, green in 10-5, blue in 4-0.
+// RGB16: a 16-bit little-endian word, red in bits 15-11, green in 10-5, blue in 4-0. RGB565p: red in the low bits.
 #include "kernels/decoder.h"
+#include "kernels/rgb/exchanged.h"
 #include "simd/loops.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -30,3 +31,4 @@ struct RGB16Layout {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(RGB16, RGB16Layout)
+LM_EXPORT_DECODER(RGB565p, RedBlueExchanged<RGB16Layout>)
