@@ -41,7 +41,7 @@ std::vector<model::Frame> MakeFrames(unsigned thread, const model::Filter& table
     call.pixelsPerLine = call.sourceWidth = call.destinationWidth = 32 + 4 * thread;
     call.lines = call.sourceHeight = call.destinationHeight = 8 + 2 * (thread % 3);
     call.padding = thread % 2;
-    call.flags = model::OneOf(random, {0x10, 0x20, 0x40, 0x80}) | 0x100;
+    call.flags = model::OneOf(random, {0x10, 0x20, 0x40, 0x80}) | model::OneOf(random, {0x100, 0x200, 0x400, 0x1400});
     call.filter = thread % 4 != 0 ? &tables : nullptr;
     frames.push_back(model::MakeFrame(job.pair.first, job.pair.second, call, random));
   }
@@ -69,9 +69,13 @@ std::string FirstFailure(unsigned thread, const std::vector<model::Frame>& frame
 
 TEST(Threads, ShareConvertersFilterAndChains) {
   RGBFilter filter(8);
-  filter.SetMultipliers(1.6, 0.5, 1.09, 3, 20, 0);
+  filter.SetMultipliers(1.5, 0.5, 1.25, 0, 0, 0);
   model::Filter tables{};
   model::ReadTables(filter, tables);
+  tables.byMultipliers = true;  // of which tables for more bits are derived by whichever thread comes first
+  tables.red.multiplier = 1.5;
+  tables.green.multiplier = 0.5;
+  tables.blue.multiplier = 1.25;
 
   std::vector<std::vector<model::Frame>> frames;
   for (unsigned thread = 0; thread < kThreads; ++thread) frames.push_back(MakeFrames(thread, tables));

@@ -173,6 +173,18 @@ TEST_F(ConvertImageTest, BandsOnThreadsEqualTheWhole) {
   }
 }
 
+// Edges mirror each other there.
+TEST_F(ConvertImageTest, SmallMosaicsEqualTheModel) {
+  for (unsigned long size = 0; size < 19 * 19; ++size) {
+    const unsigned long width = 2 + size % 19, height = 2 + size / 19;
+    for (const std::uint32_t flags : {0x220U, 0x440U}) {
+      Check({0x20010, width, height, 0}, {0x20002, width, height, 0}, {flags, nullptr, 0, height});
+      Check({0x20016, width, height, 0}, {0x20004, width, height, 0}, {flags | 0x800U, nullptr, 0, height});
+    }
+    if (HasFatalFailure()) return;
+  }
+}
+
 TEST(RequiredSize, IsWhatConversionsReadAndWrite) {
   const struct {
     PixelTypeID type;

@@ -56,6 +56,27 @@ TEST(ConvertImage, RefusesWithASentenceAndTouchesNothing) {
        },
        kInvalid,
        {"options.depth", "kFullDepth"}},
+      {"two methods", [](C&, I&, O& o) { o.flags |= 0x600; }, kInvalid, {"options.flags", "0x610", "one of"}},
+      {"a method of no mosaic",
+       [](C& s, I&, O& o) {
+         s.type = 0x10001;
+         o.flags = ConversionFlags::kAdaptive;
+       },
+       kInvalid,
+       {"options.flags", "0x400", "mosaic"}},
+      {"whole size for half",
+       [](C&, I&, O& o) { o.flags |= ConversionFlags::kHalfSize; },
+       kInvalid,
+       {"6 x 4", "kHalfSize", "3 x 2"}},
+      {"half a mosaic",
+       [](C&, I& d, O& o) {
+         d.type = 0x20010;
+         d.width = 3;
+         d.height = 2;
+         o.flags |= ConversionFlags::kHalfSize;
+       },
+       kInvalid,
+       {"kHalfSize", "destination.type"}},
       {"two layouts", [](C&, I&, O& o) { o.flags = 0x30; }, kInvalid, {"options.flags", "0x30"}},
       {"line that is not there", [](C&, I&, O& o) { o.firstLine = 4; }, kInvalid, {"options.firstLine", "4", "0 to 3"}},
       {"too many lines",
