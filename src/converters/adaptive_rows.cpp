@@ -48,10 +48,24 @@ AdaptiveRows<Sample>::AdaptiveRows(PartedRowWindow<Sample>& rows, std::uint32_t 
 
 template <class Sample>
 void AdaptiveRows<Sample>::Make(std::uint32_t line, const RowColors<Sample>& out) {
+  const Around differences = DifferencesAround(line);
+  kBayerAdaptive.template Of<Sample>().Active()(mRows.Around(line, 0), differences.row, mPairs, out);
+}
+
+template <class Sample>
+void AdaptiveRows<Sample>::MakePixels(std::uint32_t line, RowPixelsKernel* make, std::uint8_t* to) {
+  if constexpr (sizeof(Sample) == 1) {
+    const Around differences = DifferencesAround(line);
+    make(mRows.Around(line, 0), differences.row, mRows.Shape().width, to);
+  }
+}
+
+template <class Sample>
+typename AdaptiveRows<Sample>::Around AdaptiveRows<Sample>::DifferencesAround(std::uint32_t line) {
   while (mNextDifferences <= std::int64_t{line} + kDifferenceReach) MakeDifferences(mNextDifferences++);
-  const Value* differences[7];
-  for (std::int64_t k = 0; k < 7; ++k) differences[k] = mDifferences.At(SlotOf<kDifferenceRows>(line + k - 3));
-  kBayerAdaptive.template Of<Sample>().Active()(mRows.Around(line, 0), differences, mPairs, out);
+  Around around;
+  for (std::int64_t k = 0; k < 7; ++k) around.row[k] = mDifferences.At(SlotOf<kDifferenceRows>(line + k - 3));
+  return around;
 }
 
 template <class Sample>

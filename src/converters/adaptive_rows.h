@@ -17,9 +17,17 @@ class AdaptiveRows {
 
   /// Makes the colours of a line; lines come one after the other from the first one on.
   void Make(std::uint32_t line, const RowColors<Sample>& out);
+  /// The same as pixels, by a kernel that stores them. Of bytes only.
+  void MakePixels(std::uint32_t line, RowPixelsKernel* make, std::uint8_t* to);
 
  private:
   using Value = Number<Sample>;
+  /// The differences around a row.
+  struct Around {
+    const Value* row[7];
+  };
+
+  Around DifferencesAround(std::uint32_t line);
 
   void MakeChanges(std::int64_t row);
   void MakeDifferences(std::int64_t row);

@@ -8,10 +8,41 @@
 namespace LmImagingLib {
 
 LM_DECLARE_WIDE_KERNEL(GradientCorrectedKernel, BayerGradientCorrected)
+LM_DECLARE_KERNEL(RowPixelsKernel, GradientCorrectedToRGB24)
+LM_DECLARE_KERNEL(RowPixelsKernel, GradientCorrectedToBGR24)
+LM_DECLARE_KERNEL(RowPixelsKernel, GradientCorrectedToRGB32)
+LM_DECLARE_KERNEL(RowPixelsKernel, GradientCorrectedToBGR32)
+LM_DECLARE_KERNEL(RowPixelsKernel, AdaptiveToRGB24)
+LM_DECLARE_KERNEL(RowPixelsKernel, AdaptiveToBGR24)
+LM_DECLARE_KERNEL(RowPixelsKernel, AdaptiveToRGB32)
+LM_DECLARE_KERNEL(RowPixelsKernel, AdaptiveToBGR32)
 
 namespace {
 
 using Kind = DemosaicMethod::Kind;
+
+/// A kernel that stores the pixels of a method, where nothing is looked up.
+struct PixelShortcut {
+  Kind kind;
+  const Writer* writer;
+  Twins<RowPixelsKernel> make;
+};
+
+constexpr PixelShortcut kPixelShortcuts[] = {{Kind::kGradientCorrected, &Writers::kRGB24, kGradientCorrectedToRGB24},
+                                             {Kind::kGradientCorrected, &Writers::kBGR24, kGradientCorrectedToBGR24},
+                                             {Kind::kGradientCorrected, &Writers::kRGB32, kGradientCorrectedToRGB32},
+                                             {Kind::kGradientCorrected, &Writers::kBGR32, kGradientCorrectedToBGR32},
+                                             {Kind::kAdaptive, &Writers::kRGB24, kAdaptiveToRGB24},
+                                             {Kind::kAdaptive, &Writers::kBGR24, kAdaptiveToBGR24},
+                                             {Kind::kAdaptive, &Writers::kRGB32, kAdaptiveToRGB32},
+                                             {Kind::kAdaptive, &Writers::kBGR32, kAdaptiveToBGR32}};
+
+RowPixelsKernel* FindPixelKernel(Kind kind, const Writer* writer) {
+  for (const PixelShortcut& shortcut : kPixelShortcuts) {
+    if (shortcut.kind == kind && shortcut.writer == writer) return shortcut.make.Active();
+  }
+  return nullptr;
+}
 
 /// The gradient-corrected method.
 template <class Sample>
@@ -22,6 +53,10 @@ class GradientCorrectedRows {
   void Make(std::uint32_t line, const RowColors<Sample>& out) {
     const std::size_t pairs = (mRows.Shape().width + 1) / 2;
     kBayerGradientCorrected.template Of<Sample>().Active()(mRows.Around(line, 2), pairs, out);
+  }
+
+  void MakePixels(std::uint32_t line, RowPixelsKernel* make, std::uint8_t* to) {
+    if constexpr (sizeof(Sample) == 1) make(mRows.Around(line, 2), nullptr, mRows.Shape().width, to);
   }
 
  private:
@@ -66,6 +101,16 @@ void PartedDemosaicer<Sample>::Convert() {
 template <class Sample>
 template <class Method>
 void PartedDemosaicer<Sample>::ConvertBy(Method& method) {
+  const Kind kind = DemosaicMethodOf(mFrame.flags).kind;
+  // A writer's pixel that has red and blue exchanged is that of the lines whose colour is blue.
+  RowPixelsKernel* const red = StoresPixels() ? FindPixelKernel(kind, &mWriter) : nullptr;
+  RowPixelsKernel* const blue = StoresPixels() ? FindPixelKernel(kind, mWriter.swapped) : nullptr;
+  if (red != nullptr && blue != nullptr) {
+    for (std::uint32_t line = mFirst; line < mEnd; ++line) {
+      method.MakePixels(line, IsRedInLine(line) ? red : blue, DestinationLineAt(mFrame, line));
+    }
+    return;
+  }
   const std::size_t stride = mShape.width + 2 * kRowMargin;
   std::vector<Sample> room(3 * stride);
   const RowColors<Sample> colors{room.data(), room.data() + stride, room.data() + 2 * stride};
@@ -75,11 +120,17 @@ void PartedDemosaicer<Sample>::ConvertBy(Method& method) {
   }
 }
 
+// Whether pixels may be stored as they come.
+template <class Sample>
+bool PartedDemosaicer<Sample>::StoresPixels() const {
+  return sizeof(Sample) == 1 && mSteps.tables == nullptr && !mFrame.streams &&
+         (mFrame.flags & ConversionFlags::kOpaque) == 0;
+}
+
 template <class Sample>
 void PartedDemosaicer<Sample>::Store(std::uint32_t line, const RowColors<Sample>& colors) const {
-  const bool redInLine = mShape.CellOf(line) % 2 == 0;
-  const Sample* const red = redInLine ? colors.line : colors.column;
-  const Sample* const blue = redInLine ? colors.column : colors.line;
+  const Sample* const red = IsRedInLine(line) ? colors.line : colors.column;
+  const Sample* const blue = IsRedInLine(line) ? colors.column : colors.line;
   const TargetLine target = TargetAt(DestinationLineAt(mFrame, line), mFrame, mFit, mWriter);
   StripWalk walk(1, mWriter, target, mShape.width, 0, kStripPixels);
   while (walk.Next()) {

@@ -17,6 +17,8 @@ class PartedDemosaicer {
  private:
   template <class Method>
   void ConvertBy(Method& method);
+  bool StoresPixels() const;
+  bool IsRedInLine(std::uint32_t line) const { return mShape.CellOf(line) % 2 == 0; }
   void Store(std::uint32_t line, const RowColors<Sample>& colors) const;
 
   const Writer& mWriter;

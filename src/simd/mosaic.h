@@ -72,6 +72,11 @@ template <class Sample>
 using AdaptiveKernel = void(const PartedRows<Number<Sample>>& in, const Number<Sample>* const* differences,
                             std::size_t pairs, const RowColors<Sample>& out);
 
+/// Makes `pixels` pixels of a row by either method, and stores them. The writer's red is the colour of the line.
+/// @param differences  as of the adaptive method; of the other null
+using RowPixelsKernel = void(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences,
+                             std::size_t pixels, std::uint8_t* to);
+
 /// Looks the samples of a row up, even and odd columns in tables of their own. The address may be any.
 template <class In, class Out>
 using LookUpRowKernel = void(const std::uint8_t* row, std::size_t width, const std::uint16_t* even,

@@ -1,6 +1,7 @@
 // Bayer mosaic, adaptive method: green is interpolated along the row, along the column, or between both, whichever
 // changes less around the pixel; red and blue follow by their differences to green. Each function is one step of a row.
 #include "kernels/bayer/numbers.h"
+#include "kernels/writers/interleaved.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -78,9 +79,8 @@ void SubtractGreen(const PartedRows<Value>& rows, const std::int16_t* weights, s
   }
 }
 
-template <std::ptrdiff_t kColor, class Value, class Sample>
-void AddDifferences(const PartedRows<Value>& rows, const Value* const* around, std::size_t pairs,
-                    const RowColors<Sample>& out) {
+template <std::ptrdiff_t kColor, class Value, class To>
+void AddDifferences(const PartedRows<Value>& rows, const Value* const* around, std::size_t pairs, const To to) {
   constexpr std::ptrdiff_t kGreen = 1 - kColor;
   const std::ptrdiff_t odd = rows.odd;
   const Value* const row = rows.row[3];
@@ -88,7 +88,6 @@ void AddDifferences(const PartedRows<Value>& rows, const Value* const* around, s
   const Value *const above3 = around[0], *const above = around[2], *const here = around[3], *const below = around[4],
                      *const below3 = around[6];
   const auto white = Numbers<Value>{} + static_cast<Value>(rows.white);
-  const RowColors<Sample> to = out;
   for (std::size_t i = 0; i < pairs; i += kNumbers<Value>) {
     const auto at = [&](const Value* differences, std::ptrdiff_t by) {
       return Read(Column<kColor>(differences, 0, by) + i);
@@ -106,16 +105,20 @@ void AddDifferences(const PartedRows<Value>& rows, const Value* const* around, s
     const auto between = Read(Column<kGreen>(row, odd, 0) + i);
     const auto line = Clamp(between + ((at(here, by - 1) + at(here, by + 1) + 1) >> 1), white);
     const auto column = Clamp(between + ((near(by) + 1) >> 1), white);
-    if constexpr (kColor == 0) {
-      StoreColumns(own, line, to.line + 2 * i);
-      StoreColumns(green, between, to.green + 2 * i);
-      StoreColumns(other, column, to.column + 2 * i);
-    } else {
-      StoreColumns(line, own, to.line + 2 * i);
-      StoreColumns(between, green, to.green + 2 * i);
-      StoreColumns(column, other, to.column + 2 * i);
-    }
+    const Colors<Value> colorPixel{own, green, other}, greenPixel{line, between, column};
+    to(i, kColor == 0 ? colorPixel : greenPixel, kColor == 0 ? greenPixel : colorPixel);
   }
+}
+
+template <class Value, class To>
+void AddRow(const PartedRows<Value>& in, const Value* const* differences, std::size_t pairs, const To& to) {
+  in.color == 0 ? AddDifferences<0>(in, differences, pairs, to) : AddDifferences<1>(in, differences, pairs, to);
+}
+
+template <class Writer>
+void AddTo(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
+           std::uint8_t* to) {
+  AddRow(in, differences, (pixels + 1) / 2, ToPixels<Writer>{pixels, to});
 }
 
 }  // namespace
@@ -148,11 +151,35 @@ AdaptiveKernel<std::uint8_t> BayerAdaptive;
 AdaptiveKernel<std::uint16_t> BayerAdaptive;
 void BayerAdaptive(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pairs,
                    const RowColors<std::uint8_t>& out) {
-  in.color == 0 ? AddDifferences<0>(in, differences, pairs, out) : AddDifferences<1>(in, differences, pairs, out);
+  AddRow(in, differences, pairs, ToRows<std::uint8_t>{out});
 }
 void BayerAdaptive(const PartedRows<std::int32_t>& in, const std::int32_t* const* differences, std::size_t pairs,
                    const RowColors<std::uint16_t>& out) {
-  in.color == 0 ? AddDifferences<0>(in, differences, pairs, out) : AddDifferences<1>(in, differences, pairs, out);
+  AddRow(in, differences, pairs, ToRows<std::uint16_t>{out});
+}
+
+RowPixelsKernel AdaptiveToRGB24;
+void AdaptiveToRGB24(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
+                     std::uint8_t* to) {
+  AddTo<Interleaved<First::kRed, 3>>(in, differences, pixels, to);
+}
+
+RowPixelsKernel AdaptiveToBGR24;
+void AdaptiveToBGR24(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
+                     std::uint8_t* to) {
+  AddTo<Interleaved<First::kBlue, 3>>(in, differences, pixels, to);
+}
+
+RowPixelsKernel AdaptiveToRGB32;
+void AdaptiveToRGB32(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
+                     std::uint8_t* to) {
+  AddTo<Interleaved<First::kRed, 4>>(in, differences, pixels, to);
+}
+
+RowPixelsKernel AdaptiveToBGR32;
+void AdaptiveToBGR32(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
+                     std::uint8_t* to) {
+  AddTo<Interleaved<First::kBlue, 4>>(in, differences, pixels, to);
 }
 
 }  // namespace LmImagingLib::LM_ISA

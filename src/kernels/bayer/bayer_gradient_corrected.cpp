@@ -2,18 +2,14 @@
 // pixel differs from those of its own colour around it (Malvar, He, Cutler: High-quality linear interpolation for
 // demosaicing of Bayer-patterned color images, 2004). The weights of the filters are sixteenths.
 #include "kernels/bayer/numbers.h"
+#include "kernels/writers/interleaved.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-template <class Value>
-struct Sites {
-  Numbers<Value> line, green, column;
-};
-
 // The pixels of one parity of columns, which are green or not.
 template <std::ptrdiff_t kParity, bool kGreen, class Value>
-inline Sites<Value> SitesAt(const PartedRows<Value>& in, std::size_t i, Numbers<Value> white) {
+inline Colors<Value> ColorsAt(const PartedRows<Value>& in, std::size_t i, Numbers<Value> white) {
   const auto at = [&](std::size_t row, std::ptrdiff_t by) {
     return Read(Column<kParity>(in.row[row], in.odd, by) + i);
   };
@@ -32,23 +28,23 @@ inline Sites<Value> SitesAt(const PartedRows<Value>& in, std::size_t i, Numbers<
   }
 }
 
-template <std::ptrdiff_t kColor, class Value, class Sample>
-void Filter(const PartedRows<Value>& rows, std::size_t pairs, const RowColors<Sample>& out) {
+template <std::ptrdiff_t kColor, class Value, class To>
+void Filter(const PartedRows<Value>& rows, std::size_t pairs, const To to) {
   const PartedRows<Value> in = rows;
   const auto white = Numbers<Value>{} + static_cast<Value>(in.white);
-  const RowColors<Sample> to = out;
   for (std::size_t i = 0; i < pairs; i += kNumbers<Value>) {
-    const auto even = SitesAt<0, kColor != 0>(in, i, white);
-    const auto odd = SitesAt<1, kColor == 0>(in, i, white);
-    StoreColumns(even.line, odd.line, to.line + 2 * i);
-    StoreColumns(even.green, odd.green, to.green + 2 * i);
-    StoreColumns(even.column, odd.column, to.column + 2 * i);
+    to(i, ColorsAt<0, kColor != 0>(in, i, white), ColorsAt<1, kColor == 0>(in, i, white));
   }
 }
 
-template <class Value, class Sample>
-void FilterRow(const PartedRows<Value>& in, std::size_t pairs, const RowColors<Sample>& out) {
-  in.color == 0 ? Filter<0>(in, pairs, out) : Filter<1>(in, pairs, out);
+template <class Value, class To>
+void FilterRow(const PartedRows<Value>& in, std::size_t pairs, const To& to) {
+  in.color == 0 ? Filter<0>(in, pairs, to) : Filter<1>(in, pairs, to);
+}
+
+template <class Writer>
+void FilterTo(const PartedRows<std::int16_t>& in, std::size_t pixels, std::uint8_t* to) {
+  FilterRow(in, (pixels + 1) / 2, ToPixels<Writer>{pixels, to});
 }
 
 }  // namespace
@@ -56,11 +52,35 @@ void FilterRow(const PartedRows<Value>& in, std::size_t pairs, const RowColors<S
 GradientCorrectedKernel<std::uint8_t> BayerGradientCorrected;
 GradientCorrectedKernel<std::uint16_t> BayerGradientCorrected;
 void BayerGradientCorrected(const PartedRows<std::int16_t>& in, std::size_t pairs, const RowColors<std::uint8_t>& out) {
-  FilterRow(in, pairs, out);
+  FilterRow(in, pairs, ToRows<std::uint8_t>{out});
 }
 void BayerGradientCorrected(const PartedRows<std::int32_t>& in, std::size_t pairs,
                             const RowColors<std::uint16_t>& out) {
-  FilterRow(in, pairs, out);
+  FilterRow(in, pairs, ToRows<std::uint16_t>{out});
+}
+
+RowPixelsKernel GradientCorrectedToRGB24;
+void GradientCorrectedToRGB24(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/,
+                              std::size_t pixels, std::uint8_t* to) {
+  FilterTo<Interleaved<First::kRed, 3>>(in, pixels, to);
+}
+
+RowPixelsKernel GradientCorrectedToBGR24;
+void GradientCorrectedToBGR24(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/,
+                              std::size_t pixels, std::uint8_t* to) {
+  FilterTo<Interleaved<First::kBlue, 3>>(in, pixels, to);
+}
+
+RowPixelsKernel GradientCorrectedToRGB32;
+void GradientCorrectedToRGB32(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/,
+                              std::size_t pixels, std::uint8_t* to) {
+  FilterTo<Interleaved<First::kRed, 4>>(in, pixels, to);
+}
+
+RowPixelsKernel GradientCorrectedToBGR32;
+void GradientCorrectedToBGR32(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/,
+                              std::size_t pixels, std::uint8_t* to) {
+  FilterTo<Interleaved<First::kBlue, 4>>(in, pixels, to);
 }
 
 }  // namespace LmImagingLib::LM_ISA

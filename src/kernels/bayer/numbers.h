@@ -2,6 +2,7 @@
 
 #include "simd/lanes.h"
 #include "simd/mosaic.h"
+#include "simd/rgb.h"
 
 // The numbers that parted rows are computed with: registers of them, or single ones where there are no vectors. The
 // text of a kernel is the same for both.
@@ -68,9 +69,13 @@ inline Vector Choose(Vector condition, Vector a, Vector b) {
   return condition ? a : b;
 }
 
-/// Stores the samples of even and of odd columns in turn.
-inline void StoreColumns(I16 even, I16 odd, std::uint8_t* to) { Store(U8(U16(even) | U16(odd) << 8), to); }
-inline void StoreColumns(I32 even, I32 odd, std::uint16_t* to) { Store(U16(U32(even) | U32(odd) << 16), to); }
+/// The samples of even and of odd columns in turn.
+inline U8 Columns(I16 even, I16 odd) { return U8(U16(even) | U16(odd) << 8); }
+inline U16 Columns(I32 even, I32 odd) { return U16(U32(even) | U32(odd) << 16); }
+template <class Vector, class Sample>
+inline void StoreColumns(Vector even, Vector odd, Sample* to) {
+  Store(Columns(even, odd), to);
+}
 
 #else
 
@@ -111,6 +116,54 @@ inline const Value* Column(const Value* row, std::ptrdiff_t odd, std::ptrdiff_t 
   const std::ptrdiff_t column = kParity + by + 64;  // never negative
   return row + (column % 2 != 0 ? odd : 0) + (column / 2 - 32);
 }
+
+/// The colours of the pixels of one parity.
+template <class Value>
+struct Colors {
+  Numbers<Value> line, green, column;
+};
+
+/// Stores pixels as rows of colours, or through a writer.
+template <class Sample>
+struct ToRows {
+  template <class Value>
+  void operator()(std::size_t i, const Colors<Value>& even, const Colors<Value>& odd) const {
+    StoreColumns(even.line, odd.line, to.line + 2 * i);
+    StoreColumns(even.green, odd.green, to.green + 2 * i);
+    StoreColumns(even.column, odd.column, to.column + 2 * i);
+  }
+
+  const RowColors<Sample> to;
+};
+template <class Writer>
+struct ToPixels {
+  void operator()(std::size_t i, const Colors<std::int16_t>& even, const Colors<std::int16_t>& odd) const {
+    std::uint8_t* const at = to + 2 * i * Writer::kBytes;
+    const std::size_t rest = pixels - 2 * i;
+#if LM_LANES
+    const RgbLanes<std::uint8_t> block{Columns(even.line, odd.line), Columns(even.green, odd.green),
+                                       Columns(even.column, odd.column)};
+    if (rest >= kLanes) {
+      Writer::Block(block, at);
+    } else {
+      Writer::Block(block, Part{at, rest * Writer::kBytes});
+    }
+#else
+    Writer::Pixel(Pixel(even), at);
+    if (rest > 1) Writer::Pixel(Pixel(odd), at + Writer::kBytes);
+#endif
+  }
+
+#if !LM_LANES
+  static Rgb<std::uint8_t> Pixel(const Colors<std::int16_t>& colors) {
+    return {static_cast<std::uint8_t>(colors.line), static_cast<std::uint8_t>(colors.green),
+            static_cast<std::uint8_t>(colors.column)};
+  }
+#endif
+
+  const std::size_t pixels;
+  std::uint8_t* const to;
+};
 
 template <class Vector>
 inline Vector Clamp(Vector v, Vector white) {
