@@ -35,6 +35,8 @@ std::string LabelOf(const LayoutBits& layout, const Run& run) {
   if (run.first.sample == 0) return "-";
   std::string label(1, run.first.sample);
   if (IsNumbered(layout, run.first)) label += std::to_string(run.first.pixel);
+  // A sample of one bit has room for its name only.
+  if (run.bits == 1 && run.first.bit == 0 && label.size() > 1) return label;
   label += ' ' + std::to_string(run.first.bit);
   if (run.bits > 1) label += '-' + std::to_string(run.last.bit);
   return label;

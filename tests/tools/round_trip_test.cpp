@@ -14,17 +14,19 @@ struct Size {
 // Types whose frames of the scene must give the same picture, because the upper 8 bits of their samples agree: each is
 // compared with the reference.
 struct Kind {
-  const char* reference;
+  const char* reference;  // null of fewer bits than the others
   double psnr;  // that its picture of the scene must have, in decibels; what chroma sharing and demosaicing cost
 };
 
 Kind KindOf(long id) {
   const long colorSpace = id & 0x70000;
   const long format = id & 0xFFFF;
+  const bool extended = format >= 0x0800;
+  if (extended && format <= 0x0804) return {nullptr, format == 0x0801 ? 7.0 : format == 0x0802 ? 17.0 : 30.0};
   if (colorSpace == 0x10000) return {"0x10001", 48};  // rounded twice: each channel, and the luminance
-  if (id == 0x20001) return {"0x20001", 36};
+  if (id == 0x20001 || id == 0x20A30) return {"0x20001", 36};
   if (colorSpace == 0x20000) {
-    const bool bayer = format >= 0x10 && format <= 0x41;
+    const bool bayer = extended ? format / 0x100 == 9 : format >= 0x10 && format <= 0x41;
     return bayer ? Kind{"0x20010", 18} : Kind{"0x420006", INFINITY};
   }
   if (format == 6) return {"0x440006", 26};
@@ -103,6 +105,7 @@ TEST_F(RoundTrip, EveryTypeShowsTheScene) {
     const bool gray = (id & 0x70000) == 0x10000;
     const Bytes converted = picture(type);
     EXPECT_GE(Psnr(converted, gray ? ToGray(scene) : scene), kind.psnr) << type;
+    if (kind.reference == nullptr) continue;
     Bytes& reference = references[kind.reference];
     if (reference.empty()) reference = picture(kind.reference);
     EXPECT_TRUE(converted == reference) << type;

@@ -42,6 +42,7 @@ Line SceneLine(const PixelTypeID& type, const ImageSize& size, unsigned long fla
   const bool bayer = PixelTypeFactory::FindPixelType(type)->IsBayerPattern();
   const char* const mosaicRow = MosaicOf(flags) + y % 2 * 2;
   Line line;
+  line.width = size.width;
   for (std::size_t x = 0; x < size.width; ++x) {
     const Color16 color = SceneColor(size, x, y);
     line.pixels.push_back(color);

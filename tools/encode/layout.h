@@ -11,6 +11,7 @@ namespace LmTool {
 
 /// A line to encode, widened to a multiple of four pixels by repeating the last one, so that encoders see whole groups.
 struct Line {
+  std::size_t width = 0;               ///< its own pixels, for layouts whose last group may be shorter
   std::vector<Color16> pixels;         ///< in the order of the image, for layouts of RGB
   std::vector<YuvGroup> yuv;           ///< the same for layouts of YUV
   std::vector<std::uint16_t> samples;  ///< in the order of the readout, for layouts of one sample a pixel
@@ -33,8 +34,10 @@ struct SampleFormat {
 using LineEncoder = void(const Line& line, const SampleFormat& format, std::uint8_t* out);
 
 LineEncoder EncodeGray8, EncodeGray8Signed, EncodeGray16, EncodeGrayPacked, EncodeGrayPackedGEV;
-LineEncoder EncodeRGB16, EncodeRGB24, EncodeBGR24, EncodeRGB32, EncodeBGR32;
+LineEncoder EncodeGrayStream, EncodeCSI2Raw;
+LineEncoder EncodeRGB565p, EncodeRGB16, EncodeRGB24, EncodeBGR24, EncodeRGB32, EncodeBGR32;
 LineEncoder EncodeRGB48, EncodeBGR48, EncodeRGB64, EncodeBGR64, EncodeRGBPlanar8, EncodeRGBPlanar16;
+LineEncoder EncodeRGB10V1Packed, EncodeRGB10p32, EncodeRGBStream, EncodeBGRStream;
 LineEncoder EncodeBGR10PackedV1, EncodeBGR10PackedV2, EncodeRGB12PackedV1;
 LineEncoder EncodeYUV8, EncodeYUV8_422_GEV, EncodeYUV10, EncodeYUV8_444, EncodeYUV8_444_GEV, EncodeYCrCb,
     EncodeYUV8_411;

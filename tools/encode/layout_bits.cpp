@@ -14,11 +14,11 @@ using namespace LmImagingLib;
 
 namespace {
 
-constexpr std::size_t kProbed = 4;  // pixels: whole groups of every layout
+constexpr std::size_t kProbed = 8;  // pixels: whole groups of every layout
 constexpr std::size_t kMostPixelBytes = 8;
 
 Line BlackLine(std::size_t chromaPixels) {
-  Line line{std::vector<Color16>(kProbed), {}, std::vector<std::uint16_t>(kProbed)};
+  Line line{kProbed, std::vector<Color16>(kProbed), {}, std::vector<std::uint16_t>(kProbed)};
   if (chromaPixels != 0) line.yuv.resize(kProbed / chromaPixels);
   return line;
 }
@@ -47,7 +47,7 @@ std::vector<Sample> SamplesOf(Line& line, std::size_t chromaPixels) {
   return samples;
 }
 
-// What the bits of four pixels hold. Formats that keep fewer bits of a channel than of others keep the upper ones.
+// What the bits of some pixels hold. Formats that keep fewer bits of a channel than of others keep the upper ones.
 std::vector<LayoutBits::Byte> Probe(const Layout& layout, const SampleFormat& format, std::size_t size) {
   Line line = BlackLine(layout.chromaPixels);
   const auto encode = [&] {
@@ -95,7 +95,7 @@ LayoutBits BitsOf(const PixelTypeID& type) {
   const std::vector<LayoutBits::Byte> map = Probe(layout, format, frame.lineBytes * planes);
 
   LayoutBits bits{kProbed, {}};
-  for (const std::size_t pixels : {std::size_t{2}, std::size_t{1}}) {
+  for (const std::size_t pixels : {std::size_t{4}, std::size_t{2}, std::size_t{1}}) {
     const bool whole = frame.lineBytes * pixels % kProbed == 0 && pixels >= layout.chromaPixels;
     if (whole && HoldOnly(map.data(), map.data() + frame.lineBytes * pixels / kProbed, pixels)) bits.pixels = pixels;
   }

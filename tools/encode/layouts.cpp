@@ -16,6 +16,11 @@ constexpr const char* kByte = "one byte a pixel";
 constexpr const char* kWord = "one 16-bit word a pixel, low byte first";
 constexpr const char* kPacked = "two pixels in three bytes, low bits first";
 constexpr const char* kPackedGEV = "two pixels in three bytes: top 8 bits, the low bits of both, top 8 bits";
+constexpr const char* kStream10 = "four pixels in five bytes, low bits first";
+constexpr const char* kStream14 = "four pixels in seven bytes, low bits first";
+constexpr const char* kRaw10 = "four pixels in five bytes: top 8 bits of each, then the low bits of all";
+constexpr const char* kRaw12 = "two pixels in three bytes: top 8 bits of each, then the low bits of both";
+constexpr const char* kRaw14 = "four pixels in seven bytes: top 8 bits of each, then the low bits of all";
 constexpr const char* kRGBBytes = "bytes R G B";
 constexpr const char* kBGRBytes = "bytes B G R";
 constexpr const char* kRGBxBytes = "bytes R G B and one unused";
@@ -40,6 +45,14 @@ constexpr Layout kLayouts[] = {
     {0x10007, 10, EncodeGray16, kWord},
     {0x10008, 10, EncodeGrayPackedGEV, kPackedGEV},
     {0x10009, 12, EncodeGrayPackedGEV, kPackedGEV},
+    {0x410801, 1, EncodeGrayStream, "eight pixels in a byte, the first in its lowest bit"},
+    {0x410802, 2, EncodeGrayStream, "four pixels in a byte, the first in its lowest bits"},
+    {0x410804, 4, EncodeGrayStream, "two pixels in a byte, the first in its lowest bits"},
+    {0x41080A, 10, EncodeGrayStream, kStream10},
+    {0x41080E, 14, EncodeGrayStream, kStream14},
+    {0x41084A, 10, EncodeCSI2Raw, kRaw10},
+    {0x41084C, 12, EncodeCSI2Raw, kRaw12},
+    {0x41084E, 14, EncodeCSI2Raw, kRaw14},
 
     {0x20010, 8, EncodeGray8, kByte},
     {0x20011, 10, EncodeGray16, kWord},
@@ -50,6 +63,11 @@ constexpr Layout kLayouts[] = {
     {0x420012, 12, EncodeGrayPacked, kPacked},
     {0x20040, 12, EncodeGrayPackedGEV, kPackedGEV},
     {0x20041, 10, EncodeGrayPackedGEV, kPackedGEV},
+    {0x42090A, 10, EncodeGrayStream, kStream10},
+    {0x42090E, 14, EncodeGrayStream, kStream14},
+    {0x42094A, 10, EncodeCSI2Raw, kRaw10},
+    {0x42094C, 12, EncodeCSI2Raw, kRaw12},
+    {0x42094E, 14, EncodeCSI2Raw, kRaw14},
 
     {0x20001, 8, EncodeRGB16, "one 16-bit word: R in bits 15-11, G in 10-5, B in 4-0"},
     {0x20002, 8, EncodeRGB24, kRGBBytes},
@@ -77,7 +95,15 @@ constexpr Layout kLayouts[] = {
     {0x20009, 10, EncodeRGB64, kRGBxWords},
     {0x2000D, 12, EncodeRGB64, kRGBxWords},
     {0x20005, 16, EncodeRGB64, kRGBxWords},
+    {0x20A40, 16, EncodeBGR48, kBGRWords},
     {0x20A41, 16, EncodeBGR64, kBGRxWords},
+    {0x20A20, 10, EncodeRGB10p32, "one 32-bit word: R in bits 9-0, G in 19-10, B in 29-20"},
+    {0x20A21, 10, EncodeRGB10V1Packed, "four bytes: low bits of all, top 8 bits of R, G, B"},
+    {0x20A30, 8, EncodeRGB565p, "one 16-bit word: B in bits 15-11, G in 10-5, R in 4-0"},
+    {0x420A0A, 10, EncodeRGBStream, "four pixels in 15 bytes, R G B of each, low bits first"},
+    {0x420A0C, 12, EncodeRGBStream, "two pixels in nine bytes, R G B of each, low bits first"},
+    {0x420A1A, 10, EncodeBGRStream, "four pixels in 15 bytes, B G R of each, low bits first"},
+    {0x420A1C, 12, EncodeBGRStream, "two pixels in nine bytes, B G R of each, low bits first"},
     {0x20044, 10, EncodeBGR10PackedV1, "four bytes: low bits of all, top 8 bits of B, G, R"},
     {0x20045, 10, EncodeBGR10PackedV2, "one 32-bit word: B in bits 9-0, G in 19-10, R in 29-20"},
     {0x20046, 12, EncodeRGB12PackedV1,

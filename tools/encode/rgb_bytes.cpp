@@ -31,4 +31,12 @@ void EncodeRGB16(const Line& line, const SampleFormat&, std::uint8_t* out) {
   }
 }
 
+void EncodeRGB565p(const Line& line, const SampleFormat&, std::uint8_t* out) {
+  for (const Color16& color : line.pixels) {
+    const std::uint32_t red = color.red, green = color.green, blue = color.blue;
+    PutWord(out, (blue & 0xF800) | green >> 10 << 5 | red >> 11);
+    out += 2;
+  }
+}
+
 }  // namespace LmTool

@@ -3,27 +3,49 @@
 
 namespace LmTool {
 
-// Byte 0: R bits 1-0, G bits 1-0, B bits 1-0 in its bits 5-0; bytes 1 to 3: B, G, R bits 9-2.
+namespace {
+
+// Byte 0: the low 2 bits of the first, second and third sample from its bit 0 on; bytes 1 to 3: their bits 9-2.
+void PutV1(unsigned first, unsigned second, unsigned third, std::uint8_t* out) {
+  out[0] = static_cast<std::uint8_t>((third & 3) << 4 | (second & 3) << 2 | (first & 3));
+  out[1] = static_cast<std::uint8_t>(first >> 2);
+  out[2] = static_cast<std::uint8_t>(second >> 2);
+  out[3] = static_cast<std::uint8_t>(third >> 2);
+}
+
+// A 32-bit word, low byte first: the first sample in bits 9-0, the second in 19-10, the third in 29-20.
+void PutV2(std::uint32_t first, std::uint32_t second, std::uint32_t third, std::uint8_t* out) {
+  const std::uint32_t word = third << 20 | second << 10 | first;
+  PutWord(out, word);
+  PutWord(out + 2, word >> 16);
+}
+
+}  // namespace
+
 void EncodeBGR10PackedV1(const Line& line, const SampleFormat& format, std::uint8_t* out) {
   for (const Color16& color : line.pixels) {
-    const unsigned red = format.Top(color.red);
-    const unsigned green = format.Top(color.green);
-    const unsigned blue = format.Top(color.blue);
-    out[0] = static_cast<std::uint8_t>((red & 3) << 4 | (green & 3) << 2 | (blue & 3));
-    out[1] = static_cast<std::uint8_t>(blue >> 2);
-    out[2] = static_cast<std::uint8_t>(green >> 2);
-    out[3] = static_cast<std::uint8_t>(red >> 2);
+    PutV1(format.Top(color.blue), format.Top(color.green), format.Top(color.red), out);
     out += 4;
   }
 }
 
-// A 32-bit word, low byte first: B in bits 9-0, G in 19-10, R in 29-20.
+void EncodeRGB10V1Packed(const Line& line, const SampleFormat& format, std::uint8_t* out) {
+  for (const Color16& color : line.pixels) {
+    PutV1(format.Top(color.red), format.Top(color.green), format.Top(color.blue), out);
+    out += 4;
+  }
+}
+
 void EncodeBGR10PackedV2(const Line& line, const SampleFormat& format, std::uint8_t* out) {
   for (const Color16& color : line.pixels) {
-    const std::uint32_t word = std::uint32_t{format.Top(color.red)} << 20 |
-                               std::uint32_t{format.Top(color.green)} << 10 | format.Top(color.blue);
-    PutWord(out, word);
-    PutWord(out + 2, word >> 16);
+    PutV2(format.Top(color.blue), format.Top(color.green), format.Top(color.red), out);
+    out += 4;
+  }
+}
+
+void EncodeRGB10p32(const Line& line, const SampleFormat& format, std::uint8_t* out) {
+  for (const Color16& color : line.pixels) {
+    PutV2(format.Top(color.red), format.Top(color.green), format.Top(color.blue), out);
     out += 4;
   }
 }
