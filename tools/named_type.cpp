@@ -1,15 +1,15 @@
 #include "named_type.h"
 
-#include <algorithm>
-#include <cctype>
 #include <cstdint>
 #include <limits>
 #include <optional>
 
+#include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "error.h"
 #include "numbers.h"
 #include "pixel_type_names.h"
+#include "v4l2_formats.h"
 
 namespace LmTool {
 
@@ -17,35 +17,53 @@ using namespace LmImagingLib;
 
 namespace {
 
-bool EqualInAnyCase(const std::string& a, const std::string& b) {
-  const auto equal = [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); };
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), equal);
+constexpr char kAllowed[] =
+    "; allowed: a PFNC name or code, a V4L2 fourcc, or an id, a name or a class name that `lmimaging types` lists";
+
+NamedType Named(const PFNCFormat& format) {
+  constexpr unsigned long kOfYuv = ConversionFlags::kFullRange | ConversionFlags::kBT709;
+  return {format.type, format.flags & ~kOfYuv, format.flags & kOfYuv};
 }
 
-// A camera's name as it is spelt, and else in any case.
-PFNCResult FindName(const std::string& text) {
-  const PFNCResult exact = FindPFNC(text.c_str());
-  for (std::size_t i = 0; const PFNCFormat* const format = exact ? nullptr : EnumPFNC(i); ++i) {
-    if (EqualInAnyCase(format->name, text)) return {format, nullptr};
+// Why a format that the convention knows is none here; empty of an unknown one.
+std::string ReasonOf(const PFNCResult& camera) {
+  return std::string(camera.reason).find("unknown") == std::string::npos ? camera.reason : "";
+}
+
+NamedType FindNumber(const std::string& argument, const std::string& text, std::uint64_t number) {
+  const auto id = static_cast<PixelTypeID>(number);
+  if (id >= 0 && PixelTypeFactory::HasPixelType(id)) return {id};
+  const bool isCode = number <= std::numeric_limits<std::uint32_t>::max();
+  const PFNCResult camera = isCode ? FindPFNC(static_cast<std::uint32_t>(number)) : FindPFNC(nullptr);
+  if (camera) return Named(*camera.format);
+  const std::string reason = ReasonOf(camera);
+  throw ToolError(argument, "no pixel type has the id or the PFNC code '" + text + "'" +
+                                (reason.empty() ? "" : "; " + reason) + kAllowed);
+}
+
+// The formats with a fourcc: more than one where only the case of a letter tells them apart.
+std::vector<V4L2Format> FindFourccs(const std::string& text, bool inAnyCase) {
+  std::vector<V4L2Format> found;
+  for (const V4L2Format& format : kV4L2Formats) {
+    const bool isIt = inAnyCase ? Lower(format.fourcc) == Lower(text) : format.fourcc == text;
+    if (isIt && PixelTypeFactory::HasPixelType(format.type)) found.push_back(format);
   }
-  return exact;
+  return found;
 }
 
-PFNCResult FindFormat(const std::string& text) {
-  const std::optional<std::uint64_t> number = ParseWhole(text);
-  if (!number) return FindName(text);
-  if (*number <= std::numeric_limits<std::uint32_t>::max()) return FindPFNC(static_cast<std::uint32_t>(*number));
-  return FindPFNC(nullptr);
+NamedType OneOf(const std::string& argument, const std::string& text, const std::vector<V4L2Format>& formats) {
+  if (formats.size() == 1) return {formats.front().type, formats.front().mosaic};
+  std::string spellings;
+  for (const V4L2Format& format : formats)
+    spellings += (spellings.empty() ? "'" : ", '") + std::string(format.fourcc) + "'";
+  throw ToolError(argument, "'" + text + "' is several V4L2 fourccs in other cases; allowed: one of " + spellings);
 }
 
-// The type that the text names here; nothing if it names none.
-std::optional<PixelTypeID> FindOwn(const std::string& argument, const std::string& text, std::string& fault) {
-  try {
-    return ParsePixelType(argument, text);
-  } catch (const ToolError& error) {
-    fault = error.what();
-    return std::nullopt;
-  }
+NamedType OneOf(const std::string& argument, const std::string& text, const std::vector<PixelTypeID>& types) {
+  if (types.size() == 1) return {types.front()};
+  std::string ids;
+  for (const PixelTypeID id : types) ids += (ids.empty() ? "" : ", ") + HexID(id) + " (" + ClassName(id) + ")";
+  throw ToolError(argument, "'" + text + "' names several pixel types; allowed: one of the ids " + ids);
 }
 
 }  // namespace
@@ -55,13 +73,19 @@ NamedType FindNamedType(const std::string& argument, const std::string& text) {
     throw ToolError(argument,
                     "a text with a null character names no pixel type; allowed: the names of `lmimaging types`");
   }
-  std::string fault;
-  const std::optional<PixelTypeID> own = FindOwn(argument, text, fault);
-  const PFNCResult camera = FindFormat(text);
-  if (!own && !camera) throw ToolError(fault + ", or a PFNC name or code; as one of those, " + camera.reason);
-  // What a camera calls RGB16 is not the class of that name. An id is never a camera's code.
-  if (own && (!camera || ParseWhole(text))) return {*own};
-  return {camera.format->type, camera.format->flags};
+  if (const std::optional<std::uint64_t> number = ParseWhole(text)) return FindNumber(argument, text, *number);
+  // What cameras call a format wins over the name of a class.
+  const PFNCResult camera = FindPFNC(text.c_str());
+  if (camera) return Named(*camera.format);
+  if (const auto formats = FindFourccs(text, false); !formats.empty()) return OneOf(argument, text, formats);
+  if (const auto types = TypesNamed(text); !types.empty()) return OneOf(argument, text, types);
+  if (const auto formats = FindFourccs(text, true); !formats.empty()) return OneOf(argument, text, formats);
+  if (const std::string reason = ReasonOf(camera); !reason.empty()) {
+    throw ToolError(argument, "no pixel type is named '" + text + "'; " + reason + kAllowed);
+  }
+  const std::string closest = ClosestNames(text);
+  throw ToolError(argument, "no pixel type is named '" + text + "'" +
+                                (closest.empty() ? "" : " (did you mean " + closest + "?)") + kAllowed);
 }
 
 std::vector<const PFNCFormat*> FormatsOf(const PixelTypeID& type) {

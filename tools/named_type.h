@@ -8,14 +8,16 @@
 
 namespace LmTool {
 
-/// A pixel type, and what its name tells besides.
+/// A pixel type, and what else its name says.
 struct NamedType {
   LmImagingLib::PixelTypeID id;
-  unsigned long mosaic = 0;  ///< the bit of `ConversionFlags` of a mosaic's layout, if the name tells it
+  unsigned long mosaic = 0;  ///< the bit of `ConversionFlags` of a mosaic's layout, if the name says it
+  unsigned long yuv = 0;     ///< the bits of the range and the matrix of YUV, if the name says them
 };
 
-/// The type that a text names: an id, a registered name, a class name, or the name or code of the GenICam Pixel Format
-/// Naming Convention. Where a class and a camera's format share a name (RGB16), it is the camera's.
+/// The type that a text names: by the name or code of the GenICam Pixel Format Naming Convention, a fourcc of V4L2, an
+/// id, a registered name or a class name. Exact spelling wins, case does not count otherwise; a name that cameras use
+/// wins over that of a class.
 /// @throws ToolError naming `argument`, with the names closest to the text, or why a camera's format is not supported
 NamedType FindNamedType(const std::string& argument, const std::string& text);
 

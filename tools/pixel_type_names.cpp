@@ -2,15 +2,13 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <memory>
 #include <numeric>
-#include <optional>
 #include <sstream>
 #include <utility>
 
+#include "LmImagingLib/PFNC.h"
 #include "LmImagingLib/PixelTypeFactory.h"
-#include "error.h"
 
 namespace LmTool {
 
@@ -75,39 +73,6 @@ constexpr NamedClass kClasses[] = {
 // Names beside those of classes.
 constexpr NamedClass kAliases[] = {{"RGB565", 0x20001}};
 
-std::string Lower(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return text;
-}
-
-std::optional<PixelTypeID> ParseNumber(const std::string& text) {
-  const bool hex = text.rfind("0x", 0) == 0;
-  const char* const end = text.data() + text.size();
-  PixelTypeID value = 0;
-  const auto [stop, error] = std::from_chars(text.data() + (hex ? 2 : 0), end, value, hex ? 16 : 10);
-  if (error != std::errc() || stop != end || value < 0) return std::nullopt;
-  return value;
-}
-
-// The registered types that have the text, in lower case, for their name or for their class's name. Some classes are
-// registered only as variants of their base id; the lowest one stands for the class.
-std::vector<PixelTypeID> TypesNamed(const std::string& text) {
-  const std::vector<PixelTypeID> all = RegisteredTypes();
-  std::vector<PixelTypeID> found;
-  for (const PixelTypeID id : all) {
-    if (Lower(PixelTypeFactory::GetPixelTypeName(id)) == text) found.push_back(id);
-  }
-  if (!found.empty()) return found;
-  const auto ofClass =
-      std::find_if(all.begin(), all.end(), [&](const PixelTypeID& id) { return Lower(ClassName(id)) == text; });
-  if (ofClass != all.end()) found.push_back(*ofClass);
-  for (const NamedClass& alias : kAliases) {
-    if (Lower(alias.name) == text) found.push_back(alias.base);
-  }
-  return found;
-}
-
 // The number of single-character edits between two texts.
 std::size_t EditDistance(const std::string& a, const std::string& b) {
   std::vector<std::size_t> row(b.size() + 1);
@@ -122,24 +87,17 @@ std::size_t EditDistance(const std::string& a, const std::string& b) {
   return row.back();
 }
 
-std::string ClosestNames(const std::string& text) {
-  constexpr std::size_t kMost = 3;
-  const std::size_t farthest = std::max<std::size_t>(2, text.size() / 2);
-  std::vector<std::pair<std::size_t, std::string>> names;
+// What one may have meant: PFNC names, and those of types whose colours they say. The name of a mosaic's type would
+// leave its layout to be guessed.
+std::vector<std::string> NamesToSuggest() {
+  std::vector<std::string> names;
+  for (std::size_t i = 0; const auto* const format = LmImagingLib::EnumPFNC(i); ++i) names.emplace_back(format->name);
   for (const PixelTypeID id : RegisteredTypes()) {
-    for (const std::string& name : {ClassName(id), std::string(PixelTypeFactory::GetPixelTypeName(id))}) {
-      const auto [shorter, longer] = std::minmax({text.size(), name.size()});
-      if (longer - shorter > farthest) continue;  // an edit changes the length by one at most
-      const std::size_t distance = EditDistance(text, Lower(name));
-      if (distance <= farthest) names.emplace_back(distance, name);
-    }
+    if (PixelTypeFactory::FindPixelType(id)->IsBayerPattern()) continue;
+    names.push_back(ClassName(id));
+    names.emplace_back(PixelTypeFactory::GetPixelTypeName(id));
   }
-  std::sort(names.begin(), names.end());
-  names.erase(std::unique(names.begin(), names.end()), names.end());
-  std::string list;
-  for (std::size_t i = 0; i < std::min(names.size(), kMost); ++i)
-    list += (i == 0 ? "'" : ", '") + names[i].second + "'";
-  return list;
+  return names;
 }
 
 }  // namespace
@@ -167,23 +125,48 @@ std::string HexID(const PixelTypeID& id) {
 
 std::string Label(const PixelTypeID& id) { return HexID(id) + " (" + PixelTypeFactory::GetPixelTypeName(id) + ")"; }
 
-PixelTypeID ParsePixelType(const std::string& argument, const std::string& text) {
-  constexpr const char* kAllowed = "; allowed: an id, a name or a class name that `lmimaging types` lists";
+std::string Lower(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return text;
+}
+
+std::vector<PixelTypeID> TypesNamed(const std::string& text) {
   const std::string wanted = Lower(text);
-  if (const std::optional<PixelTypeID> id = ParseNumber(wanted)) {
-    if (PixelTypeFactory::HasPixelType(*id)) return *id;
-    throw ToolError(argument, "no pixel type has the id '" + text + "'" + kAllowed);
+  const std::vector<PixelTypeID> all = RegisteredTypes();
+  std::vector<PixelTypeID> found;
+  for (const PixelTypeID id : all) {
+    if (Lower(PixelTypeFactory::GetPixelTypeName(id)) == wanted) found.push_back(id);
   }
-  const std::vector<PixelTypeID> found = TypesNamed(wanted);
-  if (found.size() == 1) return found.front();
-  if (found.empty()) {
-    const std::string closest = ClosestNames(wanted);
-    const std::string hint = closest.empty() ? "" : " (did you mean " + closest + "?)";
-    throw ToolError(argument, "no pixel type is named '" + text + "'" + hint + kAllowed);
+  if (!found.empty()) return found;
+  // Some classes are registered only as variants of their base id; the lowest one stands for the class.
+  const auto ofClass = std::find_if(
+      all.begin(), all.end(), [&](const PixelTypeID& id) { return !wanted.empty() && Lower(ClassName(id)) == wanted; });
+  if (ofClass != all.end()) found.push_back(*ofClass);
+  for (const NamedClass& alias : kAliases) {
+    if (Lower(alias.name) == wanted) found.push_back(alias.base);
   }
-  std::string ids;
-  for (const PixelTypeID id : found) ids += (ids.empty() ? "" : ", ") + HexID(id) + " (" + ClassName(id) + ")";
-  throw ToolError(argument, "'" + text + "' names several pixel types; allowed: one of the ids " + ids);
+  return found;
+}
+
+std::string ClosestNames(const std::string& text) {
+  constexpr std::size_t kMost = 3;
+  const std::string wanted = Lower(text);
+  const std::size_t farthest = std::max<std::size_t>(2, wanted.size() / 2);
+  std::vector<std::pair<std::size_t, std::string>> names;
+  for (const std::string& name : NamesToSuggest()) {
+    const auto [shorter, longer] = std::minmax({wanted.size(), name.size()});
+    if (longer - shorter > farthest) continue;  // an edit changes the length by one at most
+    const std::size_t distance = EditDistance(wanted, Lower(name));
+    const auto isIt = [&](const auto& other) { return other.second == name; };
+    if (distance <= farthest && std::none_of(names.begin(), names.end(), isIt)) names.emplace_back(distance, name);
+  }
+  // PFNC names, which come first, stay before others as close.
+  std::stable_sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::string list;
+  for (std::size_t i = 0; i < std::min(names.size(), kMost); ++i)
+    list += (i == 0 ? "'" : ", '") + names[i].second + "'";
+  return list;
 }
 
 }  // namespace LmTool

@@ -19,8 +19,13 @@ std::string HexID(const LmImagingLib::PixelTypeID& id);
 /// "0x20011 (Bayer RGB10-bits)".
 std::string Label(const LmImagingLib::PixelTypeID& id);
 
-/// The type that a text names: an id (0x20011, 131089), a registered name or a class name, in any case.
-/// @throws ToolError naming `argument`, with the names closest to the text
-LmImagingLib::PixelTypeID ParsePixelType(const std::string& argument, const std::string& text);
+/// The text with its ASCII letters in lower case.
+std::string Lower(std::string text);
+
+/// The registered types with a name, in any case: their own name, or that of their class.
+std::vector<LmImagingLib::PixelTypeID> TypesNamed(const std::string& text);
+
+/// Up to three names close to a text, in quotes, of cameras first; empty if there are none.
+std::string ClosestNames(const std::string& text);
 
 }  // namespace LmTool

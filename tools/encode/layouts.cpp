@@ -95,7 +95,6 @@ constexpr Layout kLayouts[] = {
     {0x20009, 10, EncodeRGB64, kRGBxWords},
     {0x2000D, 12, EncodeRGB64, kRGBxWords},
     {0x20005, 16, EncodeRGB64, kRGBxWords},
-    {0x20A40, 16, EncodeBGR48, kBGRWords},
     {0x20A41, 16, EncodeBGR64, kBGRxWords},
     {0x20A20, 10, EncodeRGB10p32, "one 32-bit word: R in bits 9-0, G in 19-10, B in 29-20"},
     {0x20A21, 10, EncodeRGB10V1Packed, "four bytes: low bits of all, top 8 bits of R, G, B"},
