@@ -22,11 +22,11 @@ inline void CheckReading(const LmTool::Bytes& file, LmTool::Picture (*decode)(co
     check(*error.what() != 0, "refused without a reason");
     return;
   }
-  const std::size_t samples = picture.size.Pixels() * (picture.gray ? 1 : 3);
   check(LmTool::IsAllowed(picture.size), "an image of a size that is not allowed");
-  check(picture.pixels.size() == samples, "another size than the image's");
+  check(picture.bits == 8 || picture.bits == 16, "an unknown depth");
+  check(picture.pixels.size() == picture.RowBytes() * picture.size.height, "another size than the image's");
   const LmTool::Picture again = decode(encode(picture));
   check(again.size.width == picture.size.width && again.size.height == picture.size.height,
         "another size after writing");
-  check(again.gray == picture.gray && again.pixels == picture.pixels, "another picture after writing");
+  check(again.gray == picture.gray && again.bits == picture.bits && again.pixels == picture.pixels, "another picture after writing");
 }
