@@ -1,5 +1,5 @@
-// Gray of colours: (77 red + 150 green + 29 blue + 128) >> 8, as bytes or in 16-bit little-endian words. The weights are
-// those of ITU-R BT.601 in 256ths: 0.299, 0.587 and 0.114.
+// Gray of colours: (77 red + 150 green + 29 blue + 128) >> 8, as bytes or in 16-bit little-endian words. The weights
+// are those of ITU-R BT.601 in 256ths: 0.299, 0.587 and 0.114.
 #include "simd/luma_lanes.h"
 #include "simd/wide_stores.h"
 
@@ -26,15 +26,15 @@ struct LumaBytes {
 
 // Words are fitted after the sum, which is exact at the depth of the samples.
 template <class Sample>
-void StoreLuma(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count,
-               const TargetLine& out, std::size_t first) {
+void StoreLuma(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
+               std::size_t first) {
   std::uint8_t* to = out.line + first * 2;
   std::size_t i = 0;
 #if LM_LANES
   if (tables == nullptr) {
     const FitLanes fit(out.fit);
     for (; i + kBlock<Sample> <= count; i += kBlock<Sample>, to += 2 * kBlock<Sample>) {
-      StoreLumaWords({Load(in.red + i), Load(in.green + i), Load(in.blue + i)}, to, fit);
+      StoreLumaWords(RgbLanes<Sample>{Load(in.red + i), Load(in.green + i), Load(in.blue + i)}, to, fit);
     }
   }
 #endif
