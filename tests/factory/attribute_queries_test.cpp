@@ -28,23 +28,7 @@ std::vector<PixelTypeID> BuiltinTypes(const PixelTypeAttributes& attributes) {
   return ids;
 }
 
-TEST(AttributeQueries, WalkPackedTenBitGrayscale) {
-  PixelTypeAttributes attributes;
-  attributes.colorSpace = kColorSpaceGrayscale;
-  attributes.bitCount = static_cast<unsigned short>(10);
-  attributes.packed = true;
-  const std::vector<PixelTypeID> expected = {0x410002,  0x610002,  0x1410002, 0x1610002, 0x2410002,
-                                             0x2610002, 0x4410002, 0x4610002, 0x8410002, 0x8610002};
-  EXPECT_EQ(BuiltinTypes(attributes), expected);
-
-  attributes.interlaced = false;
-  attributes.dualOutputMode = 0;
-  EXPECT_EQ(BuiltinTypes(attributes), std::vector<PixelTypeID>{0x410002});
-  attributes.planar = true;
-  EXPECT_EQ(BuiltinTypes(attributes), std::vector<PixelTypeID>{});
-}
-
-TEST(AttributeQueries, AskForEachAttributeAlone) {
+TEST(AttributeQueries, AskForEachAttributeAloneAndTogether) {
   const auto matches = [](const PixelTypeAttributes& a) {
     std::vector<PixelTypeID> ids;
     const auto flag = [](const std::optional<bool>& wanted, bool set) { return !wanted || *wanted == set; };
@@ -73,6 +57,8 @@ TEST(AttributeQueries, AskForEachAttributeAlone) {
   for (const PixelTypeID mode : {PixelTypeID{0}, kDualLeftRight, kDualLeftInvertedRightInverted, kDualLines}) {
     queries.emplace_back().dualOutputMode = mode;
   }
+  queries.push_back({kColorSpaceGrayscale, static_cast<unsigned short>(10), {}, {}, true, {}, {}});
+  queries.push_back({kColorSpaceGrayscale, static_cast<unsigned short>(10), {}, false, true, {}, PixelTypeID{0}});
   for (std::size_t i = 0; i < queries.size(); ++i) EXPECT_EQ(BuiltinTypes(queries[i]), matches(queries[i])) << i;
 }
 
