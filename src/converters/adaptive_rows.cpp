@@ -16,8 +16,8 @@ namespace {
 // A line reads the differences of the rows from 3 above to 3 below, those the sums of five rows of changes around.
 constexpr std::int64_t kDifferenceReach = 3, kSumReach = 2;
 // Pairs of columns on either side of a row for which changes are made, and differences, for 3 columns of them are read,
-// and 2 more of changes.
-constexpr std::size_t kPairsBefore = 8;
+// and 2 more of changes. So many begin a register.
+constexpr std::size_t kPairsBefore = 16;
 
 // The slot of a row, which may be above the image, in a ring.
 template <std::int64_t kCount>

@@ -81,7 +81,7 @@ PartedDemosaicer<Sample>::PartedDemosaicer(const MosaicSource& source, const Wri
       mSource(source.type, frame, source.width, 1, RowsRead(frame, first, end),
               RowLookupOf(frame, source.type.depth, mShape.depth)),
       mRows(mSource, mShape, first - std::min(first, DemosaicMethodOf(frame.flags).reach),
-            CoarseShift(frame.flags, mShape.depth)),
+            DemosaicMethodOf(frame.flags).reach, CoarseShift(frame.flags, mShape.depth)),
       mSteps(StepsAfterDemosaicing<Sample>(frame, source.type.depth, writer)),
       mFit(FitAfterDemosaicing<Sample>(frame, source.type.depth, writer)) {}
 

@@ -18,13 +18,15 @@ std::uint32_t Mirrored(std::int64_t row, std::uint32_t count) {
 
 template <class Sample>
 PartedRowWindow<Sample>::PartedRowWindow(RowWindow<Sample>& rows, const MosaicShape& shape, std::uint32_t first,
-                                         std::uint32_t coarseShift)
+                                         std::uint32_t reach, std::uint32_t coarseShift)
     : mRows(rows),
       mShape(shape),
       mNext(first),
       mCoarseShift(coarseShift),
-      mValues(shape.width, 2 * kRows),
-      mCoarse(shape.width, std::is_same_v<Value, std::int16_t> ? 0 : 2 * kRows) {}
+      // A step reads 3 rows up and down at most; the last one of several reads those that the first one has read.
+      mKept(reach <= 3 ? 8 : 16),
+      mValues(shape.width, 2 * mKept),
+      mCoarse(shape.width, std::is_same_v<Value, std::int16_t> ? 0 : 2 * mKept) {}
 
 template <class Sample>
 PartedRows<Number<Sample>> PartedRowWindow<Sample>::Around(std::int64_t row, std::int64_t reach) {
@@ -49,14 +51,14 @@ PartedRows<Any> PartedRowWindow<Sample>::RowsAround(std::int64_t row, std::int64
   for (std::int64_t by = -reach; by <= reach; ++by) {
     const std::uint32_t at = Mirrored(row + by, mShape.height);
     while (mNext <= at) Part(mNext++);
-    around.row[3 + by] = from.At(at % kRows * 2);
+    around.row[3 + by] = from.At((at & (mKept - 1)) * 2);
   }
   return around;
 }
 
 template <class Sample>
 void PartedRowWindow<Sample>::Part(std::uint32_t row) {
-  const std::size_t index = row % kRows * 2;
+  const std::size_t index = (row & (mKept - 1)) * 2;
   Value* const even = mValues.At(index);
   Value* const odd = mValues.At(index + 1);
   const auto column = [&](std::int64_t x) -> Value& {

@@ -1,28 +1,39 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "simd/mosaic.h"
 #include "walk/row_window.h"
+#include "walk/strips.h"
 
 namespace LmImagingLib {
 
-/// Half rows of numbers in one piece of memory, which begins as zeros. Each has a margin on both sides.
+/// Half rows of numbers in one piece of memory, which begins as zeros. Each has a margin on both sides, and its first
+/// column begins a cache line: stores that cross two take twice as long.
 template <class Value>
 class HalfRows {
  public:
   /// @param width  columns of a whole row
   HalfRows(std::size_t width, std::size_t count)
-      : mStride((width + 1) / 2 / kRowMargin * kRowMargin + 3 * kRowMargin), mValues(mStride * count) {}
+      : mStride((width + 1) / 2 / kRowMargin * kRowMargin + 3 * kRowMargin),
+        mValues(mStride * count + kCacheLine / sizeof(Value)) {
+    void* first = mValues.data();
+    std::size_t space = mValues.size() * sizeof(Value);
+    mFirst = static_cast<Value*>(std::align(kCacheLine, mStride * count * sizeof(Value), first, space));
+  }
+  HalfRows(const HalfRows&) = delete;
+  HalfRows& operator=(const HalfRows&) = delete;
 
   /// From a half row to the next.
   std::size_t Stride() const { return mStride; }
   /// The first column of a half row.
-  Value* At(std::size_t index) { return mValues.data() + index * mStride + kRowMargin; }
+  Value* At(std::size_t index) { return mFirst + index * mStride + kRowMargin; }
 
  private:
-  std::size_t mStride;
+  const std::size_t mStride;
   std::vector<Value> mValues;
+  Value* mFirst;
 };
 
 /// The row inside an image of `count` rows, at least 2, that one outside mirrors about the edge row.
@@ -40,7 +51,7 @@ struct MosaicShape {
 inline constexpr std::uint32_t kNotCoarse = ~0U;
 
 /// The rows of a mosaic around the lines that are being converted, parted into even and odd columns, and mirrored on
-/// all sides. A row is valid until one 16 below it was asked for.
+/// all sides. As many rows are kept as a method reads around a line.
 template <class Sample>
 class PartedRowWindow {
  public:
@@ -48,7 +59,9 @@ class PartedRowWindow {
 
   /// @param rows  to take rows from, which is asked from row `first` on
   /// @param coarseShift  how far words are shifted right to be coarse; `kNotCoarse` where nobody asks for them
-  PartedRowWindow(RowWindow<Sample>& rows, const MosaicShape& shape, std::uint32_t first, std::uint32_t coarseShift);
+  /// @param reach  rows above and below a line that are read
+  PartedRowWindow(RowWindow<Sample>& rows, const MosaicShape& shape, std::uint32_t first, std::uint32_t reach,
+                  std::uint32_t coarseShift);
 
   const MosaicShape& Shape() const { return mShape; }
 
@@ -58,8 +71,6 @@ class PartedRowWindow {
   PartedRows<std::int16_t> CoarseAround(std::int64_t row, std::int64_t reach);
 
  private:
-  static constexpr std::uint32_t kRows = 16;  // a power of two
-
   template <class Any>
   PartedRows<Any> RowsAround(std::int64_t row, std::int64_t reach, HalfRows<Any>& from);
   void Part(std::uint32_t row);
@@ -68,6 +79,7 @@ class PartedRowWindow {
   const MosaicShape mShape;
   std::uint32_t mNext;  // the row after the last one that is there
   const std::uint32_t mCoarseShift;
+  const std::uint32_t mKept;  // rows, a power of two
   HalfRows<Value> mValues;
   HalfRows<std::int16_t> mCoarse;  // of bytes none, which are coarse as they are
 };
