@@ -73,11 +73,12 @@ void MosaicLayout::Set(const std::string& argument, const std::string& says, uns
 }
 
 CLI::Option* AddTypeOption(CLI::App& command, const std::string& name, LmImagingLib::PixelTypeID& value,
-                           MosaicLayout* mosaic, const std::string& description) {
-  const auto parse = [name, &value, mosaic](const std::string& text) {
+                           MosaicLayout* mosaic, const std::string& description, unsigned long* flags) {
+  const auto parse = [name, &value, mosaic, flags](const std::string& text) {
     const NamedType type = FindNamedType(name, text);
     value = type.id;
     if (mosaic != nullptr && type.mosaic != 0) mosaic->Set(name, text, type.mosaic);
+    if (flags != nullptr) *flags |= type.yuv;
   };
   return command.add_option_function<std::string>(name, parse, description)->type_name("TYPE");
 }

@@ -30,8 +30,9 @@ class MosaicLayout {
 
 /// Adds an option whose value names a pixel type.
 /// @param mosaic  learns the layout of a mosaic if the name tells it; null where no mosaic is read
+/// @param flags  gets the range and the matrix of YUV if the name says them; null where no colours are made of it
 CLI::Option* AddTypeOption(CLI::App& command, const std::string& name, LmImagingLib::PixelTypeID& value,
-                           MosaicLayout* mosaic, const std::string& description);
+                           MosaicLayout* mosaic, const std::string& description, unsigned long* flags = nullptr);
 
 /// Adds `--size WIDTHxHEIGHT`.
 CLI::Option* AddSizeOption(CLI::App& command, ImageSize& size, const std::string& description);

@@ -82,8 +82,9 @@ struct ConversionResult {
 ///
 /// These are the bytes that `ConvertImage` reads or writes: 3 a pixel for every 24-bit type, where
 /// `PixelType::GetBufferSizeFor` counts 4 for the unpacked ones. Packed lines of one and a half or four and a half
-/// bytes a pixel may end within a byte. Without padding the next line begins in the same byte. A last line of YUV 4:1:1
-/// of 2 more pixels than a multiple of four includes the V that both pixels need. Any thread may call it at any time.
+/// bytes a pixel may end within a byte. Without padding the next line begins in the same byte; lines of the packed
+/// extended types begin with a byte. A last line of YUV 4:1:1 of 2 more pixels than a multiple of four includes the V
+/// that both pixels need. Any thread may call it at any time.
 /// @param type  the pixel type
 /// @param width, height  in pixels
 /// @param lineSize  bytes from the beginning of a line to that of the next; 0 for lines without padding
@@ -97,8 +98,8 @@ LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned lon
 ///
 /// The pixels are those of `PixelConverter::Convert`, by default at full depth. Pixels that it does not convert keep
 /// their values: an odd last line of an interlaced image; the rest of a line that is less than a pair in YUV 4:2:2,
-/// packed and two-tap layouts (packed GigE Vision layouts convert it), or less than four pixels in four-tap layouts;
-/// and the last pixel of a YUV 4:1:1 line that is one more than a multiple of four.
+/// packed and two-tap layouts (packed GigE Vision and extended layouts convert it), or less than four pixels in
+/// four-tap layouts; and the last pixel of a YUV 4:1:1 line that is one more than a multiple of four.
 ///
 /// It refuses, beside buffers that are too small:
 /// - images of different sizes, and images without a pixel

@@ -37,8 +37,8 @@ class LM_EXPORT PixelType {
   ///
   /// Packed grayscale and Bayer types of 10 or 12 bits take 1.5 bytes a pixel, with the pixel count rounded up to even.
   /// Unpacked 24-bit types take 4 bytes a pixel, although their converters read and write 3: the identity conversion
-  /// copies this whole size, so buffers must have it. All others take `GetPixelByteSize` bytes a pixel. Some
-  /// conversions touch more: see `FindConversionExtent`.
+  /// copies this whole size, so buffers must have it. Packed extended types have lines of whole bytes, and do not wrap.
+  /// All others take `GetPixelByteSize` bytes a pixel. Some conversions touch more: see `FindConversionExtent`.
   virtual unsigned long GetBufferSizeFor(unsigned long width, unsigned long height) const;
 
   /// The registered converter from this type to `other`; a null address if there is none, so ask `HasConverterTo`

@@ -21,7 +21,7 @@ const BadCommand kBadCommands[] = {
     {"convert frame.raw out.bmp --size 640x480", {"--from"}},
     {"convert frame.raw out.bmp --from BayerRG10 --size 640x480 --frobnicate", {"--frobnicate"}},
 
-    {"convert frame.raw out.bmp --from Bayer10 --size 640x480", {"--from", "'Bayer10'", "'BayerRGB10'"}},
+    {"convert frame.raw out.bmp --from Bayer10 --size 640x480", {"--from", "'Bayer10'", "'BayerGR10'"}},
     {"convert frame.raw out.bmp --from 0x31337 --size 640x480", {"--from", "'0x31337'"}},
     {"convert frame.raw out.bmp --from 0x20011x --size 640x480", {"--from", "'0x20011x'"}},
     {"convert frame.raw out.bmp --from 'Bayer RGB14-bits' --size 640x480", {"--from", "0x20016", "0x20020"}},
@@ -84,9 +84,10 @@ const BadCommand kBadCommands[] = {
     {"convert frame.raw out.bmp --from Mono10 --field-order bottom --size 640x480", {"--field-order", "0x10002"}},
     {"convert frame.raw out.bmp --from BayerRG10 --bayer GB --size 640x480", {"--bayer", "'GB'", "'BayerRG10'"}},
     {"convert frame.raw out.raw --from BayerRG10 --to BayerGR8 --size 640x480", {"'BayerRG10'", "'BayerGR8'"}},
-    {"convert frame.raw out.bmp --from Mono10p --size 640x480", {"--from", "'Mono10p'", "packing"}},
-    {"convert frame.raw out.bmp --from RGB10p32 --size 640x480", {"--from", "red", "blue", "BGR10V2Packed"}},
-    {"convert frame.raw out.bmp --from 0x0220001C --size 640x480", {"--from", "'0x0220001C'", "red"}},
+    {"convert frame.raw out.bmp --from RGB14 --size 640x480", {"--from", "'RGB14'", "14 bits"}},
+    {"convert frame.raw out.bmp --from Coord3D_A8 --size 640x480", {"--from", "no picture"}},
+    {"convert frame.raw out.bmp --from PGAA --size 640x480", {"--from", "'PGAA'", "'pGAA'", "'pgAA'"}},
+    {"convert frame.raw out.bmp --from 0x0230005E --size 640x480", {"--from", "'0x0230005E'", "14 bits"}},
     {"synth out.raw --size 4x4", {"--type", ".png"}},
     {"info Bayer", {"TYPE", "'Bayer'"}},
 

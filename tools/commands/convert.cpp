@@ -95,7 +95,8 @@ void AddConvertCommand(CLI::App& app) {
   AddTypeOption(
       *command, "--from", options->from, &options->mosaic,
       "Type of raw frames, which need it: an id, a name, a class name, or what a camera calls it, by PFNC name "
-      "or code. Pictures are Grayscale8 or BGR24 (0x420006), those of 16 bits Grayscale16 or BGR48 (0x20A40)");
+      "or code. Pictures are Grayscale8 or BGR24 (0x420006), those of 16 bits Grayscale16 or BGR48 (0x20A40)",
+      &options->flags);
   AddTypeOption(
       *command, "--to", options->to, &options->mosaic,
       "Type to convert to. A picture shows colour types in colour, gray types and mosaics in gray (default for "

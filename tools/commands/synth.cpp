@@ -52,7 +52,8 @@ void AddSynthCommand(CLI::App& app) {
       ->type_name("FILE");
   options->typeOption = AddTypeOption(*command, "--type", options->type, &options->mosaic,
                                       "Type of the frame. A picture shows it as `convert` would (default for pictures: "
-                                      "the scene as it is)");
+                                      "the scene as it is)",
+                                      &options->flags);
   AddSizeOption(*command, options->size, "Width and height in pixels")->required();
   AddLayoutOptions(*command, options->mosaic, options->flags);
   command->footer(

@@ -52,7 +52,7 @@ Line SceneLine(const PixelTypeID& type, const ImageSize& size, unsigned long fla
   Widen(line.pixels);
   Widen(line.samples);
   for (std::size_t x = 0; chromaPixels != 0 && x < line.pixels.size(); x += chromaPixels) {
-    line.yuv.push_back(NearestYuv(&line.pixels[x], chromaPixels));
+    line.yuv.push_back(NearestYuv(&line.pixels[x], chromaPixels, flags));
   }
   return line;
 }

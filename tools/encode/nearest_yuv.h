@@ -14,8 +14,9 @@ struct YuvGroup {
   std::uint16_t u, v;
 };
 
-/// The studio-range YUV samples, of 8 bits, of `count` pixels (1 to 4) whose 8-bit colours, as the library decodes
-/// them, come closest to the pixels.
-YuvGroup NearestYuv(const Color16* pixels, std::size_t count);
+/// The YUV samples, of 8 bits, of `count` pixels (1 to 4) whose 8-bit colours, as the library decodes them, come
+/// closest to the pixels.
+/// @param flags  bits of `ConversionFlags`: the range and the matrix
+YuvGroup NearestYuv(const Color16* pixels, std::size_t count, unsigned long flags);
 
 }  // namespace LmTool
