@@ -28,5 +28,6 @@ inline void CheckReading(const LmTool::Bytes& file, LmTool::Picture (*decode)(co
   const LmTool::Picture again = decode(encode(picture));
   check(again.size.width == picture.size.width && again.size.height == picture.size.height,
         "another size after writing");
-  check(again.gray == picture.gray && again.bits == picture.bits && again.pixels == picture.pixels, "another picture after writing");
+  check(again.gray == picture.gray && again.bits == picture.bits && again.pixels == picture.pixels,
+        "another picture after writing");
 }

@@ -1,7 +1,6 @@
 // Reads random bytes as a TIFF file.
-#include "tiff_image.h"
-
 #include "pictures.h"
+#include "tiff_image.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   CheckReading({data, data + size}, LmTool::DecodeTiff, LmTool::EncodeTiff);

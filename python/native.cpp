@@ -34,6 +34,12 @@ constexpr std::pair<const char*, unsigned long> kBayerLayouts[] = {{"GR", Conver
                                                                    {"GB", ConversionFlags::kBayerGB},
                                                                    {"BG", ConversionFlags::kBayerBG}};
 
+constexpr std::pair<const char*, unsigned long> kDemosaics[] = {{"block", ConversionFlags::kNone},
+                                                                {"bilinear", ConversionFlags::kBilinear},
+                                                                {"mhc", ConversionFlags::kGradientCorrected},
+                                                                {"adaptive", ConversionFlags::kAdaptive},
+                                                                {"half", ConversionFlags::kHalfSize}};
+
 // The bytes between the first and the last element of an array, whatever lies between its rows.
 std::size_t Extent(const py::buffer_info& array) {
   std::size_t bytes = static_cast<std::size_t>(array.itemsize);
@@ -70,18 +76,18 @@ std::vector<std::pair<PixelTypeID, PixelTypeID>> ConverterIDs() {
   return pairs;
 }
 
-// A type, and the name of the mosaic's layout if the type was named with it; else "".
-using Found = std::pair<PixelTypeID, std::string>;
+// A type, the name of the mosaic's layout if the type was named with it, else "", and the flags of a YCbCr name.
+using Found = std::tuple<PixelTypeID, std::string, unsigned long>;
 
-Found FoundType(const PixelTypeID& id, unsigned long mosaic) {
+Found FoundType(const PixelTypeID& id, unsigned long flags) {
   for (const auto& [name, flag] : kBayerLayouts) {
-    if (mosaic == flag) return {id, name};
+    if (flags == flag) return {id, name, 0};
   }
-  return {id, ""};
+  return {id, "", flags};
 }
 
 Found FindNumber(const std::string& argument, const PixelTypeID& number) {
-  if (PixelTypeFactory::HasPixelType(number)) return {number, ""};
+  if (PixelTypeFactory::HasPixelType(number)) return {number, "", 0};
   const PFNCResult found = FindPFNC(static_cast<std::uint32_t>(number));
   if (found && number == found.format->code) return FoundType(found.format->type, found.format->flags);
   std::string message = argument + ": no pixel type has the id or the PFNC code " + LmTool::HexID(number);
@@ -92,7 +98,7 @@ Found FindNumber(const std::string& argument, const PixelTypeID& number) {
 Found FindName(const std::string& argument, const std::string& text) {
   try {
     const LmTool::NamedType found = LmTool::FindNamedType(argument, text);
-    return FoundType(found.id, found.mosaic);
+    return FoundType(found.id, found.mosaic | found.yuv);
   } catch (const LmTool::ToolError& error) {
     throw py::value_error(error.what());
   }
@@ -130,16 +136,18 @@ void WithoutInterpreterLock(const Work& work) {
 // Gains and offsets of red, green and blue.
 using Balance = std::pair<std::array<double, 3>, std::array<unsigned short, 3>>;
 
+using Size = std::pair<unsigned long, unsigned long>;  // width and height
+
 // A line size of 0 stands for lines without padding.
 void Convert(const PixelTypeID& from, const py::buffer& source, std::size_t sourceLineSize, const PixelTypeID& to,
-             const py::buffer& destination, std::size_t destinationLineSize, unsigned long width, unsigned long height,
+             const py::buffer& destination, std::size_t destinationLineSize, const Size& size, const Size& newSize,
              unsigned long flags, const std::pair<unsigned long, unsigned long>& lines,
              const std::optional<Balance>& balance, bool fullDepth) {
   // Requested buffers keep their memory until they are given back.
   const py::buffer_info in = source.request();
   const py::buffer_info out = destination.request(true);
-  const ConstImageView sourceView{from, in.ptr, Extent(in), width, height, sourceLineSize};
-  const ImageView destinationView{to, out.ptr, Extent(out), width, height, destinationLineSize};
+  const ConstImageView sourceView{from, in.ptr, Extent(in), size.first, size.second, sourceLineSize};
+  const ImageView destinationView{to, out.ptr, Extent(out), newSize.first, newSize.second, destinationLineSize};
 
   ConversionResult converted;
   WithoutInterpreterLock([&] {
@@ -176,6 +184,11 @@ PYBIND11_MODULE(_native, module) {
   py::dict bayer;
   for (const auto& [name, flag] : kBayerLayouts) bayer[name] = flag;
   module.attr("BAYER") = bayer;
-  module.attr("BILINEAR") = ConversionFlags::kBilinear;
+  py::dict demosaics;
+  for (const auto& [name, flag] : kDemosaics) demosaics[name] = flag;
+  module.attr("DEMOSAICS") = demosaics;
+  module.attr("FILTER_FIRST") = ConversionFlags::kFilterFirst;
+  module.attr("FULL_RANGE") = ConversionFlags::kFullRange;
+  module.attr("BT709") = ConversionFlags::kBT709;
   module.attr("FIELD_ORDER") = ConversionFlags::kFieldOrder;
 }

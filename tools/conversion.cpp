@@ -20,6 +20,11 @@ struct PictureTypes {
 constexpr PictureTypes k8Bits{0x10001, 0x20010, 0x420006, 0x420002};
 constexpr PictureTypes k16Bits{0x10005, 0x20020, 0x20A40, 0x20004};
 
+ImageSize ConvertedSize(const RawFrame& frame) {
+  if ((frame.flags & ConversionFlags::kHalfSize) == 0) return frame.size;
+  return {frame.size.width / 2, frame.size.height / 2};
+}
+
 const PictureTypes& TypesOf(unsigned bits) { return bits == 16 ? k16Bits : k8Bits; }
 
 // Exchanges red and blue.
@@ -34,16 +39,15 @@ void Swap(Bytes& pixels) {
 }  // namespace
 
 Bytes ConvertFrame(const RawFrame& frame, const PixelTypeID& to, const Treatment& treatment) {
-  const auto width = static_cast<unsigned long>(frame.size.width);
-  const auto height = static_cast<unsigned long>(frame.size.height);
-  Bytes converted(RequiredSize(to, width, height).value_or(0));
+  const ImageSize size = ConvertedSize(frame);
+  Bytes converted(RequiredSize(to, size.width, size.height).value_or(0));
   ConvertOptions options;
   options.filter = treatment.filter;
   options.flags = frame.flags;
   options.depth = treatment.depth;
-  const ConversionResult result =
-      ConvertImage({frame.type, frame.bytes.data(), frame.bytes.size(), width, height, frame.lineSize},
-                   {to, converted.data(), converted.size(), width, height}, options);
+  const ConversionResult result = ConvertImage(
+      {frame.type, frame.bytes.data(), frame.bytes.size(), frame.size.width, frame.size.height, frame.lineSize},
+      {to, converted.data(), converted.size(), size.width, size.height}, options);
   if (!result.IsOK()) throw std::runtime_error(result.message);
   return converted;
 }
@@ -51,7 +55,7 @@ Bytes ConvertFrame(const RawFrame& frame, const PixelTypeID& to, const Treatment
 Picture ConvertToPicture(const RawFrame& frame, const PixelTypeID& to, unsigned bits, const Treatment& treatment) {
   const PictureTypes& types = TypesOf(bits);
   const PixelTypeID shown = IsMosaic(to) ? types.mosaic : IsGray(to) ? types.gray : types.bgr;
-  Picture picture{frame.size, shown != types.bgr, bits, {}};
+  Picture picture{ConvertedSize(frame), shown != types.bgr, bits, {}};
   // From a type to itself is a copy, which balances nothing.
   const bool isCopy = frame.type == types.bgr && shown == types.bgr && treatment.filter != nullptr;
   picture.pixels = ConvertFrame(frame, isCopy ? types.rgb : shown, treatment);

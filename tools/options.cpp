@@ -25,7 +25,14 @@ struct Choice {
 constexpr Choice kBayerLayouts[] = {
     {"GR", Flags::kBayerGR}, {"GB", Flags::kBayerGB}, {"RG", Flags::kBayerRG}, {"BG", Flags::kBayerBG}};
 constexpr Choice kFieldOrders[] = {{"top", Flags::kNone}, {"bottom", Flags::kFieldOrder}};
-constexpr Choice kDemosaics[] = {{"block", Flags::kNone}, {"bilinear", Flags::kBilinear}};
+constexpr Choice kDemosaics[] = {{"block", Flags::kNone},
+                                 {"bilinear", Flags::kBilinear},
+                                 {"mhc", Flags::kGradientCorrected},
+                                 {"adaptive", Flags::kAdaptive},
+                                 {"half", Flags::kHalfSize}};
+constexpr Choice kFilterOrders[] = {{"mosaic", Flags::kFilterFirst}, {"colour", Flags::kNone}};
+constexpr Choice kYuvRanges[] = {{"studio", Flags::kNone}, {"full", Flags::kFullRange}};
+constexpr Choice kYuvMatrices[] = {{"bt601", Flags::kNone}, {"bt709", Flags::kBT709}};
 
 template <std::size_t kCount>
 std::string WordsOf(const Choice (&choices)[kCount]) {
@@ -146,9 +153,22 @@ void AddLayoutOptions(CLI::App& command, MosaicLayout& mosaic, unsigned long& fl
                   "(default: top)");
 }
 
-void AddDemosaicOption(CLI::App& command, unsigned long& flags) {
-  AddChoiceOption(command, "--demosaic", kDemosaics, flags,
-                  "Bayer types: colours from 2x2 cells, or from the neighbours of each pixel (default: block)");
+void AddDemosaicOptions(CLI::App& command, unsigned long& flags) {
+  AddChoiceOption(
+      command, "--demosaic", kDemosaics, flags,
+      "Bayer types: colours along edges (adaptive), by linear 5x5 filters (mhc), from the neighbours of each "
+      "pixel (bilinear) or from 2x2 cells (block); or a picture of half the size (half) (default: adaptive)");
+  AddChoiceOption(command, "--filter-order", kFilterOrders, flags,
+                  "Bayer types: whether --gain and --offset act on the samples of the mosaic, which makes better "
+                  "colours, or on the colours (default: mosaic)");
+}
+
+void AddYuvOptions(CLI::App& command, unsigned long& flags) {
+  AddChoiceOption(command, "--yuv-range", kYuvRanges, flags,
+                  "YUV types: whether brightness has the values 16 to 235, or all (default: as a YCbCr name says, else "
+                  "studio)");
+  AddChoiceOption(command, "--yuv-matrix", kYuvMatrices, flags,
+                  "YUV types: the coefficients of BT.601 or BT.709 (default: as a YCbCr name says, else bt601)");
 }
 
 void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth) {

@@ -46,8 +46,11 @@ void AddFramesOption(CLI::App& command, std::optional<FrameRange>& frames);
 /// Adds `--bayer` and `--field-order`, which sets bits of the conversion flags.
 void AddLayoutOptions(CLI::App& command, MosaicLayout& mosaic, unsigned long& flags);
 
-/// Adds `--demosaic`, which sets a bit of the conversion flags.
-void AddDemosaicOption(CLI::App& command, unsigned long& flags);
+/// Adds `--demosaic` and `--filter-order`, which set bits of the conversion flags.
+void AddDemosaicOptions(CLI::App& command, unsigned long& flags);
+
+/// Adds `--yuv-range` and `--yuv-matrix`, which set bits of the conversion flags.
+void AddYuvOptions(CLI::App& command, unsigned long& flags);
 
 /// Adds `--depth full|8`.
 void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth);

@@ -17,12 +17,12 @@ _SAMPLES = {
         ("u1", 2, "YUV8 YUV8_422_GEV"),
         ("u1", 3, "RGB24 BGR24 RGB8_3 YUV8_444 YUV8_444_GEV YCrCb"),
         ("u1", 4, "RGB32 BGR32 RGB8_4"),
-        ("<u2", 1, "Grayscale10 Grayscale12 Grayscale14 Grayscale16 Grayscale10_DualQuadMultiplexed RGB16"),
+        ("<u2", 1, "Grayscale10 Grayscale12 Grayscale14 Grayscale16 Grayscale10_DualQuadMultiplexed RGB16 RGB565p"),
         ("<u2", 1, "BayerRGB10 BayerRGB12 BayerRGB14 BayerRGB16"),
         ("<u2", 2, "YUV10"),
         ("<u2", 3, "RGB48 RGB48_10Bits RGB48_12Bits BGR48_10Bits BGR48_12Bits BGR48"),
         ("<u2", 4, "RGB64 RGB64_10Bits RGB64_12Bits BGR64"),
-        ("<u4", 1, "BGR10PackedV1 BGR10PackedV2"),
+        ("<u4", 1, "BGR10PackedV1 BGR10PackedV2 RGB10p32 RGB10V1Packed"),
     ]
     for name in names.split()
 }

@@ -42,15 +42,16 @@ TypeLike = Union[PixelType, SupportsIndex, str]
 _ALLOWED = "allowed: a PixelType, an id, a name or a PFNC code"
 
 
-def resolve(argument: str, wanted: TypeLike) -> tuple[PixelType, Optional[str]]:
-    """The type that an argument names, and the Bayer layout if the name tells it ("RG")."""
+def resolve(argument: str, wanted: TypeLike) -> tuple[PixelType, Optional[str], int]:
+    """The type that an argument names, the Bayer layout if the name says it ("RG"), and the conversion flags of a YCbCr
+    name."""
     if isinstance(wanted, str) and not wanted.isprintable():  # such as a name up to a null character
         raise ValueError(f"{argument}: {shown(wanted)} is no name of a pixel type; {_ALLOWED}")
     if isinstance(wanted, str) and not wanted[:1].isdigit():
-        id, layout = _native.find_name(argument, wanted)
+        id, layout, flags = _native.find_name(argument, wanted)
     else:
-        id, layout = _native.find_number(argument, _number(argument, wanted))
-    return _pixel_type(id), layout or None
+        id, layout, flags = _native.find_number(argument, _number(argument, wanted))
+    return _pixel_type(id), layout or None, flags
 
 
 @functools.lru_cache(maxsize=None)  # the registry never changes or removes a type

@@ -61,9 +61,8 @@ void PartedRowWindow<Sample>::Part(std::uint32_t row) {
   const std::size_t index = (row & (mKept - 1)) * 2;
   Value* const even = mValues.At(index);
   Value* const odd = mValues.At(index + 1);
-  const auto column = [&](std::int64_t x) -> Value& {
-    return (x % 2 != 0 ? odd : even)[(x - (x % 2 != 0 ? 1 : 0)) / 2];
-  };
+  Value* const columns[] = {even, odd};
+  const auto column = [&](std::int64_t x) -> Value& { return columns[x & 1][x >> 1]; };  // x may be negative
   kPartRow.template Of<Sample>().Active()(mRows.Row(row), mShape.width, even, odd);
   for (std::int64_t k = 1; k <= std::int64_t{kMirroredColumns}; ++k) {
     column(-k) = column(Mirrored(-k, mShape.width));

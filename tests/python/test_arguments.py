@@ -66,7 +66,9 @@ def test_no_code_is_the_id_of_another_type(all_types):
         ("BGRa8", "u1", (4,)),
         ("BGR12", "<u2", (3,)),
         ("RGBa16", "<u2", (4,)),
-        (0x20A40, "<u2", (3,)),
+        ("BGR16", "<u2", (3,)),
+        ("RGB10p32", "<u4", ()),
+        ("RGB565p", "<u2", ()),
     ],
 )
 def test_arrays_hold_samples(name, dtype, samples):

@@ -79,7 +79,7 @@ TEST_F(Depth, GainsLeaveNoComb) {
   std::vector<unsigned> frame(64 * 64);
   for (unsigned i = 0; i < frame.size(); ++i) frame[i] = i / 128 * 32 + i % 64 / 2;  // each cell has a value of its own
   Write("frame.raw", BytesOf(frame));
-  RunSilently("convert frame.raw out.raw --from BayerRG12 --to RGB16 --size 64x64 --gain 4,1.5,4");
+  RunSilently("convert frame.raw out.raw --from BayerRG12 --to RGB16 --size 64x64 --gain 4,1.5,4 --demosaic block");
   const std::vector<unsigned> rgb = Words("out.raw");
   for (const std::size_t channel : {0U, 1U, 2U}) {
     std::set<unsigned> levels;

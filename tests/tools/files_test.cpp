@@ -64,7 +64,7 @@ TEST_F(ConvertFiles, FramesPassThroughPipes) {
   // The second frame comes only after the first one has gone through.
   const ToolResult result =
       Shell("mkfifo in out; '" LM_TOOL "' convert - - " + rgb +
-            " < in > out & exec 3> in 4< out; head -c 3 movie.raw >&3; head -c 3 <&4 > first.raw; "
+            " < in > out & exec 3> in 4< out; head -c 3 movie.raw >&3; timeout 20 head -c 3 <&4 > first.raw; "
             "tail -c 3 movie.raw >&3; exec 3>&-; cat <&4 > second.raw");
   EXPECT_EQ(result.output, "");
   EXPECT_EQ(Read("first.raw"), (Bytes{3, 2, 1}));

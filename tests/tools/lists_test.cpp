@@ -94,10 +94,10 @@ TEST_F(Lists, LostBitsAreCounted) {
     const char *from, *to;
     int bits, kept;
   };
-  const Case cases[] = {
-      {"Mono12", "Mono16", 12, 12},      {"Mono12", "Mono10", 12, 10}, {"BayerRG12p", "RGB8", 12, 8},
-      {"BayerRG10", "Mono8", 10, 8},     {"RGB8", "RGB565", 8, 5},     {"RGB565", "BGR8", 5, 5},
-      {"RGB12_Planar", "RGB16", 12, 12}, {"0x40002", "RGB10", 10, 8},  {"0x110002", "Mono16", 10, 10}};
+  const Case cases[] = {{"Mono12", "Mono16", 12, 12},  {"Mono12", "Mono10", 12, 10},      {"BayerRG12p", "RGB8", 12, 8},
+                        {"BayerRG10", "Mono8", 10, 8}, {"RGB8", "RGB565", 8, 5},          {"RGB565", "BGR8", 5, 5},
+                        {"RGB8", "Mono16", 8, 8},      {"RGB12_Planar", "RGB16", 12, 12}, {"0x40002", "RGB10", 10, 8},
+                        {"0x110002", "Mono16", 10, 10}};
   for (const Case& c : cases) {
     const std::string filter = std::string("converters --from ") + c.from + " --to " + c.to;
     const json pair = json::parse(Run(filter + " --json").output)[0];

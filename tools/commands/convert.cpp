@@ -51,7 +51,7 @@ void Run(const ConvertArguments& arguments) {
   CheckArguments(arguments, pairs);
   const std::optional<RGBFilter> filter =
       WhiteBalanceOf(arguments, PictureFormatOf(pairs.front().destination).has_value());
-  Conversion conversion{{arguments.from, arguments.size, arguments.flags | arguments.mosaic.Flag(), arguments.lineSize},
+  Conversion conversion{{arguments.from, arguments.size, FlagsOf(arguments), arguments.lineSize},
                         arguments.frames,
                         std::nullopt,
                         {filter ? &*filter : nullptr, arguments.depth}};
@@ -105,7 +105,8 @@ void AddConvertCommand(CLI::App& app) {
   AddLineSizeOption(*command, options->lineSize);
   AddFramesOption(*command, options->frames);
   AddLayoutOptions(*command, options->mosaic, options->flags);
-  AddDemosaicOption(*command, options->flags);
+  AddDemosaicOptions(*command, options->flags);
+  AddYuvOptions(*command, options->flags);
   AddDepthOption(*command, options->depth);
   AddTripleOption(*command, "--gain", options->gain, 1000, "Factors of the colour channels (default: 1,1,1)");
   AddTripleOption(*command, "--offset", options->offset, 255,
@@ -114,7 +115,7 @@ void AddConvertCommand(CLI::App& app) {
       "Examples:\n"
       "  A 10-bit camera whose mosaic begins with red, brought to neutral gray\n"
       "    lmimaging convert frame.raw picture.png --from BayerRG10 --size 1920x1080 \\\n"
-      "        --demosaic bilinear --gain 1.6,1,1.09\n"
+      "        --gain 1.6,1,1.09\n"
       "  A folder of frames\n"
       "    lmimaging convert frames/*.raw --output pictures --from Mono12p --size 640x480\n"
       "  A recording: all its frames as pictures movie-0000.png and so on, or as one raw file again\n"

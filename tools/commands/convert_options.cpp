@@ -66,18 +66,21 @@ void CheckFiles(const ConvertArguments& arguments, const std::vector<FilePair>& 
   }
 }
 
+bool Demosaics(const ConvertArguments& arguments) {
+  return IsMosaic(arguments.from) && (!arguments.Given("--to") || !IsMosaic(arguments.to));
+}
+
 // A layout is never guessed: a wrong one swaps red and blue.
 void CheckMosaic(const ConvertArguments& arguments) {
   if (IsMosaic(arguments.from)) {
-    const bool demosaics = !arguments.Given("--to") || !IsMosaic(arguments.to);
-    if (demosaics && arguments.mosaic.Flag() == 0) {
+    if (Demosaics(arguments) && arguments.mosaic.Flag() == 0) {
       throw ToolError("--bayer", "is missing; " + Label(arguments.from) +
                                      " does not say which colours its mosaic begins with; allowed: GR|RG|GB|BG, or a "
                                      "PFNC name as --from, such as BayerRG8");
     }
     return;
   }
-  for (const char* const option : {"--bayer", "--demosaic"}) {
+  for (const char* const option : {"--bayer", "--demosaic", "--filter-order"}) {
     if (arguments.Given(option)) {
       throw ToolError(option, "is for mosaics; " + Label(arguments.from) + " is none");
     }
@@ -135,10 +138,23 @@ std::vector<FilePair> FilePairsOf(const ConvertArguments& arguments) {
 void CheckArguments(const ConvertArguments& arguments, const std::vector<FilePair>& pairs) {
   CheckFiles(arguments, pairs);
   CheckMosaic(arguments);
+  for (const char* const option : {"--yuv-range", "--yuv-matrix"}) {
+    if (arguments.Given(option) && (arguments.from & kColorSpaceMask) != kColorSpaceYUV) {
+      throw ToolError(option, "is for YUV types; " + Label(arguments.from) + " is none");
+    }
+  }
   if (arguments.Given("--field-order") && (arguments.from & kInterlacedFlag) == 0) {
     throw ToolError("--field-order", "is for interlaced types; " + Label(arguments.from) + " is none");
   }
   CheckFrameBytes({arguments.from, arguments.size, 0, arguments.lineSize});
+}
+
+unsigned long FlagsOf(const ConvertArguments& arguments) {
+  unsigned long flags = arguments.flags | arguments.mosaic.Flag();
+  if (!Demosaics(arguments)) return flags;
+  if (!arguments.Given("--demosaic")) flags |= ConversionFlags::kAdaptive;
+  if (!arguments.Given("--filter-order")) flags |= ConversionFlags::kFilterFirst;
+  return flags;
 }
 
 std::optional<RGBFilter> WhiteBalanceOf(const ConvertArguments& arguments, bool toPicture) {

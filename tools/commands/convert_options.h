@@ -39,6 +39,9 @@ std::vector<FilePair> FilePairsOf(const ConvertArguments& arguments);
 /// @throws ToolError
 void CheckArguments(const ConvertArguments& arguments, const std::vector<FilePair>& pairs);
 
+/// The flags of the conversion: those of the options, with the best method for a mosaic unless one is given.
+unsigned long FlagsOf(const ConvertArguments& arguments);
+
 /// The tables that the conversion looks colours up in; nothing where they change nothing.
 std::optional<LmImagingLib::RGBFilter> WhiteBalanceOf(const ConvertArguments& arguments, bool toPicture);
 

@@ -60,7 +60,8 @@ std::string Manual(const CLI::App& app) {
       "Convention "
       "has for it (BayerRG10 or 0x0110000D). Such a name of a mosaic tells its layout too, which \\fB\\-\\-bayer\\fR "
       "then "
-      "need not. Where a camera's name and a class share one (RGB16), the camera's wins: RGB16 is 3 x 16 bits (0x20004); "
+      "need not. Where a camera's name and a class share one (RGB16), the camera's wins: RGB16 is 3 x 16 bits "
+      "(0x20004); "
       "the 5-6-5 type is RGB565. Formats of cameras that no type can show in their colours are refused.\n"
       ".SH COMMANDS\n";
   for (const CLI::App* const command : CommandsOf(app)) text += ManualOf(*command);

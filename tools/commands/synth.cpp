@@ -2,6 +2,7 @@
 #include <memory>
 #include <optional>
 
+#include "LmImagingLib/PixelConverter.h"
 #include "commands/commands.h"
 #include "encode/encode_scene.h"
 #include "encode/layout.h"
@@ -29,7 +30,12 @@ void Run(const Options& options) {
   if (!picture && options.typeOption->empty()) {
     throw ToolError("--type", "is missing; only a picture goes without it, whose name ends in " + PictureEndings());
   }
-  const RawFrame frame = EncodeScene(options.type, options.size, options.flags | options.mosaic.Flag());
+  unsigned long flags = options.flags | options.mosaic.Flag();
+  if (IsMosaic(options.type)) {
+    flags |= LmImagingLib::ConversionFlags::kAdaptive;  // for a picture
+    if (options.mosaic.Flag() == 0) flags |= LmImagingLib::ConversionFlags::kBayerGR;
+  }
+  const RawFrame frame = EncodeScene(options.type, options.size, flags);
   if (!picture) {
     WriteFile("DESTINATION", options.destination, frame.bytes);
     return;
