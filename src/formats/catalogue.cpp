@@ -129,8 +129,9 @@ Route RouteOf(PixelTypeID from, PixelTypeID to, Extent extent) {
   if (ordered != 0 && to == ordered) return {Kind::kReorder};
   const Reach reach = row->types->reach;
   const bool isColor = FindIn(kColorWriters, to) != nullptr;
-  const bool isStandard = !isExtendedType && (isColor || (reach == Reach::kGrays && FindIn(kGrayWriters, to) != nullptr) ||
-                                              (reach == Reach::kMosaic && to == kMosaic8));
+  const bool isStandard =
+      !isExtendedType && (isColor || (reach == Reach::kGrays && FindIn(kGrayWriters, to) != nullptr) ||
+                          (reach == Reach::kMosaic && to == kMosaic8));
   if (!isStandard && extent == Extent::kStandard) return {};
   if (FindWriter(*row, to) == nullptr) return {};
   if (ordered != 0) return {Kind::kChain, ordered};

@@ -25,9 +25,9 @@ namespace LmImagingLib {
 inline constexpr Format kFormats[] = {
 #define LM_FORMAT(Name, ...) {#Name, {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}}, {}, __VA_ARGS__},
 #define LM_WIDE_FORMAT(Name, ...) {#Name, LM_WIDE_TWINS(DecodeKernel, Name), {}, __VA_ARGS__},
-#define LM_YUV_FORMAT(Name, ...)                           \
-  {#Name,                                                  \
-   {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}},       \
+#define LM_YUV_FORMAT(Name, ...)                         \
+  {#Name,                                                \
+   {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}},     \
    LM_TWINS(DecodeKernel<std::uint8_t>, Name##ByMatrix), \
    __VA_ARGS__},
 #define LM_SHORTCUT(Layout, Destination, Name)

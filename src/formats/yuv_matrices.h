@@ -7,8 +7,8 @@ namespace LmImagingLib {
 
 inline constexpr std::int32_t kYuvHalf = 1 << 12;  // of 8192, in which all factors are
 
-/// The matrices of ITU-R BT.601 and BT.709, of the full and the studio range, rounded to 8192ths. Without a flag colours
-/// have the system's own factors, in kernels of their own; it is the luma alone that comes from here.
+/// The matrices of ITU-R BT.601 and BT.709, of the full and the studio range, rounded to 8192ths. Without a flag
+/// colours have the system's own factors, in kernels of their own; it is the luma alone that comes from here.
 struct YuvMatrices {
   // By its own factor of the luma, 1196 / 1024, all three channels are what they are at U = V = 128.
   static constexpr YuvMatrix kLuma{1196 * 8, 0, 0, 0, 0, -16 * 1196 * 8 + kYuvHalf};

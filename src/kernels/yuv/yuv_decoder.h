@@ -7,12 +7,12 @@
 /// Exports the decoders of a layout of YUV, which has a row in formats.inc: `Name` by the system's own factors, and
 /// `NameByMatrix` by a matrix that comes with the lines.
 /// @param Layout  a template of the positions, the bytes of a sample and the conversion of a colour
-#define LM_EXPORT_YUV_DECODER(Name, Layout, Group, kSampleBytes)          \
-  namespace LmImagingLib::LM_ISA {                                        \
-  namespace {                                                             \
-  using Name##Layout = Layout<Group, kSampleBytes, Yuv>;                  \
-  using Name##ByMatrixLayout = Layout<Group, kSampleBytes, YuvByMatrix>;  \
-  }                                                                       \
-  }                                                                       \
-  LM_EXPORT_DECODER(Name, Name##Layout)                                   \
+#define LM_EXPORT_YUV_DECODER(Name, Layout, Group, kSampleBytes)         \
+  namespace LmImagingLib::LM_ISA {                                       \
+  namespace {                                                            \
+  using Name##Layout = Layout<Group, kSampleBytes, Yuv>;                 \
+  using Name##ByMatrixLayout = Layout<Group, kSampleBytes, YuvByMatrix>; \
+  }                                                                      \
+  }                                                                      \
+  LM_EXPORT_DECODER(Name, Name##Layout)                                  \
   LM_DEFINE_DECODER(std::uint8_t, Name##ByMatrix, Name##ByMatrixLayout)
