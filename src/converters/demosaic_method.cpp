@@ -14,11 +14,11 @@ LM_DECLARE_WIDE_KERNEL(DecodeKernel, BayerBilinear)
 
 // A method earlier in the table wins over a later one.
 const DemosaicMethod kMethods[kDemosaicMethods] = {
-    {"BayerHalf", DemosaicMethod::Kind::kHalfSize, ConversionFlags::kHalfSize, 0, kBayerHalf},
-    {"BayerBilinear", DemosaicMethod::Kind::kPairs, ConversionFlags::kBilinear, 1, kBayerBilinear},
-    {"BayerAdaptive", DemosaicMethod::Kind::kAdaptive, ConversionFlags::kAdaptive, 8, {}},
-    {"BayerGradientCorrected", DemosaicMethod::Kind::kGradientCorrected, ConversionFlags::kGradientCorrected, 2, {}},
-    {"BayerBlock", DemosaicMethod::Kind::kPairs, 0, 0, kBayerBlock}};
+    {"BayerHalf", ConversionFlags::kHalfSize, DemosaicMethod::Kind::kHalfSize, 0, kBayerHalf},
+    {"BayerBilinear", ConversionFlags::kBilinear, DemosaicMethod::Kind::kPairs, 1, kBayerBilinear},
+    {"BayerAdaptive", ConversionFlags::kAdaptive, DemosaicMethod::Kind::kAdaptive, 8, {}},
+    {"BayerGradientCorrected", ConversionFlags::kGradientCorrected, DemosaicMethod::Kind::kGradientCorrected, 2, {}},
+    {"BayerBlock", 0, DemosaicMethod::Kind::kPairs, 0, kBayerBlock}};
 
 std::size_t MethodOf(std::uint32_t flags) {
   const auto* const found =

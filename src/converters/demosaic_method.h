@@ -16,9 +16,9 @@ struct DemosaicMethod {
     kGradientCorrected,
   };
 
-  const char* name;  ///< of its kernel and its shortcuts
+  const char* name;    ///< of its kernel and its shortcuts
+  unsigned long flag;  ///< asks for it; 0 for the method without a flag
   Kind kind;
-  unsigned long flag;                ///< asks for it; 0 for the method without a flag
   std::uint32_t reach;               ///< lines above and below the ones to convert that it reads
   SampleTwins<DecodeKernel> kernel;  ///< null where rows are not read as they are
 };

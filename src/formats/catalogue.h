@@ -22,8 +22,10 @@ struct TypeRows {
   const TypeRow* first;
   std::size_t count;
 
+  // NOLINTBEGIN(readability-identifier-naming): for loops over ranges ask for these names
   const TypeRow* begin() const { return first; }
   const TypeRow* end() const { return first + count; }
+  // NOLINTEND(readability-identifier-naming)
 };
 
 /// All built-in types, ascending.

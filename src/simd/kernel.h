@@ -42,6 +42,7 @@ struct SampleTwins {
 
 }  // namespace LmImagingLib
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are templates and names
 /// Declares a kernel for both samples, and `k<Name>` as its twins.
 #define LM_DECLARE_WIDE_KERNEL(Kernel, Name)      \
   LM_DECLARE_IN_SETS(Kernel<std::uint8_t>, Name)  \
@@ -49,3 +50,4 @@ struct SampleTwins {
   inline constexpr SampleTwins<Kernel> k##Name = LM_WIDE_TWINS(Kernel, Name);
 #define LM_WIDE_TWINS(Kernel, Name) \
   SampleTwins<Kernel> { LM_TWINS(Kernel<std::uint8_t>, Name), LM_TWINS(Kernel<std::uint16_t>, Name) }
+// NOLINTEND(bugprone-macro-parentheses)

@@ -23,7 +23,7 @@ inline auto Change(const At& at) {
 template <class At>
 inline auto Estimate(const At& at) {
   const auto near = at(-1) + at(1);
-  return (near << 3) - near + (at(-3) + at(3)) - (at(0) << 3) - ((at(-2) + at(2)) << 2);
+  return near * 8 - near + (at(-3) + at(3)) - at(0) * 8 - (at(-2) + at(2)) * 4;
 }
 
 template <std::ptrdiff_t kParity>
@@ -68,7 +68,7 @@ void SubtractGreen(const PartedRows<Value>& rows, const std::int16_t* weights, s
     const auto inColumn = [&](std::ptrdiff_t by) { return Read(Column<kColor>(in.row[3 + by], in.odd, 0) + i); };
     const auto own = inRow(0);
     const auto along = Estimate(inRow), across = Estimate(inColumn);
-    const auto mean = ((along << 2) + ReadWeights<Value>(weights + i) * (across - along) + 32) >> 6;
+    const auto mean = (along * 4 + ReadWeights<Value>(weights + i) * (across - along) + 32) >> 6;
     auto green = own + mean;
     // What passes the green neighbours is halved.
     const auto least = Lesser(Lesser(inRow(-1), inRow(1)), Lesser(inColumn(-1), inColumn(1)));
