@@ -148,8 +148,8 @@ Bytes Expected(const ConstImageView& source, const ImageView& destination, const
   const std::size_t lines = options.lines == ConvertOptions::kAllLines ? source.height : options.lines;
   // The model reads and writes exactly the images; what is behind them stays.
   Bytes image(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(out.Bytes()));
-  const auto flags = static_cast<std::uint32_t>(options.flags) |
-                     (options.depth == ConversionDepth::kFull ? ConversionFlags::kFullDepth : 0);
+  const auto flags = static_cast<std::uint32_t>(
+      options.flags | (options.depth == ConversionDepth::kFull ? ConversionFlags::kFullDepth : 0));
   image = model::ConvertImage(in, out, {flags, filter, options.firstLine, lines}, from, image);
   std::copy(image.begin(), image.end(), before.begin());
   return before;

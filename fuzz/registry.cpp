@@ -3,7 +3,6 @@
 #include <deque>
 #include <iostream>
 #include <iterator>
-#include <limits>
 #include <map>
 #include <memory>
 #include <string>
@@ -180,7 +179,7 @@ void EnumPairs(Model& model, Choices& choices) {
 
 // The built-in pairs, and our own behind them.
 void EnumAllPairs(Model& model, Choices& choices) {
-  static const std::size_t sBuiltin = Registry().converters.size() - model.converters.size();
+  static const std::size_t sBuiltin = Registry().Pairs().size() - model.converters.size();
   const std::size_t i = choices.Below(model.converters.size() + 1);
   Pair pair(-1, -1);
   const bool any = PixelTypeFactory::EnumConverters(sBuiltin + i, pair.first, pair.second);
@@ -193,25 +192,15 @@ constexpr void (*kCalls[])(Model&, Choices&) = {RegisterType,    RegisterConvert
                                                 CloneConverters, FindType,          FindConverter,
                                                 EnumTypes,       EnumPairs,         EnumAllPairs};
 
-void ForgetOwnEntries(std::size_t ownedConverters) {
-  PixelTypeFactoryInternal& registry = Registry();
-  registry.types.erase(registry.types.lower_bound(kOwn), registry.types.end());
-  registry.names.erase(registry.names.lower_bound(kOwn), registry.names.end());
-  const Pair first(kOwn, std::numeric_limits<PixelTypeID>::min());
-  registry.converters.erase(registry.converters.lower_bound(first), registry.converters.end());
-  registry.ownedConverters.resize(ownedConverters);
-}
-
 }  // namespace
 }  // namespace LmImagingLib
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace LmImagingLib;
-  static const std::size_t sOwnedConverters = Registry().ownedConverters.size();
   Model model;
   for (Choices choices(data, size); !choices.Exhausted();) {
     kCalls[choices.Below(std::size(kCalls))](model, choices);
   }
-  ForgetOwnEntries(sOwnedConverters);
+  Registry() = {};
   return 0;
 }

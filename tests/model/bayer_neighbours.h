@@ -10,7 +10,9 @@ namespace model {
 /// Numbers for the pixels of an image and for some around it.
 class Plane {
  public:
-  Plane(int height, int width) : mWidth(width + 2 * kAround), mValues(mWidth * (height + 2 * kAround)) {}
+  Plane(int height, int width)
+      : mWidth(width + 2 * kAround),
+        mValues(static_cast<std::size_t>(mWidth) * static_cast<std::size_t>(height + 2 * kAround)) {}
 
   int& operator()(int y, int x) { return mValues[static_cast<std::size_t>((y + kAround) * mWidth + x + kAround)]; }
 
