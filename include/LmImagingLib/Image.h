@@ -57,8 +57,8 @@ struct ConvertOptions {
   /// The first line to convert, in source and destination alike. With `ConversionFlags::kHalfSize` lines are those of
   /// the source, in pairs: line 2 of it is line 1 of the destination.
   unsigned long firstLine = 0;
-  unsigned long lines = kAllLines;  ///< lines to convert; `kAllLines` for all from there on
-  ConversionDepth depth = ConversionDepth::kFull;
+  unsigned long lines = kAllLines;                 ///< lines to convert; `kAllLines` for all from there on
+  ConversionDepth depth = ConversionDepth::kFull;  ///< the bits that destinations of more than 8 bits receive
   /// The most threads that may work on one image, 1 or more. The result is the same for any number. An image is divided
   /// into bands of lines of at least 512 KiB, source and destination together, so small images take one thread.
   unsigned threads = 1;

@@ -157,11 +157,14 @@ class LM_EXPORT PixelConverter {
 
 /// The geometry of a call of `PixelConverter::Convert`; its arguments of the same names.
 struct ConversionGeometry {
-  unsigned long sourceWidth = 0, sourceHeight = 0;
-  unsigned long destinationWidth = 0, destinationHeight = 0;
-  unsigned long pixelsPerLine = 0, lines = 0;
-  unsigned long flags = ConversionFlags::kNone;
-  unsigned long destinationPadding = 0;
+  unsigned long sourceWidth = 0;                 ///< pixels of a source line
+  unsigned long sourceHeight = 0;                ///< lines of the source
+  unsigned long destinationWidth = 0;            ///< pixels of a destination line
+  unsigned long destinationHeight = 0;           ///< lines of the destination
+  unsigned long pixelsPerLine = 0;               ///< pixels to convert in each line
+  unsigned long lines = 0;                       ///< lines to convert
+  unsigned long flags = ConversionFlags::kNone;  ///< bits of `ConversionFlags`
+  unsigned long destinationPadding = 0;          ///< bytes between the end of a destination line and the next one
 };
 
 /// The bytes that a conversion may touch, from the beginning of each buffer.
