@@ -14,7 +14,7 @@ class Plane {
       : mWidth(width + 2 * kAround),
         mValues(static_cast<std::size_t>(mWidth) * static_cast<std::size_t>(height + 2 * kAround)) {}
 
-  int& operator()(int y, int x) { return mValues[static_cast<std::size_t>((y + kAround) * mWidth + x + kAround)]; }
+  int& operator()(int y, int x) { return mValues.at(static_cast<unsigned>((y + kAround) * mWidth + x + kAround)); }
 
   static constexpr int kAround = 8;
 
@@ -33,7 +33,7 @@ struct Neighbourhood {
 };
 
 /// The colours of the lines, from left to right and from top to bottom.
-std::vector<Color> GradientCorrected(const Neighbourhood& mosaic);
-std::vector<Color> Adaptive(const Neighbourhood& mosaic);
+std::vector<Color> GradientCorrected(const Neighbourhood& in);
+std::vector<Color> Adaptive(const Neighbourhood& in);
 
 }  // namespace model

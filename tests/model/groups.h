@@ -8,11 +8,11 @@ namespace model {
 /// upper 8 bits of the second.
 inline unsigned FirstGEV(const std::uint8_t* group, unsigned depth) {
   const unsigned low = depth - 8;
-  return group[0] << low | (group[1] & ((1u << low) - 1));
+  return unsigned{group[0]} << low | (group[1] & ((1u << low) - 1));
 }
 inline unsigned SecondGEV(const std::uint8_t* group, unsigned depth) {
   const unsigned low = depth - 8;
-  return group[2] << low | (group[1] >> 4 & ((1u << low) - 1));
+  return unsigned{group[2]} << low | (group[1] >> 4 & ((1u << low) - 1));
 }
 
 /// Bits lowest to lowest + count - 1 of a little-endian number.
