@@ -16,19 +16,19 @@ namespace LmTool {
 namespace {
 
 struct Codec {
-  PictureFormat format;
   const char* ending;
   const char* name;
-  bool holdsWords, isGrayOnly;
   Bytes (*encode)(const Picture& picture);
   Picture (*decode)(const Bytes& file);
+  PictureFormat format;
+  bool holdsWords, isGrayOnly;
 };
-constexpr Codec kCodecs[] = {{PictureFormat::kPng, ".png", "PNG", true, false, EncodePng, DecodePng},
-                             {PictureFormat::kTiff, ".tif", "TIFF", true, false, EncodeTiff, DecodeTiff},
-                             {PictureFormat::kTiff, ".tiff", "TIFF", true, false, EncodeTiff, DecodeTiff},
-                             {PictureFormat::kPgm, ".pgm", "PGM", true, true, EncodePgm, DecodePnm},
-                             {PictureFormat::kPpm, ".ppm", "PPM", true, false, EncodePpm, DecodePnm},
-                             {PictureFormat::kBmp, ".bmp", "BMP", false, false, EncodeBmp, DecodeBmp}};
+constexpr Codec kCodecs[] = {{".png", "PNG", EncodePng, DecodePng, PictureFormat::kPng, true, false},
+                             {".tif", "TIFF", EncodeTiff, DecodeTiff, PictureFormat::kTiff, true, false},
+                             {".tiff", "TIFF", EncodeTiff, DecodeTiff, PictureFormat::kTiff, true, false},
+                             {".pgm", "PGM", EncodePgm, DecodePnm, PictureFormat::kPgm, true, true},
+                             {".ppm", "PPM", EncodePpm, DecodePnm, PictureFormat::kPpm, true, false},
+                             {".bmp", "BMP", EncodeBmp, DecodeBmp, PictureFormat::kBmp, false, false}};
 
 // Who writes to such a name wants no raw frame in it.
 constexpr const char* kOtherPictures[] = {

@@ -9,8 +9,10 @@
 // Of the C++ ABI for static objects: `exit` calls every registered function, the last one first; `__cxa_finalize` calls
 // those of one library, and forgets them.
 extern "C" {
-int __cxa_atexit(void (*function)(void*), void* argument, void* library);  // NOLINT(bugprone-reserved-identifier)
-void __cxa_finalize(void* library);                                        // NOLINT(bugprone-reserved-identifier)
+// NOLINTBEGIN(bugprone-reserved-identifier, readability-identifier-naming)
+int __cxa_atexit(void (*function)(void*), void* argument, void* library);
+void __cxa_finalize(void* library);
+// NOLINTEND(bugprone-reserved-identifier, readability-identifier-naming)
 }
 #endif
 

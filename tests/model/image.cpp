@@ -32,7 +32,7 @@ Content Copied(const View& source, const View& destination, const Options& optio
 }  // namespace
 
 View::View(Id theType, std::size_t theWidth, std::size_t theHeight, std::size_t lineSize)
-    : type(theType), width(theWidth), height(theHeight), planes(1) {
+    : type(theType), width(theWidth), height(theHeight) {
   const Stage& reader = SourceOf(type).reader;
   if ((type & 0x800000) != 0) planes = 8 * SourceOf(type).bytes / reader.sourceBits;
   lineBytes = (width * reader.sourceBits + 7) / 8;

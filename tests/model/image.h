@@ -24,7 +24,7 @@ struct View {
 
   Id type;
   std::size_t width, height;
-  std::size_t planes;
+  std::size_t planes = 1;
   std::size_t lineBytes;  ///< that hold the samples of a line
   std::size_t line;
 };

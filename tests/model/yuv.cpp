@@ -30,8 +30,8 @@ Matrix MatrixOf(unsigned flags) {
 Color FromYUV(const Line& line, int y, int u, int v) {
   const Matrix m = MatrixOf(line.call.flags);
   const auto channel = [&](int chroma) {
-    const double sum = (y - m.black) * m.y + chroma + m.one / 2;
-    return static_cast<unsigned>(std::clamp(std::floor(sum / m.one), 0.0, 255.0));
+    const int sum = (y - m.black) * m.y + chroma + m.one / 2;
+    return static_cast<unsigned>(std::clamp(std::floor(static_cast<double>(sum) / m.one), 0.0, 255.0));
   };
   // Gray is what the luma alone makes of a pixel.
   const bool gray = line.stage.to.writer == Writer::LUMA;

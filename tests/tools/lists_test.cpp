@@ -15,7 +15,7 @@ TEST_F(Lists, TypesAreToldToPeopleAndPrograms) {
   const json types = json::parse(Run("types --json").output);
   const std::string table = Run("types").output;
   for (const json& type : types) {
-    EXPECT_EQ(type["class"] == "", (type["id"].get<int>() & 0x0800) != 0) << type["name"];
+    EXPECT_EQ(type["class"].get<std::string>().empty(), (type["id"].get<int>() & 0x0800) != 0) << type["name"];
     EXPECT_NE(table.find(type["name"].get<std::string>()), std::string::npos) << type["name"];
     json flags = json::array();
     for (const char* const flag : {"normalized", "interlaced", "packed", "planar"}) flags.push_back(type[flag]);
