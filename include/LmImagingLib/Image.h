@@ -104,9 +104,8 @@ LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned lon
 /// It refuses, beside buffers that are too small:
 /// - images of different sizes, and images without a pixel
 /// - images that overlap in memory
-/// - a mosaic that becomes colour without a Bayer layout in the flags, with several layouts or methods, of less than 2
-/// x 2
-///   pixels, or with a range of lines that does not begin and end between pairs
+/// - a mosaic that becomes colour without a Bayer layout in the flags, or with several layouts or methods
+/// - a mosaic of fewer than two columns or lines, or with a range of lines that does not begin and end between pairs
 /// - flags that have no meaning for the source
 /// - lines of more than 2 GiB; padding in images of `kDualLines`, and in interlaced images of odd height
 /// - for an application's own converter: a range that does not begin at line 0, and a `lineSize` that is not a whole
@@ -116,9 +115,8 @@ LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned lon
 /// and so do mosaics that are demosaiced from more than their cells, or filtered before. Any number of threads may call
 /// it at the same time; they share no lock while they convert.
 /// @param source  the image to read; the caller keeps ownership
-/// @param destination  the image to write, of the same width and height as `source`; of half of both, rounded down,
-/// with
-///   `ConversionFlags::kHalfSize`
+/// @param destination  the image to write; of the width and height of `source`, or with `ConversionFlags::kHalfSize`
+///   of half of both, rounded down
 /// @param options  the filter, flags, lines, depth and threads
 /// @return the code, and a sentence for the user if the call was refused
 LM_EXPORT ConversionResult ConvertImage(const ConstImageView& source, const ImageView& destination,

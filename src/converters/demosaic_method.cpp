@@ -43,11 +43,11 @@ std::uint32_t RowsRead(const Frame& frame, std::uint32_t first, std::uint32_t en
 
 std::uint32_t SamplesRead(const Frame& frame) { return IsHalfSize(frame.flags) ? 2 * frame.pixels : frame.pixels; }
 
-std::uint32_t LayoutCell(std::uint32_t flags) {
-  if ((flags & ConversionFlags::kBayerBG) != 0) return 3;
-  if ((flags & ConversionFlags::kBayerRG) != 0) return 2;
-  if ((flags & ConversionFlags::kBayerGB) != 0) return 1;
-  return 0;
+Site LayoutSite(std::uint32_t flags) {
+  if ((flags & ConversionFlags::kBayerBG) != 0) return Site::kBlue;
+  if ((flags & ConversionFlags::kBayerRG) != 0) return Site::kRed;
+  if ((flags & ConversionFlags::kBayerGB) != 0) return Site::kGreenInBlueRow;
+  return Site::kGreenInRedRow;
 }
 
 bool FiltersFirst(const Frame& frame) {
@@ -56,7 +56,7 @@ bool FiltersFirst(const Frame& frame) {
 
 RowLookup RowLookupOf(const Frame& frame, std::uint32_t depth, std::uint32_t resultDepth) {
   if (!FiltersFirst(frame)) return {};
-  return {TablesOf(*frame.filter).Lookup(depth, resultDepth), LayoutCell(frame.flags)};
+  return {TablesOf(*frame.filter).Lookup(depth, resultDepth), LayoutSite(frame.flags)};
 }
 
 }  // namespace LmImagingLib

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LmImagingLib/PixelConverter.h"
 #include "formats/format.h"
 #include "walk/frame.h"
 #include "walk/row_window.h"
@@ -42,8 +43,12 @@ std::uint32_t RowsRead(const Frame& frame, std::uint32_t first, std::uint32_t en
 /// The samples of a row that a conversion reads.
 std::uint32_t SamplesRead(const Frame& frame);
 
-/// The code of the cell at even lines and columns.
-std::uint32_t LayoutCell(std::uint32_t flags);
+/// The flags that say the layout of a mosaic.
+inline constexpr unsigned long kLayoutFlags =
+    ConversionFlags::kBayerGR | ConversionFlags::kBayerGB | ConversionFlags::kBayerRG | ConversionFlags::kBayerBG;
+
+/// The site of even lines and columns.
+Site LayoutSite(std::uint32_t flags);
 
 /// Whether the samples of a conversion are looked up before they become colours, and nothing afterwards.
 bool FiltersFirst(const Frame& frame);

@@ -6,9 +6,11 @@ namespace LmImagingLib {
 
 namespace {
 
-// The bits of a cell code that shortcuts are given: codes 1 and 3 are 0 and 2 with red and blue exchanged, and so is a
-// writer's pixel.
-constexpr std::uint32_t kShortcutCells = 2;
+// Shortcuts are given sites of red rows: of others, their writer's pixel has red and blue exchanged.
+SourceLines AsInRedRow(SourceLines lines) {
+  lines.site = AsInRedRow(lines.site);
+  return lines;
+}
 
 bool IsInFull(const Frame& frame, const Writer& writer) {
   return writer.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
@@ -43,9 +45,9 @@ Fit FitAfterDemosaicing(const Frame& frame, std::uint32_t depth, const Writer& w
 /// A pair of lines, or a single one that is made of the cells that begin in the line above it.
 template <class Sample>
 struct Demosaicer<Sample>::Pair {
-  std::uint32_t Code(std::size_t column) const { return column % 2 != 0 ? cell ^ kCellToTheRight : cell; }
+  Site SiteOf(std::size_t column) const { return column % 2 != 0 ? RightOf(site) : site; }
 
-  std::uint32_t cell;           ///< the code of the cells at column 0
+  Site site;                    ///< of the cells' first line at column 0
   const std::uint8_t* rows[4];  ///< the one above, those of the cells, and the one below
   TargetLine lines[2];
   std::size_t count;
@@ -61,7 +63,7 @@ Demosaicer<Sample>::Demosaicer(const MosaicSource& source, const Writer& writer,
       mFirst(first),
       mEnd(end),
       mPixels(frame.pixels),
-      mLayoutCell(LayoutCell(frame.flags)),
+      mLayoutSite(LayoutSite(frame.flags)),
       mRows(source.type, frame, source.width, 2 * kMethods[mMethod].reach + 2, RowsRead(frame, first, end),
             RowLookupOf(frame, source.type.depth, sizeof(Sample) == 1 ? 8 : source.type.depth)),
       mSteps(StepsAfterDemosaicing<Sample>(frame, source.type.depth, writer)),
@@ -92,7 +94,7 @@ template <class Sample>
 void Demosaicer<Sample>::ConvertCells(std::uint32_t line) {
   const std::uint8_t* const top = mRows.Row(2 * line);
   const std::uint8_t* const bottom = mRows.Row(2 * line + 1);
-  const SourceLines cells{{top, bottom}, 0, mLayoutCell, mRows.IsSource() ? mFrame.fetchAhead : 0, mMask};
+  const SourceLines cells{{top, bottom}, 0, mLayoutSite, mRows.IsSource() ? mFrame.fetchAhead : 0, mMask};
   const TargetLine target = TargetAt(DestinationLineAt(mFrame, line), mFrame, mFit, mWriter);
   ConvertStrips(mSteps, cells, mPixels, &target, 1, 0);
 }
@@ -103,7 +105,7 @@ typename Demosaicer<Sample>::Pair Demosaicer<Sample>::PairAt(std::uint32_t line,
                                                              bool withNeighbours) {
   std::uint8_t* const destination = DestinationLineAt(mFrame, line);
   const std::uint32_t top = count == 1 ? line - 1 : line;
-  Pair pair{mLayoutCell ^ (top % 2 != 0 ? kCellBelow : 0),
+  Pair pair{Below(mLayoutSite, top),
             {},
             {TargetAt(destination, mFrame, mFit, mWriter),
              TargetAt(destination + mFrame.destinationLine, mFrame, mFit, mWriter)},
@@ -118,8 +120,8 @@ typename Demosaicer<Sample>::Pair Demosaicer<Sample>::PairAt(std::uint32_t line,
 template <class Sample>
 void Demosaicer<Sample>::ConvertBlocks(const Pair& pair) {
   const std::size_t whole = mPixels - mPixels % 2;
-  if (const Shortcut* const shortcut = ShortcutFor(kBlock, pair, pair.cell); shortcut != nullptr) {
-    ConvertDirectly(shortcut->convert.Active(), 2, mWriter, CellsAt(pair, 0, kShortcutCells), whole, pair.lines, 0);
+  if (const Shortcut* const shortcut = ShortcutFor(kBlock, pair, pair.site); shortcut != nullptr) {
+    ConvertDirectly(shortcut->convert.Active(), 2, mWriter, AsInRedRow(CellsAt(pair, 0)), whole, pair.lines, 0);
   } else {
     StripSteps<Sample> steps = mSteps;
     steps.decode = kMethods[kBlock].kernel.Of<Sample>().Active();
@@ -135,13 +137,13 @@ void Demosaicer<Sample>::ConvertBlocks(const Pair& pair) {
 template <class Sample>
 void Demosaicer<Sample>::ConvertBilinear(const Pair& pair) {
   const auto& rows = pair.rows;
-  const std::uint32_t cell = pair.Code(1);
+  const Site site = pair.SiteOf(1);
   const std::size_t interior = (mPixels - 2) / 2 * 2;
-  const Shortcut* const shortcut = ShortcutFor(mMethod, pair, cell);
+  const Shortcut* const shortcut = ShortcutFor(mMethod, pair, site);
   if (shortcut == nullptr) {
     StoreCell(pair, 0, 0);
     for (std::size_t k = 0; k < 2; ++k) {
-      const SourceLines lines{{rows[k], rows[k + 1], rows[k + 2]}, 0, k == 0 ? cell : cell ^ kCellBelow, 0, mMask};
+      const SourceLines lines{{rows[k], rows[k + 1], rows[k + 2]}, 0, Below(site, k), 0, mMask};
       ConvertStrips(mSteps, lines, interior, &pair.lines[k], 1, 1);
     }
     if (mPixels % 2 != 0) StoreCell(pair, mPixels - 3, mPixels - 2);
@@ -149,9 +151,9 @@ void Demosaicer<Sample>::ConvertBilinear(const Pair& pair) {
     return;
   }
   // A cell makes two pixels, of which the interior covers one. The definition is the fastest for a cell.
-  DirectKernel* const convertCell = ShortcutFor(kBlock, pair, cell)->convert.Definition();
+  DirectKernel* const convertCell = ShortcutFor(kBlock, pair, site)->convert.Definition();
   const auto convertCellAt = [&](std::size_t column) {
-    convertCell(CellsAt(pair, column, kShortcutCells), 0, 2, pair.lines, column);
+    convertCell(AsInRedRow(CellsAt(pair, column)), 0, 2, pair.lines, column);
   };
   convertCellAt(mPixels - 2);
   if (mPixels % 2 != 0) convertCellAt(mPixels - 3);
@@ -159,7 +161,7 @@ void Demosaicer<Sample>::ConvertBilinear(const Pair& pair) {
   // Rows in the source have to be fetched; the next pair is two lines below.
   const std::uint32_t ahead =
       mRows.IsSource() && mFrame.fetchAhead != 0 ? static_cast<std::uint32_t>(2 * mFrame.sourceLine) : 0;
-  const SourceLines lines{{rows[0], rows[1], rows[2], rows[3]}, 0, cell & kShortcutCells, ahead, mMask};
+  const SourceLines lines{{rows[0], rows[1], rows[2], rows[3]}, 0, AsInRedRow(site), ahead, mMask};
   ConvertDirectly(shortcut->convert.Active(), 1, mWriter, lines, interior, pair.lines, 1);
 }
 
@@ -174,19 +176,19 @@ void Demosaicer<Sample>::StoreCell(const Pair& pair, std::size_t column, std::si
 }
 
 template <class Sample>
-SourceLines Demosaicer<Sample>::CellsAt(const Pair& pair, std::size_t column, std::uint32_t cells) const {
+SourceLines Demosaicer<Sample>::CellsAt(const Pair& pair, std::size_t column) const {
   const std::size_t offset = column * sizeof(Sample);
   const std::uint32_t ahead = mRows.IsSource() ? mFrame.fetchAhead : 0;
-  return {{pair.rows[1] + offset, pair.rows[2] + offset}, 0, pair.Code(column) & cells, ahead, mMask};
+  return {{pair.rows[1] + offset, pair.rows[2] + offset}, 0, pair.SiteOf(column), ahead, mMask};
 }
 
-// The shortcut for pixels from one of cell code `cell` on, or null where strips have to be used.
+// The shortcut for pixels from one at `site` on, or null where strips have to be used.
 template <class Sample>
-const Shortcut* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Pair& pair, std::uint32_t cell) const {
+const Shortcut* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Pair& pair, Site site) const {
   if (sizeof(Sample) != 1 || mSteps.tables != nullptr || pair.count != 2 || pair.lines[0].opaque) return nullptr;
   // Only aligned lines can be stored past the caches. Strips align either line.
   if (pair.lines[0].streams && mFrame.destinationLine % kCacheLine != 0) return nullptr;
-  return (cell & ~kShortcutCells) == 0 ? mShortcuts.own[method] : mShortcuts.swapped[method];
+  return IsInRedRow(site) ? mShortcuts.own[method] : mShortcuts.swapped[method];
 }
 
 template StripSteps<std::uint8_t> StepsAfterDemosaicing(const Frame&, std::uint32_t, const Writer&);

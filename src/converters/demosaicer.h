@@ -46,8 +46,8 @@ class Demosaicer {
   void ConvertBlocks(const Pair& pair);
   void ConvertBilinear(const Pair& pair);
   void StoreCell(const Pair& pair, std::size_t column, std::size_t at);
-  SourceLines CellsAt(const Pair& pair, std::size_t column, std::uint32_t cells = 3) const;
-  const Shortcut* ShortcutFor(std::size_t method, const Pair& pair, std::uint32_t cell) const;
+  SourceLines CellsAt(const Pair& pair, std::size_t column) const;
+  const Shortcut* ShortcutFor(std::size_t method, const Pair& pair, Site site) const;
 
   const Writer& mWriter;
   const Frame& mFrame;
@@ -55,7 +55,7 @@ class Demosaicer {
   const std::size_t mMethod;
   const std::uint32_t mFirst, mEnd;
   const std::size_t mPixels;
-  const std::uint32_t mLayoutCell;
+  const Site mLayoutSite;
   RowWindow<Sample> mRows;
   StripSteps<Sample> mSteps;
   const Fit mFit;

@@ -1,6 +1,7 @@
 #include "converters/library_converter.h"
 
 #include "converters/converter_info.h"
+#include "converters/demosaic_method.h"
 #include "walk/streams.h"
 
 namespace LmImagingLib {
@@ -53,9 +54,6 @@ namespace {
 
 constexpr std::uint32_t U32(unsigned long value) { return static_cast<std::uint32_t>(value); }
 
-constexpr unsigned long kBayerLayouts =
-    ConversionFlags::kBayerGR | ConversionFlags::kBayerGB | ConversionFlags::kBayerRG | ConversionFlags::kBayerBG;
-
 }  // namespace
 
 Frame FrameOf(const PixelConverter& converter, const void* source, unsigned long sourceWidth,
@@ -74,7 +72,7 @@ Frame FrameOf(const PixelConverter& converter, const void* source, unsigned long
   frame.destinationLine = U32(converter.GetDestinationLineSize(destinationWidth) + destinationPadding);
   frame.destinationHeight = U32(destinationHeight);
   frame.pixels = U32(pixelsPerLine);
-  frame.flags = U32((flags & kBayerLayouts) == 0 ? flags | ConversionFlags::kBayerGR : flags);
+  frame.flags = U32((flags & kLayoutFlags) == 0 ? flags | ConversionFlags::kBayerGR : flags);
   frame.filter = CurrentThread().filter;
   return frame;
 }

@@ -77,7 +77,7 @@ PartedDemosaicer<Sample>::PartedDemosaicer(const MosaicSource& source, const Wri
       mFrame(frame),
       mFirst(first),
       mEnd(end),
-      mShape{frame.pixels, frame.sourceHeight, LayoutCell(frame.flags), sizeof(Sample) == 1 ? 8 : source.type.depth},
+      mShape{frame.pixels, frame.sourceHeight, LayoutSite(frame.flags), sizeof(Sample) == 1 ? 8 : source.type.depth},
       mSource(source.type, frame, source.width, 1, RowsRead(frame, first, end),
               RowLookupOf(frame, source.type.depth, mShape.depth)),
       mRows(mSource, mShape, first - std::min(first, DemosaicMethodOf(frame.flags).reach),

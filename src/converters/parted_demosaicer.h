@@ -18,7 +18,7 @@ class PartedDemosaicer {
   template <class Method>
   void ConvertBy(Method& method);
   bool StoresPixels() const;
-  bool IsRedInLine(std::uint32_t line) const { return mShape.CellOf(line) % 2 == 0; }
+  bool IsRedInLine(std::uint32_t line) const { return IsInRedRow(mShape.SiteOf(line)); }
   void Store(std::uint32_t line, const RowColors<Sample>& colors) const;
 
   const Writer& mWriter;

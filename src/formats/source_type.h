@@ -16,7 +16,7 @@ struct SourceType {
   /// The line at `line` as the kernels for a sample read it: its upper 8 bits, or all of its bits.
   template <class Sample>
   SourceLines Lines(const std::uint8_t* line, std::size_t planeSize, std::uint32_t ahead) const {
-    SourceLines lines{{line, nullptr, nullptr}, ShiftOf<Sample>(), 0, ahead, MaskOf<Sample>()};
+    SourceLines lines{{line, nullptr, nullptr}, ShiftOf<Sample>(), {}, ahead, MaskOf<Sample>()};
     if (format->Is(kPlanar)) {
       lines.line[1] = line + planeSize;
       lines.line[2] = line + 2 * planeSize;

@@ -1,6 +1,7 @@
 #include "image/flags.h"
 
 #include "converters/chain.h"
+#include "converters/demosaic_method.h"
 #include "converters/library_converter.h"
 #include "formats/catalogue.h"
 #include "image/refusal.h"
@@ -9,10 +10,8 @@ namespace LmImagingLib {
 
 namespace {
 
-constexpr unsigned long kLayouts =
-    ConversionFlags::kBayerGR | ConversionFlags::kBayerGB | ConversionFlags::kBayerRG | ConversionFlags::kBayerBG;
-constexpr unsigned long kMethods = ConversionFlags::kBilinear | ConversionFlags::kGradientCorrected |
-                                   ConversionFlags::kAdaptive | ConversionFlags::kHalfSize;
+constexpr unsigned long kMethodFlags = ConversionFlags::kBilinear | ConversionFlags::kGradientCorrected |
+                                       ConversionFlags::kAdaptive | ConversionFlags::kHalfSize;
 constexpr unsigned long kOfAnySource = ConversionFlags::kFullDepth | ConversionFlags::kOpaque;
 
 struct FlagGroup {
@@ -25,9 +24,9 @@ struct FlagGroup {
 constexpr FlagGroup kGroups[] = {
     {ConversionFlags::kFieldOrder, "kFieldOrder", "an interlaced type",
      [](const TypeRow& source) { return (source.id & kInterlacedFlag) != 0; }},
-    {kLayouts, "a Bayer layout", "a mosaic",
+    {kLayoutFlags, "a Bayer layout", "a mosaic",
      [](const TypeRow& source) { return source.types->reach == Reach::kMosaic; }},
-    {kMethods, "a method of demosaicing", "a mosaic",
+    {kMethodFlags, "a method of demosaicing", "a mosaic",
      [](const TypeRow& source) { return source.types->reach == Reach::kMosaic; }},
     {ConversionFlags::kFilterFirst, "kFilterFirst", "a mosaic",
      [](const TypeRow& source) { return source.types->reach == Reach::kMosaic; }},
@@ -61,11 +60,11 @@ bool Demosaics(const PixelConverter& converter) {
 ConversionResult CheckFlags(const ConstImageView& source, const PixelConverter& converter,
                             const ConvertOptions& options) {
   const unsigned long flags = options.flags;
-  const unsigned long layouts = flags & kLayouts;
+  const unsigned long layouts = flags & kLayoutFlags;
   if ((layouts & (layouts - 1)) != 0) {
     return Refused("options.flags is " + Hex(flags) + ", which has several Bayer layouts; it may have one");
   }
-  const unsigned long methods = flags & kMethods;
+  const unsigned long methods = flags & kMethodFlags;
   if ((methods & (methods - 1)) != 0) {
     return Refused("options.flags is " + Hex(flags) +
                    ", which has several methods of demosaicing; it may have one of kBilinear (0x100), "

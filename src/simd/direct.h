@@ -16,8 +16,7 @@ struct SingleLine : Layout {
   static constexpr std::size_t kTargets = 1;             ///< lines that are made at once
   static constexpr std::size_t kFresh = Layout::kLines;  ///< source lines, the last ones, that no step before has read
   static constexpr bool kMosaic = false;
-  static constexpr std::size_t kNextLine = 0;    ///< source lines from one target's to the next one's
-  static constexpr std::uint32_t kNextCell = 0;  ///< what exchanges their cell codes
+  static constexpr std::size_t kNextLine = 0;  ///< source lines from one target's to the next one's
 
 #if LM_LANES
   /// Hands a block of pixels of each target to `store`.
@@ -34,7 +33,7 @@ struct DirectGroups {
   static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                       std::size_t first) {
     for (std::size_t k = 0; k < Layout::kTargets; ++k) {
-      SourceLines line{{}, in.shift, k == 0 ? in.cell : in.cell ^ Layout::kNextCell, 0, in.mask};
+      SourceLines line{{}, in.shift, Below(in.site, k * Layout::kNextLine), 0, in.mask};
       for (std::size_t j = 0; j < Layout::Line::kLines; ++j) line.line[j] = in.line[k * Layout::kNextLine + j];
       std::uint8_t* to = targets[k].line + first * Writer::kBytes;
       for (std::size_t i = 0; i < count; i += Layout::kPixels) {
@@ -58,17 +57,17 @@ class DirectBlocks {
   static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                       std::size_t first) {
     const SourceLines at = At<Layout>(in, from);
-    if (Layout::kMosaic && at.cell != 0) {
-      ConvertFrom<Layout::kMosaic ? 2 : 0>(at, count, targets, first);
+    if (Layout::kMosaic && at.site != Site::kGreenInRedRow) {
+      ConvertFrom<Layout::kMosaic ? Site::kRed : Site::kGreenInRedRow>(at, count, targets, first);
     } else {
-      ConvertFrom<0>(at, count, targets, first);
+      ConvertFrom<Site::kGreenInRedRow>(at, count, targets, first);
     }
   }
 
  private:
-  // Each cell has a loop of its own, without a branch. Flattened, as compilers would rather call what several loops
+  // Each site has a loop of its own, without a branch. Flattened, as compilers would rather call what several loops
   // use, and hand vectors over in memory.
-  template <std::uint32_t kCell>
+  template <Site kSite>
   [[gnu::flatten]] static void ConvertFrom(const SourceLines& in, std::size_t count, const TargetLine* targets,
                                            std::size_t first) {
     std::uint8_t* to[Layout::kTargets];
@@ -78,16 +77,16 @@ class DirectBlocks {
       streams = streams && reinterpret_cast<std::uintptr_t>(to[k]) % kLanes == 0;
     }
     if (streams) {
-      ConvertTo<kCell, Stream>(in, count, to);
+      ConvertTo<kSite, Stream>(in, count, to);
     } else {
-      ConvertTo<kCell, std::uint8_t*>(in, count, to);
+      ConvertTo<kSite, std::uint8_t*>(in, count, to);
     }
   }
 
-  template <std::uint32_t kCell, class To>
+  template <Site kSite, class To>
   static void ConvertTo(const SourceLines& caller, std::size_t count, std::uint8_t* const (&to)[Layout::kTargets]) {
     // By reference it would be loaded anew after each store.
-    SourceLines in{{}, caller.shift, kCell, caller.ahead, caller.mask};
+    SourceLines in{{}, caller.shift, kSite, caller.ahead, caller.mask};
     for (std::size_t line = 0; line < Layout::kLines; ++line) in.line[line] = Alone(caller.line[line]);
     std::size_t at = 0;
     std::size_t done = 0;
@@ -99,7 +98,7 @@ class DirectBlocks {
     }
     if (count == 0) return;
     const std::size_t again = kLanes - count;
-    // Cells alternate, so blocks of a mosaic begin an even number of pixels apart.
+    // Sites alternate, so blocks of a mosaic begin an even number of pixels apart.
     if (at != 0 && (!Layout::kMosaic || again % 2 == 0)) {
       // A block that ends with the line; some of its pixels are there already. No such source is converted in place.
       static_assert(Layout::kBytes < Layout::kPixels * Writer::kBytes);

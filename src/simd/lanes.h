@@ -63,28 +63,24 @@ namespace {
 /// Byte lanes of a register.
 inline constexpr std::size_t kLanes = LM_LANES;
 
-using U8 = std::uint8_t __attribute__((vector_size(kLanes)));
-using I16 = std::int16_t __attribute__((vector_size(kLanes)));
-using U16 = std::uint16_t __attribute__((vector_size(kLanes)));
-using U32 = std::uint32_t __attribute__((vector_size(kLanes)));
-using I32 = std::int32_t __attribute__((vector_size(kLanes)));
+template <class Value>
+struct LanesOf {
+  using Type __attribute__((vector_size(kLanes))) = Value;
+};
+/// A register of values.
+template <class Value>
+using Lanes = typename LanesOf<Value>::Type;
+
+using U8 = Lanes<std::uint8_t>;
+using I16 = Lanes<std::int16_t>;
+using U16 = Lanes<std::uint16_t>;
+using U32 = Lanes<std::uint32_t>;
+using I32 = Lanes<std::int32_t>;
 
 /// Sums of products of words, in an order that `ClampPack` turns into that of the words.
 struct I32Pair {
   I32 low, high;
 };
-
-template <class Sample>
-struct LanesOf {
-  using Type = U8;
-};
-template <>
-struct LanesOf<std::uint16_t> {
-  using Type = U16;
-};
-/// A register of samples.
-template <class Sample>
-using Lanes = typename LanesOf<Sample>::Type;
 
 /// Pixels of a block: samples of a register.
 template <class Sample>
@@ -164,84 +160,6 @@ template <class To>
 inline void Store(U16 v, To to) {
   Store(U8(v), to);
 }
-
-template <class Index, std::size_t kStep, class Vector, std::size_t... kLane>
-inline Vector PickStep(Vector before, Vector next, std::index_sequence<kLane...>) {
-  // Lanes that are in the vectors before stay where an earlier step put them.
-  constexpr std::size_t kCount = sizeof...(kLane);
-  return __builtin_shufflevector(before, next,
-                                 (Index::At(kLane) / kCount == kStep ? kCount + Index::At(kLane) % kCount
-                                  : kStep == 1                       ? Index::At(kLane) % kCount
-                                                                     : kLane)...);
-}
-
-template <class Index, std::size_t kStep, class Vector, std::size_t kVectors>
-inline Vector PickFrom(Vector before, const Vector (&window)[kVectors]) {
-  if constexpr (kStep == kVectors) {
-    return before;
-  } else {
-    constexpr std::size_t kCount = sizeof(Vector) / sizeof(window[0][0]);
-    return PickFrom<Index, kStep + 1>(PickStep<Index, kStep>(before, window[kStep], std::make_index_sequence<kCount>{}),
-                                      window);
-  }
-}
-
-/// Lane i of the result is sample `Index::At(i)` of the window.
-template <class Index, class Vector, std::size_t kVectors>
-inline Vector Pick(const Vector (&window)[kVectors]) {
-  if constexpr (kVectors == 1) {
-    constexpr std::size_t kCount = sizeof(Vector) / sizeof(window[0][0]);
-    return PickStep<Index, 1>(window[0], window[0], std::make_index_sequence<kCount>{});
-  } else {
-    return PickFrom<Index, 1>(window[0], window);
-  }
-}
-
-/// The two bytes of words, each as the upper half of a word; the lower half is 0.
-struct WordBytes {
-  U16 low, high;
-};
-
-#if LM_BYTE_SHUFFLE == 64
-template <class Index, std::size_t... kLane>
-inline WordBytes PickWords(const U8 (&window)[2], std::index_sequence<kLane...>) {
-  // A shuffle that leaves lanes out costs as much as one that does not.
-  constexpr __mmask64 kUpper = 0xAAAAAAAAAAAAAAAA;
-  const U8 low{static_cast<std::uint8_t>(Index::At(kLane / 2 * 2))...};
-  const U8 high{static_cast<std::uint8_t>(Index::At(kLane))...};
-  return {U16(_mm512_maskz_permutex2var_epi8(kUpper, __m512i(window[0]), __m512i(low), __m512i(window[1]))),
-          U16(_mm512_maskz_permutex2var_epi8(kUpper, __m512i(window[0]), __m512i(high), __m512i(window[1])))};
-}
-#endif
-
-/// The words whose byte i is byte `Index::At(i)` of the window.
-template <class Index>
-inline WordBytes PickWords(const U8 (&window)[2]) {
-#if LM_BYTE_SHUFFLE == 64
-  return PickWords<Index>(window, std::make_index_sequence<kLanes>{});
-#else
-  const U16 words = U16(Pick<Index>(window));
-  return {words << 8, words & 0xFF00};
-#endif
-}
-
-/// Whether a product is faster than a table of bytes, which takes sixteen shuffles where they are narrow.
-inline constexpr bool kGainsAreFaster = LM_BYTE_SHUFFLE < 64;
-
-/// A table of bytes that is a gain.
-class GainLanes {
- public:
-  explicit GainLanes(const ChannelTable<std::uint8_t>& table)
-      : mFactor(table.gain.factor), mDown(static_cast<std::uint16_t>(8 - table.gain.shift)) {}
-
-  U8 operator[](U8 index) const {
-    return ClampJoin(I16(MultiplyHigh(LowWords(index) >> mDown, mFactor)),
-                     I16(MultiplyHigh(HighWords(index) >> mDown, mFactor)));
-  }
-
- private:
-  std::uint16_t mFactor, mDown;
-};
 
 /// The truncated mean of each pair of samples: halves were rounded up where the sum is odd.
 template <class Vector>

@@ -44,9 +44,9 @@ constexpr std::size_t ColumnsOf(...) {
 /// The lines of `in` from pixel `pixel` on.
 template <class Layout>
 SourceLines At(const SourceLines& in, std::size_t pixel) {
-  SourceLines at{{}, Alone(in.shift), Alone(in.cell), Alone(in.ahead), Alone(in.mask), Alone(in.matrix)};
+  SourceLines at{{}, Alone(in.shift), Alone(in.site), Alone(in.ahead), Alone(in.mask), Alone(in.matrix)};
   for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] = Alone(in.line[k]) + BytesOf<Layout>(pixel);
-  if (pixel * ColumnsOf<Layout>(0) % 2 != 0) at.cell ^= kCellToTheRight;
+  if (pixel * ColumnsOf<Layout>(0) % 2 != 0) at.site = RightOf(at.site);
   return at;
 }
 

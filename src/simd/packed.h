@@ -1,6 +1,7 @@
 #pragma once
 
 #include "simd/loops.h"
+#include "simd/pick.h"
 
 // Samples of 9 to 15 bits in a stream of bytes: eight of them take as many bytes as one has bits. Each eight are
 // brought into 16 bytes of a register, where shuffles can reach all of them.

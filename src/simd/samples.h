@@ -2,6 +2,7 @@
 
 #include "simd/interleave.h"
 #include "simd/loops.h"
+#include "simd/pick.h"
 
 // Layouts whose channels are whole samples, in an order that repeats from group to group. A layout is then nothing but
 // positions: `kAt[channel][pixel]` is the place of a channel's sample in the group of `kSamples` samples.

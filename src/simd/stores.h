@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "simd/gain_lanes.h"
 #include "simd/rgb.h"
 #include "simd/strip.h"
 

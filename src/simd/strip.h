@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "simd/site.h"
+
 // The data that callers and kernels exchange. A sample is a byte, or a 16-bit word that holds as many bits as the
 // source has, at its low end.
 namespace LmImagingLib {
@@ -36,10 +38,6 @@ struct Channels {
   const Sample* blue;
 };
 
-/// Cell codes name the 2 x 2 samples that begin at a position of a Bayer mosaic: 0 G R / B G, 1 G B / R G, 2 R G / G B,
-/// 3 B G / G R. Going right exchanges codes by 2 (G R / B G becomes R G / G B), going down by 3 (it becomes B G / G R).
-inline constexpr std::uint32_t kCellToTheRight = 2, kCellBelow = 3;
-
 /// A conversion of YUV, scaled by 8192: R = y Y + vToR (V - 128) + constant, and so on.
 struct YuvMatrix {
   std::int32_t y, vToR, uToG, vToG, uToB;
@@ -50,7 +48,7 @@ struct YuvMatrix {
 struct SourceLines {
   const std::uint8_t* line[4];  ///< as many lines, or planes, as the layout needs
   std::uint32_t shift;          ///< right shift that brings a sample to its place
-  std::uint32_t cell;           ///< cell code of the first pixel of a mosaic
+  Site site = {};               ///< of the first pixel of a mosaic
   std::uint32_t ahead = 0;    ///< how many bytes ahead to fetch the lines into the cache; 0 leaves it to the processor
   std::uint32_t mask = 0xFF;  ///< the bits of a sample
   const YuvMatrix* matrix = nullptr;  ///< of decoders of YUV by a matrix
@@ -123,7 +121,7 @@ using StoreKernel = void(const Channels<Sample>& in, const LookupTables<Sample>*
                          const TargetLine& out, std::size_t first);
 
 /// Converts `count` pixels (whole groups), from pixel `from` of the source on, to pixel `first` of each target on,
-/// without a lookup. Of a mosaic, two targets are made at once, and the cell code is 0 or 2.
+/// without a lookup. Of a mosaic, two targets are made at once, and the site is in a red row.
 using DirectKernel = void(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                           std::size_t first);
 

@@ -195,15 +195,18 @@ void StoreWide(const Channels<Sample>& in, const LookupTables<Sample>* tables, s
 }  // namespace LmImagingLib::LM_ISA
 
 /// Exports a writer of words as the kernel `Name`: from bytes and from words.
-#define LM_EXPORT_WIDE_WRITER(Name, ...)                    \
-  LM_EXPORT_WIDE_WRITER_OF(std::uint8_t, Name, __VA_ARGS__) \
-  LM_EXPORT_WIDE_WRITER_OF(std::uint16_t, Name, __VA_ARGS__)
+#define LM_EXPORT_WIDE_WRITER(Name, ...) LM_EXPORT_WIDE_STORE(Name, StoreWide<__VA_ARGS__>)
 
-#define LM_EXPORT_WIDE_WRITER_OF(Sample, Name, ...)                                                                   \
+/// The same for a function that stores samples of either width.
+#define LM_EXPORT_WIDE_STORE(Name, ...)                    \
+  LM_EXPORT_WIDE_STORE_OF(std::uint8_t, Name, __VA_ARGS__) \
+  LM_EXPORT_WIDE_STORE_OF(std::uint16_t, Name, __VA_ARGS__)
+
+#define LM_EXPORT_WIDE_STORE_OF(Sample, Name, ...)                                                                    \
   namespace LmImagingLib::LM_ISA {                                                                                    \
   StoreKernel<Sample> Name;                                                                                           \
   void Name(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out, \
             std::size_t first) {                                                                                      \
-    StoreWide<__VA_ARGS__>(in, tables, count, out, first);                                                            \
+    __VA_ARGS__(in, tables, count, out, first);                                                                       \
   }                                                                                                                   \
   }

@@ -45,9 +45,8 @@ PartedRows<std::int16_t> PartedRowWindow<Sample>::CoarseAround(std::int64_t row,
 template <class Sample>
 template <class Any>
 PartedRows<Any> PartedRowWindow<Sample>::RowsAround(std::int64_t row, std::int64_t reach, HalfRows<Any>& from) {
-  // Cells 0 and 1 begin with green.
   PartedRows<Any> around{
-      {}, static_cast<std::ptrdiff_t>(from.Stride()), mShape.CellOf(row) < 2 ? 1 : 0, (1U << mShape.depth) - 1};
+      {}, static_cast<std::ptrdiff_t>(from.Stride()), IsGreen(mShape.SiteOf(row)) ? 1 : 0, (1U << mShape.depth) - 1};
   for (std::int64_t by = -reach; by <= reach; ++by) {
     const std::uint32_t at = Mirrored(row + by, mShape.height);
     while (mNext <= at) Part(mNext++);

@@ -42,10 +42,11 @@ std::uint32_t Mirrored(std::int64_t row, std::uint32_t count);
 /// What there is to know of a mosaic beside its samples.
 struct MosaicShape {
   std::uint32_t width, height;  ///< at least 2
-  std::uint32_t layoutCell;     ///< the code of the cell at even lines and columns
+  Site site;                    ///< of even lines and columns
   std::uint32_t depth;          ///< significant bits of a sample
 
-  std::uint32_t CellOf(std::int64_t row) const { return layoutCell ^ (row % 2 != 0 ? kCellBelow : 0); }
+  /// The site of a row at even columns.
+  Site SiteOf(std::int64_t row) const { return Below(site, row); }
 };
 
 inline constexpr std::uint32_t kNotCoarse = ~0U;

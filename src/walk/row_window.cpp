@@ -110,11 +110,11 @@ bool RowWindow<Sample>::DecodeJoined(std::uint32_t row, std::uint32_t count) {
 
 template <class Sample>
 void RowWindow<Sample>::LookUpRow(std::uint32_t line, Sample* row) {
-  const std::uint32_t cell = mLookup.layoutCell ^ (line % 2 != 0 ? kCellBelow : 0);
+  const Site site = Below(mLookup.site, line);
   const std::uint16_t* const green = mLookup.tables->green.entries;
-  const std::uint16_t* const color = (cell % 2 == 0 ? mLookup.tables->red : mLookup.tables->blue).entries;
-  const std::uint16_t* const even = cell < 2 ? green : color;
-  const std::uint16_t* const odd = cell < 2 ? color : green;
+  const std::uint16_t* const color = (IsInRedRow(site) ? mLookup.tables->red : mLookup.tables->blue).entries;
+  const std::uint16_t* const even = IsGreen(site) ? green : color;
+  const std::uint16_t* const odd = IsGreen(site) ? color : green;
   auto* const decoded = reinterpret_cast<std::uint8_t*>(mDecodedRow.data());
   if constexpr (sizeof(Sample) == 1) {
     if (mSource.depth == 8) {

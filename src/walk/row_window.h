@@ -18,7 +18,7 @@ std::size_t RowBytesRead(const SourceType& source, std::uint32_t width);
 /// bytes the results have 8 bits.
 struct RowLookup {
   const LookupTables<std::uint16_t>* tables = nullptr;  ///< null where nothing is looked up
-  std::uint32_t layoutCell = 0;                         ///< the code of the cell at even lines and columns
+  Site site = {};                                       ///< of even lines and columns
 };
 
 /// The rows of a mosaic around the lines that are being converted, as samples: a ring of rows, found by their numbers.

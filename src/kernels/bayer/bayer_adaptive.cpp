@@ -1,7 +1,6 @@
 // Bayer mosaic, adaptive method: green is interpolated along the row, along the column, or between both, whichever
 // changes less around the pixel; red and blue follow by their differences to green. Each function is one step of a row.
-#include "kernels/bayer/numbers.h"
-#include "kernels/writers/interleaved.h"
+#include "kernels/bayer/row_colors.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -158,28 +157,6 @@ void BayerAdaptive(const PartedRows<std::int32_t>& in, const std::int32_t* const
   AddRow(in, differences, pairs, ToRows<std::uint16_t>{out});
 }
 
-RowPixelsKernel AdaptiveToRGB24;
-void AdaptiveToRGB24(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
-                     std::uint8_t* to) {
-  AddTo<Interleaved<First::kRed, 3>>(in, differences, pixels, to);
-}
-
-RowPixelsKernel AdaptiveToBGR24;
-void AdaptiveToBGR24(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
-                     std::uint8_t* to) {
-  AddTo<Interleaved<First::kBlue, 3>>(in, differences, pixels, to);
-}
-
-RowPixelsKernel AdaptiveToRGB32;
-void AdaptiveToRGB32(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
-                     std::uint8_t* to) {
-  AddTo<Interleaved<First::kRed, 4>>(in, differences, pixels, to);
-}
-
-RowPixelsKernel AdaptiveToBGR32;
-void AdaptiveToBGR32(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
-                     std::uint8_t* to) {
-  AddTo<Interleaved<First::kBlue, 4>>(in, differences, pixels, to);
-}
-
 }  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_ROW_PIXELS(Adaptive, AddTo)

@@ -28,18 +28,18 @@ struct BilinearLayout {
     const auto color = [](unsigned r, unsigned g, unsigned b) {
       return Rgb<Sample>{static_cast<Sample>(r), static_cast<Sample>(g), static_cast<Sample>(b)};
     };
-    switch (in.cell) {
-      case 0:
+    switch (in.site) {
+      case Site::kGreenInRedRow:
         *out = color(horizontal >> 1, green, vertical >> 1);
-        break;  // green between reds
-      case 1:
+        break;
+      case Site::kGreenInBlueRow:
         *out = color(vertical >> 1, green, horizontal >> 1);
-        break;  // green between blues
-      case 2:
+        break;
+      case Site::kRed:
         *out = color(own, cross, diagonal >> 2);
-        break;  // red
+        break;
       default:
-        *out = color(diagonal >> 2, cross, own);  // blue
+        *out = color(diagonal >> 2, cross, own);
     }
   }
 };
@@ -84,18 +84,17 @@ struct BilinearBytes : BilinearLayout<std::uint8_t> {
             Merge((around.even + around.nextEven) >> 2, around.nextEven << 7)};
   }
 
-  static RgbLanes<std::uint8_t> Pixels(const Samples& above, const Samples& own, const Samples& below,
-                                       std::uint32_t cell) {
+  static RgbLanes<std::uint8_t> Pixels(const Samples& above, const Samples& own, const Samples& below, Site site) {
     const Samples around{above.even + below.even, above.odd + below.odd, above.nextEven + below.nextEven,
                          above.nextOdd + below.nextOdd};
-    const Channels channels = cell < 2 ? GreenFirst(own, around) : ColorFirst(own, around);
-    const bool redInLine = cell % 2 == 0;  // cells 0 and 2 are on a line of greens and reds
+    const Channels channels = IsGreen(site) ? GreenFirst(own, around) : ColorFirst(own, around);
+    const bool redInLine = IsInRedRow(site);
     return {redInLine ? channels.line : channels.other, channels.green, redInLine ? channels.other : channels.line};
   }
 
   template <class Reader>
   static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
-    return Pixels(LoadRow(read, 0), LoadRow(read, 1), LoadRow(read, 2), read.in.cell);
+    return Pixels(LoadRow(read, 0), LoadRow(read, 1), LoadRow(read, 2), read.in.site);
   }
 #endif
 };
@@ -115,14 +114,13 @@ struct BilinearPair : BilinearBytes {
   static constexpr std::size_t kLines = 4, kTargets = 2, kFresh = 2;
   static constexpr bool kMosaic = true;
   static constexpr std::size_t kNextLine = 1;
-  static constexpr std::uint32_t kNextCell = kCellBelow;
 
 #if LM_LANES
   template <class Reader, class Store>
   static void Blocks(const Reader& read, const Store& store) {
     const Samples row[] = {LoadRow(read, 0), LoadRow(read, 1), LoadRow(read, 2), LoadRow(read, 3)};
-    store(0, Pixels(row[0], row[1], row[2], read.in.cell));
-    store(1, Pixels(row[1], row[2], row[3], read.in.cell ^ kCellBelow));
+    store(0, Pixels(row[0], row[1], row[2], read.in.site));
+    store(1, Pixels(row[1], row[2], row[3], Below(read.in.site)));
   }
 #endif
 };

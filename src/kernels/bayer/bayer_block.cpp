@@ -6,18 +6,18 @@
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-// The cell is a b / c d; the code says which of them is red. The mean of the greens is truncated.
+// The cell is a b / c d; its first site says which of them is red. The mean of the greens is truncated.
 template <class Color, class Value>
-Color CellColor(std::uint32_t cell, Value a, Value b, Value c, Value d, Value (*mean)(Value, Value)) {
-  switch (cell) {
-    case 0:
-      return {b, mean(a, d), c};  // G R / B G
-    case 1:
-      return {c, mean(a, d), b};  // G B / R G
-    case 2:
-      return {a, mean(b, c), d};  // R G / G B
+Color CellColor(Site site, Value a, Value b, Value c, Value d, Value (*mean)(Value, Value)) {
+  switch (site) {
+    case Site::kGreenInRedRow:
+      return {b, mean(a, d), c};
+    case Site::kGreenInBlueRow:
+      return {c, mean(a, d), b};
+    case Site::kRed:
+      return {a, mean(b, c), d};
     default:
-      return {d, mean(b, c), a};  // B G / G R
+      return {d, mean(b, c), a};
   }
 }
 
@@ -31,7 +31,7 @@ struct BayerBlockLayout {
       return SampleAt<sizeof(Sample), Sample>(in, line, column);
     };
     out[0] = out[1] =
-        CellColor<Rgb<Sample>, Sample>(in.cell, sample(0, 0), sample(0, 1), sample(1, 0), sample(1, 1),
+        CellColor<Rgb<Sample>, Sample>(in.site, sample(0, 0), sample(0, 1), sample(1, 0), sample(1, 1),
                                        [](Sample a, Sample b) { return static_cast<Sample>((unsigned{a} + b) >> 1); });
   }
 
@@ -55,7 +55,7 @@ struct BayerBlockLayout {
     using V = Lanes<Sample>;
     V line[2][1];
     for (std::size_t k = 0; k < 2; ++k) LoadSamples<sizeof(Sample)>(read, k, 0, kBlock<Sample>, line[k]);
-    return CellColor<RgbLanes<Sample>, V>(read.in.cell, Even(line[0][0]), Odd(line[0][0]), Even(line[1][0]),
+    return CellColor<RgbLanes<Sample>, V>(read.in.site, Even(line[0][0]), Odd(line[0][0]), Even(line[1][0]),
                                           Odd(line[1][0]), [](V a, V b) { return MeanDown(a, b); });
   }
 #endif
@@ -67,7 +67,6 @@ struct BlockPair : BayerBlockLayout<std::uint8_t> {
   static constexpr std::size_t kTargets = 2, kFresh = 2;
   static constexpr bool kMosaic = true;
   static constexpr std::size_t kNextLine = 0;
-  static constexpr std::uint32_t kNextCell = 0;
 
 #if LM_LANES
   template <class Reader, class Store>

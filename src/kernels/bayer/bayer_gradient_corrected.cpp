@@ -1,8 +1,7 @@
 // Bayer mosaic, gradient-corrected method: each colour is a mean of its nearest samples, corrected by how much the
 // pixel differs from those of its own colour around it (Malvar, He, Cutler: High-quality linear interpolation for
 // demosaicing of Bayer-patterned color images, 2004). The weights of the filters are sixteenths.
-#include "kernels/bayer/numbers.h"
-#include "kernels/writers/interleaved.h"
+#include "kernels/bayer/row_colors.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -43,7 +42,8 @@ void FilterRow(const PartedRows<Value>& in, std::size_t pairs, const To& to) {
 }
 
 template <class Writer>
-void FilterTo(const PartedRows<std::int16_t>& in, std::size_t pixels, std::uint8_t* to) {
+void FilterTo(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/, std::size_t pixels,
+              std::uint8_t* to) {
   FilterRow(in, (pixels + 1) / 2, ToPixels<Writer>{pixels, to});
 }
 
@@ -59,28 +59,6 @@ void BayerGradientCorrected(const PartedRows<std::int32_t>& in, std::size_t pair
   FilterRow(in, pairs, ToRows<std::uint16_t>{out});
 }
 
-RowPixelsKernel GradientCorrectedToRGB24;
-void GradientCorrectedToRGB24(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/,
-                              std::size_t pixels, std::uint8_t* to) {
-  FilterTo<Interleaved<First::kRed, 3>>(in, pixels, to);
-}
-
-RowPixelsKernel GradientCorrectedToBGR24;
-void GradientCorrectedToBGR24(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/,
-                              std::size_t pixels, std::uint8_t* to) {
-  FilterTo<Interleaved<First::kBlue, 3>>(in, pixels, to);
-}
-
-RowPixelsKernel GradientCorrectedToRGB32;
-void GradientCorrectedToRGB32(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/,
-                              std::size_t pixels, std::uint8_t* to) {
-  FilterTo<Interleaved<First::kRed, 4>>(in, pixels, to);
-}
-
-RowPixelsKernel GradientCorrectedToBGR32;
-void GradientCorrectedToBGR32(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/,
-                              std::size_t pixels, std::uint8_t* to) {
-  FilterTo<Interleaved<First::kBlue, 4>>(in, pixels, to);
-}
-
 }  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_ROW_PIXELS(GradientCorrected, FilterTo)

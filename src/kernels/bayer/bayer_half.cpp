@@ -10,17 +10,16 @@ struct BayerHalfLayout {
   static constexpr bool kGray = false;
 
   template <class Color, class Value, class Mean>
-  static Color CellColor(std::uint32_t cell, const Value (&top)[2], const Value (&bottom)[2], const Mean& mean) {
-    // Cells 0 and 1 begin with green, and 0 and 2 have red in the upper line.
-    const Value green = cell < 2 ? mean(top[0], bottom[1]) : mean(top[1], bottom[0]);
-    const Value upper = cell < 2 ? top[1] : top[0], lower = cell < 2 ? bottom[0] : bottom[1];
-    return cell % 2 == 0 ? Color{upper, green, lower} : Color{lower, green, upper};
+  static Color CellColor(Site site, const Value (&top)[2], const Value (&bottom)[2], const Mean& mean) {
+    const Value green = IsGreen(site) ? mean(top[0], bottom[1]) : mean(top[1], bottom[0]);
+    const Value upper = IsGreen(site) ? top[1] : top[0], lower = IsGreen(site) ? bottom[0] : bottom[1];
+    return IsInRedRow(site) ? Color{upper, green, lower} : Color{lower, green, upper};
   }
 
   static void Group(const SourceLines& in, Rgb<Sample>* out) {
     Sample samples[2][2];
     for (std::size_t k = 0; k < 4; ++k) samples[k / 2][k % 2] = SampleAt<sizeof(Sample), Sample>(in, k / 2, k % 2);
-    *out = CellColor<Rgb<Sample>>(in.cell, samples[0], samples[1],
+    *out = CellColor<Rgb<Sample>>(in.site, samples[0], samples[1],
                                   [](Sample a, Sample b) { return static_cast<Sample>((unsigned{a} + b + 1) >> 1); });
   }
 
@@ -42,7 +41,7 @@ struct BayerHalfLayout {
       columns[line][0] = Pick<EvenSamples>(window);
       columns[line][1] = Pick<OddSamples>(window);
     }
-    return CellColor<RgbLanes<Sample>>(read.in.cell, columns[0], columns[1], [](V a, V b) { return MeanUp(a, b); });
+    return CellColor<RgbLanes<Sample>>(read.in.site, columns[0], columns[1], [](V a, V b) { return MeanUp(a, b); });
   }
 #endif
 };

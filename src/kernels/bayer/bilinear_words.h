@@ -60,11 +60,11 @@ inline RgbLanes<std::uint16_t> BilinearWordsBy(const Reader& read) {
   const U16 fifth = Sums::Five(c1, a0, a2, b0, b2);
   const U16 cross = Sums::Four(c0, c2, a1, b1), diagonal = Sums::Four(a0, a2, b0, b2);
   // The colour of the line, green, and the colour of the lines around, at green sites in even or in odd lanes.
-  const bool greenFirst = read.in.cell < 2;
+  const bool greenFirst = IsGreen(read.in.site);
   const U16 line = greenFirst ? EvenOdd(horizontal, c1) : EvenOdd(c1, horizontal);
   const U16 green = greenFirst ? EvenOdd(fifth, cross) : EvenOdd(cross, fifth);
   const U16 other = greenFirst ? EvenOdd(vertical, diagonal) : EvenOdd(diagonal, vertical);
-  const bool redInLine = read.in.cell % 2 == 0;
+  const bool redInLine = IsInRedRow(read.in.site);
   return {redInLine ? line : other, green, redInLine ? other : line};
 }
 

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "simd/lanes.h"
-#include "simd/mosaic.h"
-#include "simd/rgb.h"
 
 // The numbers that parted rows are computed with: registers of them, or single ones where there are no vectors. The
 // text of a kernel is the same for both.
@@ -12,19 +10,11 @@ namespace {
 #if LM_LANES
 
 template <class Value>
-struct NumbersOf {
-  using Type = I16;
-};
-template <>
-struct NumbersOf<std::int32_t> {
-  using Type = I32;
-};
-template <class Value>
-using Numbers = typename NumbersOf<Value>::Type;
+using Numbers = Lanes<Value>;
 
 /// How many values are computed at once.
 template <class Value>
-inline constexpr std::size_t kNumbers = kLanes / sizeof(Value);
+inline constexpr std::size_t kNumbers = kBlock<Value>;
 
 template <class Value>
 inline Numbers<Value> Read(const Value* from) {
@@ -116,54 +106,6 @@ inline const Value* Column(const Value* row, std::ptrdiff_t odd, std::ptrdiff_t 
   const std::ptrdiff_t column = kParity + by + 64;  // never negative
   return row + (column % 2 != 0 ? odd : 0) + (column / 2 - 32);
 }
-
-/// The colours of the pixels of one parity.
-template <class Value>
-struct Colors {
-  Numbers<Value> line, green, column;
-};
-
-/// Stores pixels as rows of colours, or through a writer.
-template <class Sample>
-struct ToRows {
-  template <class Value>
-  void operator()(std::size_t i, const Colors<Value>& even, const Colors<Value>& odd) const {
-    StoreColumns(even.line, odd.line, to.line + 2 * i);
-    StoreColumns(even.green, odd.green, to.green + 2 * i);
-    StoreColumns(even.column, odd.column, to.column + 2 * i);
-  }
-
-  const RowColors<Sample> to;
-};
-template <class Writer>
-struct ToPixels {
-  void operator()(std::size_t i, const Colors<std::int16_t>& even, const Colors<std::int16_t>& odd) const {
-    std::uint8_t* const at = to + 2 * i * Writer::kBytes;
-    const std::size_t rest = pixels - 2 * i;
-#if LM_LANES
-    const RgbLanes<std::uint8_t> block{Columns(even.line, odd.line), Columns(even.green, odd.green),
-                                       Columns(even.column, odd.column)};
-    if (rest >= kLanes) {
-      Writer::Block(block, at);
-    } else {
-      Writer::Block(block, Part{at, rest * Writer::kBytes});
-    }
-#else
-    Writer::Pixel(Pixel(even), at);
-    if (rest > 1) Writer::Pixel(Pixel(odd), at + Writer::kBytes);
-#endif
-  }
-
-#if !LM_LANES
-  static Rgb<std::uint8_t> Pixel(const Colors<std::int16_t>& colors) {
-    return {static_cast<std::uint8_t>(colors.line), static_cast<std::uint8_t>(colors.green),
-            static_cast<std::uint8_t>(colors.column)};
-  }
-#endif
-
-  const std::size_t pixels;
-  std::uint8_t* const to;
-};
 
 template <class Vector>
 inline Vector Clamp(Vector v, Vector white) {

@@ -46,18 +46,7 @@ void StoreLuma(const Channels<Sample>& in, const LookupTables<Sample>* tables, s
 
 }  // namespace
 
-StoreKernel<std::uint8_t> StoreLumaWords;
-void StoreLumaWords(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
-                    const TargetLine& out, std::size_t first) {
-  StoreLuma(in, tables, count, out, first);
-}
-
-StoreKernel<std::uint16_t> StoreLumaWords;
-void StoreLumaWords(const Channels<std::uint16_t>& in, const LookupTables<std::uint16_t>* tables, std::size_t count,
-                    const TargetLine& out, std::size_t first) {
-  StoreLuma(in, tables, count, out, first);
-}
-
 }  // namespace LmImagingLib::LM_ISA
 
+LM_EXPORT_WIDE_STORE(StoreLumaWords, StoreLuma)
 LM_EXPORT_WRITER(StoreLuma8, LumaBytes)

@@ -23,16 +23,6 @@ void StorePlanes(const Channels<Sample>& in, const LookupTables<Sample>* tables,
 
 }  // namespace
 
-StoreKernel<std::uint8_t> StorePlanar48;
-void StorePlanar48(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
-                   const TargetLine& out, std::size_t first) {
-  StorePlanes(in, tables, count, out, first);
-}
-
-StoreKernel<std::uint16_t> StorePlanar48;
-void StorePlanar48(const Channels<std::uint16_t>& in, const LookupTables<std::uint16_t>* tables, std::size_t count,
-                   const TargetLine& out, std::size_t first) {
-  StorePlanes(in, tables, count, out, first);
-}
-
 }  // namespace LmImagingLib::LM_ISA
+
+LM_EXPORT_WIDE_STORE(StorePlanar48, StorePlanes)

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "kernels/bayer/numbers.h"
+#include "kernels/writers/interleaved.h"
+#include "simd/mosaic.h"
+
+// Where the colours go that are made of parted rows: into rows of each colour, or into the pixels of a writer.
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+/// The colours of the pixels of one parity.
+template <class Value>
+struct Colors {
+  Numbers<Value> line, green, column;
+};
+
+/// Stores pixels as rows of colours, or through a writer.
+template <class Sample>
+struct ToRows {
+  template <class Value>
+  void operator()(std::size_t i, const Colors<Value>& even, const Colors<Value>& odd) const {
+    StoreColumns(even.line, odd.line, to.line + 2 * i);
+    StoreColumns(even.green, odd.green, to.green + 2 * i);
+    StoreColumns(even.column, odd.column, to.column + 2 * i);
+  }
+
+  const RowColors<Sample> to;
+};
+template <class Writer>
+struct ToPixels {
+  void operator()(std::size_t i, const Colors<std::int16_t>& even, const Colors<std::int16_t>& odd) const {
+    std::uint8_t* const at = to + 2 * i * Writer::kBytes;
+    const std::size_t rest = pixels - 2 * i;
+#if LM_LANES
+    const RgbLanes<std::uint8_t> block{Columns(even.line, odd.line), Columns(even.green, odd.green),
+                                       Columns(even.column, odd.column)};
+    if (rest >= kLanes) {
+      Writer::Block(block, at);
+    } else {
+      Writer::Block(block, Part{at, rest * Writer::kBytes});
+    }
+#else
+    Writer::Pixel(Pixel(even), at);
+    if (rest > 1) Writer::Pixel(Pixel(odd), at + Writer::kBytes);
+#endif
+  }
+
+#if !LM_LANES
+  static Rgb<std::uint8_t> Pixel(const Colors<std::int16_t>& colors) {
+    return {static_cast<std::uint8_t>(colors.line), static_cast<std::uint8_t>(colors.green),
+            static_cast<std::uint8_t>(colors.column)};
+  }
+#endif
+
+  const std::size_t pixels;
+  std::uint8_t* const to;
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+
+/// Exports `Make<Writer>`, which stores the pixels of a row by a method, for each order and size of pixels of bytes.
+#define LM_EXPORT_ROW_PIXELS(Name, Make)                                     \
+  LM_EXPORT_ROW_PIXELS_TO(Name##ToRGB24, Make<Interleaved<First::kRed, 3>>)  \
+  LM_EXPORT_ROW_PIXELS_TO(Name##ToBGR24, Make<Interleaved<First::kBlue, 3>>) \
+  LM_EXPORT_ROW_PIXELS_TO(Name##ToRGB32, Make<Interleaved<First::kRed, 4>>)  \
+  LM_EXPORT_ROW_PIXELS_TO(Name##ToBGR32, Make<Interleaved<First::kBlue, 4>>)
+
+#define LM_EXPORT_ROW_PIXELS_TO(Name, ...)                                                                  \
+  namespace LmImagingLib::LM_ISA {                                                                          \
+  RowPixelsKernel Name;                                                                                     \
+  void Name(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels, \
+            std::uint8_t* to) {                                                                             \
+    __VA_ARGS__(in, differences, pixels, to);                                                               \
+  }                                                                                                         \
+  }
