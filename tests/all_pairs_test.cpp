@@ -164,6 +164,11 @@ TEST_F(AllPairs, AreTheOnesOfTheTable) {
   };
   expectTheTable(model::RegisteredNow());
   EXPECT_EQ(model::AllPairs(model::Registered::STANDARD).size(), 155u + 2364u);
+  // Pairs have the same pixels before the extended formats are there, and after; of those, the tests below say more.
+  for (const auto& [from, to] : RegisteredPairs()) {
+    const model::Call call = MakeCall(from, 50, mFilters, mRandom);
+    Check(model::MakeFrame(from, to, call, mRandom, Before(Scratch::OURS)), Scratch::OURS, mRandom);
+  }
   ASSERT_TRUE(RegisterExtendedFormats().IsOK());
   expectTheTable(model::Registered::EXTENDED);
 }

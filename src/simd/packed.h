@@ -4,7 +4,12 @@
 #include "simd/pick.h"
 
 // Samples of 9 to 15 bits in a stream of bytes: eight of them take as many bytes as one has bits. Each eight are
-// brought into 16 bytes of a register, where shuffles can reach all of them.
+// brought into 16 bytes of a register, where shuffles can reach all of them. Of 10 bits, for example:
+//
+//   bytes         b0 b1 b2 b3 b4 b5 b6 b7 b8 b9 - - - - - -      p0 is the 10 bits from bit 0 of b0 on
+//   shuffled      b0b1 b1b2 b2b3 b3b4 b5b6 b6b7 b7b8 b8b9        words that hold p0 to p7
+//   shifted by    0    2    4    6    0    2    4    6
+//   masked        p0   p1   p2   p3   p4   p5   p6   p7
 #if LM_LANES
 namespace LmImagingLib::LM_ISA {
 namespace {

@@ -21,8 +21,11 @@ static constexpr bool IsInRedRow(Site site) { return site == Site::kGreenInRedRo
 static constexpr Site RightOf(Site site) { return static_cast<Site>(static_cast<std::uint32_t>(site) ^ 2U); }
 /// The site below one; the one above is the same.
 static constexpr Site Below(Site site) { return static_cast<Site>(static_cast<std::uint32_t>(site) ^ 3U); }
-/// The site `rows` rows below one, or above it.
-static constexpr Site Below(Site site, std::int64_t rows) { return rows % 2 != 0 ? Below(site) : site; }
+/// The site so many rows below one, or above it.
+template <class Integer>
+static constexpr Site Below(Site site, Integer rows) {
+  return rows % 2 != 0 ? Below(site) : site;
+}
 
 /// The site that becomes this one where red and blue are exchanged if need be: green in a red row, or red.
 static constexpr Site AsInRedRow(Site site) { return IsGreen(site) ? Site::kGreenInRedRow : Site::kRed; }

@@ -35,6 +35,7 @@ void StorePixels(const Channels<std::uint8_t>& in, const LookupTables<std::uint8
 /// The changes of pixels before they are stored: none, or a lookup in three tables or gains.
 struct AsTheyAre {
   RgbLanes<std::uint8_t> operator()(const RgbLanes<std::uint8_t>& in) const { return in; }
+  RgbLanes<std::uint16_t> operator()(const RgbLanes<std::uint16_t>& in) const { return in; }
 };
 
 template <class Entries>

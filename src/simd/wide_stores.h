@@ -48,7 +48,7 @@ class FitLanes {
 /// A table of words that is a gain: a product of 16 and 32 bits, of which the upper 16 are kept.
 class WideGainLanes {
  public:
-  WideGainLanes(const WideGain& gain, const Fit& fit)
+  explicit WideGainLanes(const WideGain& gain, const Fit& fit = {})
       : mHigh(static_cast<std::uint16_t>(gain.factor >> 16)),
         mLow(static_cast<std::uint16_t>(gain.factor)),
         mUp(static_cast<std::uint16_t>(gain.up)),
@@ -135,8 +135,7 @@ void StoreLookedUp(const Channels<std::uint16_t>& in, const LookupTables<std::ui
     for (std::size_t k = 0; k < 3; ++k) {
       for (std::size_t j = 0; j < some; ++j) found[k][j] = entries[k][channels[k][i + j]];
     }
-    StoreWordBlocks<Writer>({found[0], found[1], found[2]}, some, to,
-                            [](const RgbLanes<std::uint16_t>& words) { return words; });
+    StoreWordBlocks<Writer>({found[0], found[1], found[2]}, some, to, AsTheyAre{});
   }
 }
 

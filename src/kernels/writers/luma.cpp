@@ -24,23 +24,70 @@ struct LumaBytes {
 #endif
 };
 
+#if LM_LANES
+
+/// The lookup of words by tables, one by one.
+struct WordTables {
+  RgbLanes<std::uint16_t> operator()(const RgbLanes<std::uint16_t>& in) const {
+    return {Found(in.r, tables.red.entries), Found(in.g, tables.green.entries), Found(in.b, tables.blue.entries)};
+  }
+
+  static U16 Found(U16 words, const std::uint16_t* entries) {
+    std::uint16_t values[kBlock<std::uint16_t>];
+    std::memcpy(values, &words, sizeof values);
+    for (std::uint16_t& value : values) value = entries[value];
+    return Load(values);
+  }
+
+  const LookupTables<std::uint16_t>& tables;
+};
+
+/// Stores as many pixels as make whole blocks, and returns their number.
+template <class Sample, class Change>
+std::size_t StoreLumaBlocks(const Channels<Sample>& in, std::size_t count, std::uint8_t* to, const FitLanes fit,
+                            const Change change) {
+  std::size_t i = 0;
+  for (; i + kBlock<Sample> <= count; i += kBlock<Sample>, to += 2 * kBlock<Sample>) {
+    StoreLumaWords(change(RgbLanes<Sample>{Load(in.red + i), Load(in.green + i), Load(in.blue + i)}), to, fit);
+  }
+  return i;
+}
+
+std::size_t StoreLumaBlocks(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables,
+                            std::size_t count, std::uint8_t* to, const Fit& fit) {
+  if (tables == nullptr) return StoreLumaBlocks(in, count, to, FitLanes(fit), AsTheyAre{});
+  if (kGainsAreFaster && tables->areGains) {
+    return StoreLumaBlocks(in, count, to, FitLanes(fit), LookedUp<GainLanes>(*tables));
+  }
+  return StoreLumaBlocks(in, count, to, FitLanes(fit), LookedUp<Table>(*tables));
+}
+
+std::size_t StoreLumaBlocks(const Channels<std::uint16_t>& in, const LookupTables<std::uint16_t>* tables,
+                            std::size_t count, std::uint8_t* to, const Fit& fit) {
+  if (tables == nullptr) return StoreLumaBlocks(in, count, to, FitLanes(fit), AsTheyAre{});
+  if (tables->areGains) {
+    return StoreLumaBlocks(
+        in, count, to, FitLanes(fit),
+        WordChanges<WideGainLanes>{WideGainLanes(tables->red.gain), WideGainLanes(tables->green.gain),
+                                   WideGainLanes(tables->blue.gain)});
+  }
+  return StoreLumaBlocks(in, count, to, FitLanes(fit), WordTables{*tables});
+}
+
+#endif
+
 // Words are fitted after the sum, which is exact at the depth of the samples.
 template <class Sample>
 void StoreLuma(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
                std::size_t first) {
-  std::uint8_t* to = out.line + first * 2;
+  std::uint8_t* const to = out.line + first * 2;
   std::size_t i = 0;
 #if LM_LANES
-  if (tables == nullptr) {
-    const FitLanes fit(out.fit);
-    for (; i + kBlock<Sample> <= count; i += kBlock<Sample>, to += 2 * kBlock<Sample>) {
-      StoreLumaWords(RgbLanes<Sample>{Load(in.red + i), Load(in.green + i), Load(in.blue + i)}, to, fit);
-    }
-  }
+  i = StoreLumaBlocks(in, tables, count, to, out.fit);
 #endif
-  for (; i < count; ++i, to += 2) {
+  for (; i < count; ++i) {
     const std::uint16_t word = Fitted(Luma(LookUp(tables, in, i)), out.fit);
-    std::memcpy(to, &word, sizeof word);
+    std::memcpy(to + 2 * i, &word, sizeof word);
   }
 }
 
