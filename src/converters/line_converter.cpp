@@ -61,7 +61,7 @@ class LineConverter::Lines {
     const TargetLine target = TargetAt(destination, mFrame, mFit, mSteps.writer);
     const SourceLines lines = LinesAt(source);
     const Shortcut* const shortcut = mConverter.mShortcut;
-    if (shortcut != nullptr && mSteps.tables == nullptr && !IsByMatrix() && !target.opaque) {
+    if (shortcut != nullptr && KeepsBits() && mSteps.tables == nullptr && !IsByMatrix() && !target.opaque) {
       ConvertDirectly(shortcut->convert.Active(), mSteps.groupPixels, mSteps.writer, lines, pixels, &target, 0);
     } else {
       ConvertStrips(mSteps, lines, pixels, &target, 1, 0);
@@ -88,6 +88,11 @@ class LineConverter::Lines {
 
  private:
   const struct Format& Format() const { return *mConverter.mSource.format; }
+  // Whether samples have as many bits afterwards as shortcuts expect: 8, or 16 of words.
+  bool KeepsBits() const {
+    return mSteps.writer.depth == (sizeof(Sample) == 1 ? 8 : mConverter.mSource.depth) &&
+           mSteps.writer.depth == 8 * sizeof(Sample);
+  }
   bool IsByMatrix() const { return mMatrix != nullptr && Format().decodeByMatrix.of[0] != nullptr; }
   SourceLines LinesAt(const std::uint8_t* line) const {
     SourceLines lines = mConverter.mSource.Lines<Sample>(line, mFrame.SourcePlane(), mFrame.fetchAhead);

@@ -17,7 +17,9 @@ class LineConverter : public LibraryConverter {
   void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
   ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const override;
 
-  const SourceType* Rows() const override { return mWriter.isBytes && mWriter.planes == 1 ? &mSource : nullptr; }
+  const SourceType* Rows() const override {
+    return mWriter.isPlain && mWriter.depth == 8 && mWriter.planes == 1 ? &mSource : nullptr;
+  }
 
  private:
   template <class Sample>

@@ -14,7 +14,7 @@ struct Writer {
   std::uint32_t depth;       ///< bits of a sample
   std::uint32_t eightBitShift;
   std::uint32_t planes;             ///< 1 where pixels interleave
-  bool isBytes;                     ///< whether planes are bytes as they are, into which sources may decode directly
+  bool isPlain;                     ///< whether planes are samples as they are, into which sources may decode
   PixelTypeID types[4];             ///< up to the first id of 0
   const Writer* swapped = nullptr;  ///< the writer that exchanges red and blue, of those that mosaics have shortcuts to
 };
@@ -49,11 +49,11 @@ inline constexpr Writer kBGR32{{kStoreBGR32, {}}, 4, 8, 0, 1, false, {0x20007}, 
 inline constexpr Writer kPlanar24{{kStorePlanar24, {}}, 1, 8, 0, 3, true, {0x820002, 0x82000A}};
 
 inline constexpr Writer kGrayscale8{{kStoreGrayscale8, {}}, 1, 8, 0, 1, true, {0x10001}};
-inline constexpr Writer kGrayscale10{kStoreGrayWords, 2, 10, 2, 1, false, {0x10002}};
-inline constexpr Writer kGrayscale12{kStoreGrayWords, 2, 12, 4, 1, false, {0x10003}};
-inline constexpr Writer kGrayscale14{kStoreGrayWords, 2, 14, 6, 1, false, {0x10004}};
+inline constexpr Writer kGrayscale10{kStoreGrayWords, 2, 10, 2, 1, true, {0x10002}};
+inline constexpr Writer kGrayscale12{kStoreGrayWords, 2, 12, 4, 1, true, {0x10003}};
+inline constexpr Writer kGrayscale14{kStoreGrayWords, 2, 14, 6, 1, true, {0x10004}};
 // The byte is not widened: applications scale it themselves.
-inline constexpr Writer kGrayscale16{kStoreGrayWords, 2, 16, 0, 1, false, {0x10005}};
+inline constexpr Writer kGrayscale16{kStoreGrayWords, 2, 16, 0, 1, true, {0x10005}};
 
 // Colours of more than 8 bits a sample.
 inline constexpr Writer kRGB48{kStoreRGB48, 6, 16, 8, 1, false, {0x20004}};

@@ -44,7 +44,7 @@ constexpr std::size_t ColumnsOf(...) {
 /// The lines of `in` from pixel `pixel` on.
 template <class Layout>
 SourceLines At(const SourceLines& in, std::size_t pixel) {
-  SourceLines at{{}, Alone(in.shift), Alone(in.site), Alone(in.ahead), Alone(in.mask), Alone(in.matrix)};
+  SourceLines at{{}, Alone(in.shift), Alone(in.site), Alone(in.ahead), Alone(in.mask), Alone(in.matrix), Alone(in.up)};
   for (std::size_t k = 0; k < Layout::kLines; ++k) at.line[k] = Alone(in.line[k]) + BytesOf<Layout>(pixel);
   if (pixel * ColumnsOf<Layout>(0) % 2 != 0) at.site = RightOf(at.site);
   return at;
@@ -57,6 +57,9 @@ Channels<Sample> DecodeGroups(const SourceLines& in, std::size_t first, std::siz
   for (std::size_t i = 0; i < count; i += Layout::kPixels) {
     if constexpr (Layout::kGray) {
       Layout::Group(At<Layout>(in, first + i), red + i);
+      if constexpr (sizeof(Sample) == 2) {
+        for (std::size_t k = 0; k < Layout::kPixels; ++k) red[i + k] = static_cast<Sample>(red[i + k] << in.up);
+      }
     } else {
       Rgb<Sample> pixels[Layout::kPixels];
       Layout::Group(At<Layout>(in, first + i), pixels);
@@ -127,7 +130,12 @@ struct PartOfBlock {
 template <class Layout, class Sample, class Reader>
 inline void DecodeBlock(const Reader& read, Sample* red, Sample* green, Sample* blue) {
   if constexpr (Layout::kGray) {
-    Store(Layout::Block(read, Of<Sample>{}), red);
+    const Lanes<Sample> samples = Layout::Block(read, Of<Sample>{});
+    if constexpr (sizeof(Sample) == 2) {
+      Store(samples << static_cast<std::uint16_t>(read.in.up), red);
+    } else {
+      Store(samples, red);
+    }
     (void)green, (void)blue;
   } else {
     const RgbLanes<Sample> pixels = Layout::Block(read, Of<Sample>{});

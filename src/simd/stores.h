@@ -34,8 +34,10 @@ void StorePixels(const Channels<std::uint8_t>& in, const LookupTables<std::uint8
 
 /// The changes of pixels before they are stored: none, or a lookup in three tables or gains.
 struct AsTheyAre {
-  RgbLanes<std::uint8_t> operator()(const RgbLanes<std::uint8_t>& in) const { return in; }
-  RgbLanes<std::uint16_t> operator()(const RgbLanes<std::uint16_t>& in) const { return in; }
+  template <class Pixels>
+  Pixels operator()(const Pixels& in) const {
+    return in;
+  }
 };
 
 template <class Entries>
@@ -59,13 +61,15 @@ void StoreBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to, con
   const std::uint8_t *const red = Alone(in.red), *const green = Alone(in.green), *const blue = Alone(in.blue);
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
-    Writer::Block(change({Pinned(Load(red + i)), Pinned(Load(green + i)), Pinned(Load(blue + i))}), to);
+    Writer::Block(
+        change(RgbLanes<std::uint8_t>{Pinned(Load(red + i)), Pinned(Load(green + i)), Pinned(Load(blue + i))}), to);
   }
   if (i < count) {
     // Channels may be in the source, and either line may end here.
     const std::size_t rest = count - i;
-    Writer::Block(change({LoadPart(red + i, rest), LoadPart(green + i, rest), LoadPart(blue + i, rest)}),
-                  Part{Address(to), rest * Writer::kBytes});
+    Writer::Block(
+        change(RgbLanes<std::uint8_t>{LoadPart(red + i, rest), LoadPart(green + i, rest), LoadPart(blue + i, rest)}),
+        Part{Address(to), rest * Writer::kBytes});
   }
 }
 

@@ -52,6 +52,7 @@ struct SourceLines {
   std::uint32_t ahead = 0;    ///< how many bytes ahead to fetch the lines into the cache; 0 leaves it to the processor
   std::uint32_t mask = 0xFF;  ///< the bits of a sample
   const YuvMatrix* matrix = nullptr;  ///< of decoders of YUV by a matrix
+  std::uint32_t up = 0;               ///< how far gray words are shifted left at last
 };
 
 /// How far a sample is shifted on its way to a destination of words: `(sample << up) >> down`.

@@ -113,12 +113,13 @@ void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to,
   const std::uint8_t *const red = Alone(in.red), *const green = Alone(in.green), *const blue = Alone(in.blue);
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
-    StoreWidened<Writer>(change({Load(red + i), Load(green + i), Load(blue + i)}), to, up);
+    StoreWidened<Writer>(change(RgbLanes<std::uint8_t>{Load(red + i), Load(green + i), Load(blue + i)}), to, up);
   }
   if (i < count) {
     const std::size_t rest = count - i;
-    StoreWidened<Writer>(change({LoadPart(red + i, rest), LoadPart(green + i, rest), LoadPart(blue + i, rest)}),
-                         Part{Address(to), rest * Writer::kBytes}, up);
+    StoreWidened<Writer>(
+        change(RgbLanes<std::uint8_t>{LoadPart(red + i, rest), LoadPart(green + i, rest), LoadPart(blue + i, rest)}),
+        Part{Address(to), rest * Writer::kBytes}, up);
   }
 }
 

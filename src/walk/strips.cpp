@@ -30,6 +30,21 @@ Kernel* Chosen(const Twins<Kernel>& twins, KernelChoice choice) {
   return choice == KernelChoice::kActive ? twins.Active() : twins.Definition();
 }
 
+// Whether samples may be decoded into the target itself: it has planes of them, to be written through the cache.
+template <class Sample>
+bool HasRoom(const Writer& writer, const TargetLine& target) {
+  return writer.isPlain && writer.pixelBytes == sizeof(Sample) && !target.streams &&
+         reinterpret_cast<std::uintptr_t>(target.line) % sizeof(Sample) == 0;
+}
+
+// Room in the target for the samples of the pixels from `first` on.
+template <class Sample>
+Room<Sample> RoomIn(const TargetLine& target, std::size_t first) {
+  auto* const plane = reinterpret_cast<Sample*>(target.line) + first;
+  const std::size_t step = target.planeSize / sizeof(Sample);
+  return {plane, plane + step, plane + 2 * step};
+}
+
 // Gives the second target the pixels that the first one has. Copying them is faster than storing them again, if they
 // are in the cache.
 void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, std::size_t first) {
@@ -81,15 +96,21 @@ void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::
     ConvertStrips(steps, in, count, &targets[1], 1, first);
     return;
   }
+  const bool inTarget = HasRoom<Sample>(steps.writer, targets[0]);
+  // Words are complete there where they only have to be shifted up, and bytes where nothing is looked up.
+  const bool complete = inTarget && steps.tables == nullptr && (sizeof(Sample) == 1 || targets[0].fit.down == 0);
+  SourceLines lines = in;
+  if (complete && sizeof(Sample) == 2) lines.up = targets[0].fit.up;
   Strip<Sample> strip;
   // Channels that need no strip are stored in one go, unless something is done to them afterwards.
-  const bool whole =
-      (steps.plain || (steps.writer.isBytes && !targets[0].streams)) && steps.widening == nullptr && !targets[0].opaque;
+  const bool whole = (steps.plain || complete) && steps.widening == nullptr && !targets[0].opaque;
   StripWalk walk(steps.groupPixels, steps.writer, targets[0], count, first, whole ? count : kStripPixels);
   while (walk.Next()) {
     const std::size_t at = first + walk.At();
-    const Room<Sample> room = RoomFor(steps.writer, targets[0], at, strip);
-    const Channels<Sample> channels = steps.decode(in, walk.At(), walk.Pixels(), room);
+    const Room<Sample> room =
+        inTarget ? RoomIn<Sample>(targets[0], at) : Room<Sample>{strip.red, strip.green, strip.blue};
+    const Channels<Sample> channels = steps.decode(lines, walk.At(), walk.Pixels(), room);
+    if (complete && sizeof(Sample) == 2) continue;
     StorePixels(channels, steps, walk.Pixels(), targets[0], at, KernelChoice::kActive);
     if (targetCount == 2) Repeat(steps.writer, walk.Pixels(), targets, at);
   }

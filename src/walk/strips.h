@@ -42,19 +42,6 @@ class StripWalk {
   std::size_t mCount;
 };
 
-/// Room for the channels of the pixels from `first` on: in the target itself, where that has planes of bytes to write
-/// to through the cache, else in `strip`.
-inline Room<std::uint8_t> RoomFor(const Writer& writer, const TargetLine& target, std::size_t first,
-                                  Strip<std::uint8_t>& strip) {
-  if (!writer.isBytes || target.streams) return {strip.red, strip.green, strip.blue};
-  std::uint8_t* const plane = target.line + first;
-  return {plane, plane + target.planeSize, plane + 2 * target.planeSize};
-}
-inline Room<std::uint16_t> RoomFor(const Writer& /*writer*/, const TargetLine& /*target*/, std::size_t /*first*/,
-                                   Strip<std::uint16_t>& strip) {
-  return {strip.red, strip.green, strip.blue};
-}
-
 /// Which twin of a kernel runs: of a few pixels the definition is the faster one.
 enum class KernelChoice { kActive, kDefinition };
 

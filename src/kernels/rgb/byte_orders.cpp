@@ -1,5 +1,5 @@
-// RGB and BGR of 24 and 32 bits to each other: the bytes of a pixel change places, and the fourth becomes 0. Of 48 to
-// 24 bits, the words are in the order of the bytes to write.
+// RGB and BGR of 24 and 32 bits to each other: the bytes of a pixel change places, and the fourth becomes 0. The same
+// of 48 bits. Of 48 to 24 bits, the words are in the order of the bytes to write.
 #include "simd/samples.h"
 #include "simd/shuffle.h"
 
@@ -20,7 +20,7 @@ void ShuffleLine(const SourceLines& in, std::size_t from, std::size_t count, con
 
 }  // namespace
 
-DirectKernel Swap24To24, Keep24To32, Swap24To32, Keep32To24, Swap32To24, Keep32To32, Swap32To32, Keep48To24;
+DirectKernel Swap24To24, Keep24To32, Swap24To32, Keep32To24, Swap32To24, Keep32To32, Swap32To32, Swap48To48, Keep48To24;
 
 void Swap24To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                 std::size_t first) {
@@ -49,6 +49,10 @@ void Keep32To32(const SourceLines& in, std::size_t from, std::size_t count, cons
 void Swap32To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                 std::size_t first) {
   ShuffleLine<ByteMap<4, 2, 1, 0, kZero>>(in, from, count, targets, first);
+}
+void Swap48To48(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                std::size_t first) {
+  ShuffleLine<ByteMap<6, 4, 5, 2, 3, 0, 1>>(in, from, count, targets, first);
 }
 void Keep48To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                 std::size_t first) {
