@@ -10,4 +10,6 @@
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "LmImagingLib/PixelTypeID.h"
 #include "LmImagingLib/RGBFilter.h"
+#include "LmImagingLib/ToneCurve.h"
 #include "LmImagingLib/Version.h"
+#include "LmImagingLib/WhiteBalance.h"

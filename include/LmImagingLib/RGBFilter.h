@@ -4,20 +4,24 @@
 
 #include "LmBaseLib/Export.h"
 #include "LmBaseLib/Result.h"
+#include "LmImagingLib/ToneCurve.h"
 
 namespace LmImagingLib {
 
 struct RGBFilterTables;
 
-/// One lookup table for each colour channel: white balance (a gain and an offset a channel), or any other curve.
+/// One lookup table for each colour channel: white balance (a gain and an offset a channel), black level and tone, or
+/// any other curve.
 ///
 /// A filter of b bits has 1 << b entries a channel, 16 bits each, and a second table of the first 256 entries clamped
 /// to 8 bits. Conversions of 8 bits look each channel up in its 8-bit table.
 ///
 /// Conversions at full depth (`ConversionFlags::kFullDepth`) look samples of S bits up in tables of 1 << S entries that
 /// the library derives from this filter. If `SetMultipliers` wrote the tables last, they are those of a filter of S
-/// bits with the same gains, and offsets << (S - b). Otherwise entry i is the filter's entry at the same place between
-/// black and white, linear between entries. Derived tables are built once, and dropped when the filter changes.
+/// bits with the same gains, and offsets << (S - b). If `SetCurve` did, they are computed from the curve itself at the
+/// bits of the sample or of the result, whichever are more, so that a curve loses nothing that the destination has room
+/// for. Otherwise entry i is the filter's entry at the same place between black and white, linear between entries.
+/// Derived tables are built once, and dropped when the filter changes.
 ///
 /// Copies share their tables: a change made through one is seen by all. The tables live as long as the last copy.
 ///
@@ -46,6 +50,16 @@ class LM_EXPORT RGBFilter {
                                            unsigned short greenOffset, unsigned short blueOffset);
   /// The same with offsets of 0.
   virtual LmBaseLib::Result SetMultipliers(double red, double green, double blue);
+
+  /// Makes entry i of each channel the rounded value of M * tone(light / M), where light is
+  /// max(i - black, 0) * gain + offset, limited to 0 to M = entry count - 1.
+  /// @param red, green, blue  black level and offset in steps of the table's own width; fractions count. For an 8-bit
+  ///   filter, a black level of 64 in 10 bits is 16.
+  /// @param tone  the curve from light to values
+  /// @return `INVALID_PARAMETER` if a black level or a gain is negative, if a number is not finite, or if `tone` is not
+  ///   valid, and nothing is changed
+  LmBaseLib::Result SetCurve(const ChannelCurve& red, const ChannelCurve& green, const ChannelCurve& blue,
+                             const ToneCurve& tone = {});
 
   /// Sets one entry of the red tables.
   /// @param index, value  0 to entry count - 1
@@ -89,6 +103,8 @@ class LM_EXPORT RGBFilter {
   friend const RGBFilterTables& TablesOf(const RGBFilter& filter);
 
   enum Channel { RED, GREEN, BLUE };
+  template <class EntryOf>
+  bool SetEntries(const EntryOf& entryOf);
   LmBaseLib::Result SetValue(Channel channel, unsigned long index, unsigned short value, bool update);
 
   unsigned long mBitSize;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "filter/filter_curve.h"
 #include "filter/wide_tables.h"
 #include "simd/strip.h"
 
@@ -47,6 +48,8 @@ struct RGBFilterTables {
   LookupTables<std::uint8_t> lookup{{red8, {}}, {green8, {}}, {blue8, {}}, false};
   /// The multipliers that all the entries come from, if they do.
   std::optional<Multipliers> multipliers;
+  /// The curve that all the entries come from, if they do.
+  std::optional<FilterCurve> curve;
 
  private:
   mutable std::atomic<const WideTables*> mDerived{nullptr};  // a list, newest first

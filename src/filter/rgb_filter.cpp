@@ -75,21 +75,40 @@ RGBFilter::~RGBFilter() = default;
 unsigned long RGBFilter::GetBitSize() const { return mBitSize; }
 unsigned long RGBFilter::GetEntryCount() const { return mEntryCount; }
 
+// Sets all entries to `entryOf(channel, i)`. False if a class that derives from this one has set other values.
+template <class EntryOf>
+bool RGBFilter::SetEntries(const EntryOf& entryOf) {
+  bool asSet = true;
+  for (unsigned long i = 0; i < mEntryCount; ++i) {
+    const unsigned short red = entryOf(RED, i), green = entryOf(GREEN, i), blue = entryOf(BLUE, i);
+    SetRedValue(i, red, false);
+    SetGreenValue(i, green, false);
+    SetBlueValue(i, blue, false);
+    asSet = asSet && mTables->red16[i] == red && mTables->green16[i] == green && mTables->blue16[i] == blue;
+  }
+  return asSet;
+}
+
 Result RGBFilter::SetMultipliers(double red, double green, double blue, unsigned short redOffset,
                                  unsigned short greenOffset, unsigned short blueOffset) {
   if (red < 0.0 || green < 0.0 || blue < 0.0) return Result::INVALID_PARAMETER;
-  bool asSet = true;  // a class that derives from this one may set other values
-  for (unsigned long i = 0; i < mEntryCount; ++i) {
-    const unsigned short values[] = {ScaledEntry(red, i, redOffset, mEntryCount),
-                                     ScaledEntry(green, i, greenOffset, mEntryCount),
-                                     ScaledEntry(blue, i, blueOffset, mEntryCount)};
-    SetRedValue(i, values[0], false);
-    SetGreenValue(i, values[1], false);
-    SetBlueValue(i, values[2], false);
-    asSet =
-        asSet && mTables->red16[i] == values[0] && mTables->green16[i] == values[1] && mTables->blue16[i] == values[2];
-  }
+  const double gains[] = {red, green, blue};
+  const unsigned short offsets[] = {redOffset, greenOffset, blueOffset};
+  const bool asSet = SetEntries(
+      [&](Channel channel, unsigned long i) { return ScaledEntry(gains[channel], i, offsets[channel], mEntryCount); });
   if (asSet) mTables->multipliers = Multipliers{red, green, blue, redOffset, greenOffset, blueOffset};
+  mTables->FindGains();
+  UpdateIdentity();
+  return Result::OK;
+}
+
+Result RGBFilter::SetCurve(const ChannelCurve& red, const ChannelCurve& green, const ChannelCurve& blue,
+                           const ToneCurve& tone) {
+  const FilterCurve curve{{red, green, blue}, tone};
+  if (!curve.IsValid()) return Result::INVALID_PARAMETER;
+  const bool asSet = SetEntries(
+      [&](Channel channel, unsigned long i) { return curve.Entry(channel, i, mTables->bits, mTables->bits, 0); });
+  if (asSet) mTables->curve = curve;
   mTables->FindGains();
   UpdateIdentity();
   return Result::OK;
@@ -144,6 +163,7 @@ Result RGBFilter::SetValue(Channel channel, unsigned long index, unsigned short 
   RGBFilterTables& tables = *mTables;
   tables.ForgetDerived();
   tables.multipliers.reset();
+  tables.curve.reset();
   std::vector<unsigned short>* const tables16[] = {&tables.red16, &tables.green16, &tables.blue16};
   (*tables16[channel])[index] = value;
   if (index < kEntries8) {

@@ -36,9 +36,18 @@ Entries FromTable(const std::vector<unsigned short>& table, unsigned depth) {
   return entries;
 }
 
-bool IsIdentity(const Entries& entries) {
+// Samples of `depth` bits, entries of `bits` bits.
+Entries FromCurve(const FilterCurve& curve, std::size_t channel, unsigned filterBits, unsigned depth, unsigned bits) {
+  Entries entries(std::size_t{1} << depth);
   for (std::size_t i = 0; i < entries.size(); ++i) {
-    if (entries[i] != i) return false;
+    entries[i] = curve.Entry(channel, i, filterBits, depth, bits - depth);
+  }
+  return entries;
+}
+
+bool IsIdentity(const Entries& entries, unsigned up) {
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (entries[i] != i << up) return false;
   }
   return true;
 }
@@ -54,28 +63,32 @@ unsigned short ScaledEntry(double multiplier, unsigned long index, unsigned long
 
 WideTables::WideTables(const RGBFilterTables& filter, unsigned depth, unsigned resultDepth)
     : mDepth(depth), mResultDepth(resultDepth) {
+  const unsigned bits = filter.curve ? std::max(depth, resultDepth) : depth;  // of an entry
   if (filter.multipliers) {
     const Multipliers& by = *filter.multipliers;
     mEntries[0] = FromMultiplier(by.red, by.redOffset, filter.bits, depth);
     mEntries[1] = FromMultiplier(by.green, by.greenOffset, filter.bits, depth);
     mEntries[2] = FromMultiplier(by.blue, by.blueOffset, filter.bits, depth);
+  } else if (filter.curve) {
+    for (std::size_t k = 0; k < 3; ++k) mEntries[k] = FromCurve(*filter.curve, k, filter.bits, depth, bits);
   } else {
     mEntries[0] = FromTable(filter.red16, depth);
     mEntries[1] = FromTable(filter.green16, depth);
     mEntries[2] = FromTable(filter.blue16, depth);
   }
-  mIsIdentity = std::all_of(std::begin(mEntries), std::end(mEntries), IsIdentity);
+  mIsIdentity = std::all_of(std::begin(mEntries), std::end(mEntries),
+                            [=](const Entries& entries) { return IsIdentity(entries, bits - depth); });
   if (mIsIdentity) return;
 
   ChannelTable<std::uint16_t>* const channels[] = {&mLookup.red, &mLookup.green, &mLookup.blue};
-  mLookup.areGains = true;
+  mLookup.areGains = bits == depth;
   for (std::size_t k = 0; k < 3; ++k) {
-    const std::optional<WideGain> gain = FindWideGain(mEntries[k], depth);
+    const std::optional<WideGain> gain = mLookup.areGains ? FindWideGain(mEntries[k], depth) : std::nullopt;
     mLookup.areGains = mLookup.areGains && gain;
     if (gain) channels[k]->gain = *gain;
     for (std::uint16_t& entry : mEntries[k]) {
-      entry = static_cast<std::uint16_t>(resultDepth >= depth ? entry << (resultDepth - depth)
-                                                              : entry >> (depth - resultDepth));
+      entry = static_cast<std::uint16_t>(resultDepth >= bits ? entry << (resultDepth - bits)
+                                                             : entry >> (bits - resultDepth));
     }
     channels[k]->entries = mEntries[k].data();
   }

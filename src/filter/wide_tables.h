@@ -21,8 +21,9 @@ unsigned short ScaledEntry(double multiplier, unsigned long index, unsigned long
 
 /// Tables for samples of 9 to 16 bits, derived from those of a filter of any bit size.
 ///
-/// Multipliers act on the sample as they would in a filter of its own bits, offsets in proportion. Other tables are
-/// taken at the sample's place between black and white, linearly between entries.
+/// Multipliers act on the sample as they would in a filter of its own bits, offsets in proportion. A curve is computed
+/// at the bits of the sample or of the result, whichever are more. Other tables are taken at the sample's place between
+/// black and white, linearly between entries.
 class WideTables {
  public:
   WideTables(const RGBFilterTables& filter, unsigned depth, unsigned resultDepth);

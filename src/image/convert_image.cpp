@@ -7,6 +7,7 @@
 #include "converters/library_converter.h"
 #include "image/bands.h"
 #include "image/flags.h"
+#include "image/frames.h"
 #include "image/plan.h"
 #include "walk/lines.h"
 #include "walk/streams.h"
@@ -19,21 +20,13 @@ namespace {
 
 Frame FrameOf(const ConversionPlan& plan, const ConstImageView& source, const ImageView& destination,
               const ConvertOptions& options) {
-  Frame frame;
-  frame.source = static_cast<const std::uint8_t*>(source.data);
-  frame.sourceLine = static_cast<std::size_t>(plan.sourceLine);
-  frame.sourceWidth = plan.width;
-  frame.sourceHeight = plan.height;
-  frame.interlaced = (plan.converter->GetSourceTypeID() & kInterlacedFlag) != 0;
-  frame.secondField = frame.sourceLine * plan.height / 2;
-  frame.fieldLines = plan.height / 2 * 2;
+  Frame frame = SourceFrame(source, plan.sourceLine, plan.converter->GetSourceTypeID());
   frame.destination = static_cast<std::uint8_t*>(destination.data);
   frame.destinationLine = static_cast<std::size_t>(plan.destinationLine);
   frame.destinationHeight = plan.DestinationHeight();
   frame.pixels = plan.DestinationWidth();
   frame.flags = static_cast<std::uint32_t>(FlagsOf(options));
   frame.filter = options.filter;
-  frame.contained = true;
   return frame;
 }
 

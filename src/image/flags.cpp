@@ -51,6 +51,23 @@ ConversionResult CheckMeaning(const TypeRow& source, unsigned long flags) {
 
 }  // namespace
 
+ConversionResult CheckFrameFlags(const ConstImageView& source, unsigned long flags, unsigned long allowed) {
+  constexpr unsigned long kOfFrames =
+      kLayoutFlags | ConversionFlags::kFieldOrder | ConversionFlags::kFullRange | ConversionFlags::kBT709;
+  if (const unsigned long others = flags & ~(kOfFrames | allowed); others != 0) {
+    return Refused("options.flags is " + Hex(flags) + ", of which " + Hex(others) +
+                   " has no meaning here; it may have a Bayer layout, kFieldOrder, kFullRange and kBT709");
+  }
+  const TypeRow* const row = FindTypeRow(source.type);
+  const unsigned long layouts = flags & kLayoutFlags;
+  if (row != nullptr && row->types->reach == Reach::kMosaic && (layouts == 0 || (layouts & (layouts - 1)) != 0)) {
+    return Refused("options.flags is " + Hex(flags) + ", which has " + (layouts == 0 ? "no" : "several") +
+                   " Bayer layouts; a mosaic needs one of kBayerGR (0x10), kBayerGB (0x20), kBayerRG (0x40) and "
+                   "kBayerBG (0x80)");
+  }
+  return row == nullptr ? ConversionResult{} : CheckMeaning(*row, flags);
+}
+
 bool Demosaics(const PixelConverter& converter) {
   const ConverterStages stages = StagesOf(converter);
   const LibraryConverter* const last = AsLibraryConverter(stages.second != nullptr ? *stages.second : stages.first);

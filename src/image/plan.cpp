@@ -9,62 +9,13 @@
 #include "formats/source_type.h"
 #include "image/flags.h"
 #include "image/refusal.h"
+#include "image/views.h"
 
 namespace LmImagingLib {
 
 using LmBaseLib::Result;
 
 namespace {
-
-std::string Number(std::uint64_t value) { return std::to_string(value); }
-
-template <class View>
-std::string Size(const View& view) {
-  return Number(view.width) + " x " + Number(view.height);
-}
-
-template <class View>
-ConversionResult CheckView(const View& view, const char* name) {
-  if (!PixelTypeFactory::HasPixelType(view.type)) {
-    return Refused(std::string(name) + ".type is " + Hex(static_cast<std::uint64_t>(view.type)) +
-                   ", which is not the id of a registered pixel type");
-  }
-  if (view.data == nullptr)
-    return Refused(std::string(name) + ".data is null; it must point to the first pixel of the image");
-  if (view.width == 0 || view.height == 0) {
-    return Refused(std::string(name) + " is " + Size(view) + " pixels; an image has at least one");
-  }
-  if (view.width > kMostLines || view.height > kMostLines) {
-    return Refused(std::string(name) + " is " + Size(view) + " pixels; width and height may be at most " +
-                   Number(kMostLines));
-  }
-  return {};
-}
-
-template <class View>
-ConversionResult CheckBytes(const View& view, const ImageLayout& layout, const char* name, std::uint64_t& lineSize) {
-  if (!layout.HoldsLine(view.width)) {
-    return Refused(std::string(name) + ".width is " + Number(view.width) + "; a line of " + Label(view.type) +
-                   " may take at most " + Number(kMostLineBytes) + " bytes");
-  }
-  const std::uint64_t dense = layout.DenseLine(view.width);
-  if (view.lineSize != 0 && view.lineSize < dense) {
-    return Refused(std::string(name) + ".lineSize is " + Number(view.lineSize) + "; " + Number(view.width) +
-                   " pixels of " + Label(view.type) + " take " + Number(dense) + " bytes (0 stands for that)");
-  }
-  lineSize = view.lineSize != 0 ? view.lineSize : dense;
-  if (lineSize > kMostLineBytes) {
-    return Refused(std::string(name) + ".lineSize is " + Number(lineSize) + "; it may be at most " +
-                   Number(kMostLineBytes));
-  }
-  const std::optional<std::size_t> required = layout.Required(view.width, view.height, lineSize);
-  if (!required.has_value() || view.size < *required) {
-    return Refused(std::string(name) + ".size is " + Number(view.size) + "; " + Size(view) + " pixels of " +
-                   Label(view.type) + " in lines of " + Number(lineSize) + " bytes take " +
-                   (required.has_value() ? Number(*required) + " bytes" : "more than can be addressed"));
-  }
-  return {};
-}
 
 bool Overlap(const void* source, std::size_t sourceBytes, const void* destination, std::size_t destinationBytes) {
   const auto from = reinterpret_cast<std::uintptr_t>(source);
@@ -94,7 +45,7 @@ ConversionResult CheckSize(const ConstImageView& source, const ImageView& destin
     return Refused("destination is " + Size(destination) + " pixels; it must be as large as source, " + Size(source));
   }
   return Refused("destination is " + Size(destination) + " pixels; with kHalfSize it must be " +
-                 Number(plan.DestinationWidth()) + " x " + Number(plan.DestinationHeight()) + ", half of source, " +
+                 Decimal(plan.DestinationWidth()) + " x " + Decimal(plan.DestinationHeight()) + ", half of source, " +
                  Size(source));
 }
 
@@ -102,14 +53,14 @@ ConversionResult CheckRange(const ConvertOptions& options, ConversionPlan& plan)
   if (options.threads == 0) return Refused("options.threads is 0; it is at least 1, for the calling thread");
   const unsigned long height = plan.height;
   if (options.firstLine >= height) {
-    return Refused("options.firstLine is " + Number(options.firstLine) + "; the image has the lines 0 to " +
-                   Number(height - 1));
+    return Refused("options.firstLine is " + Decimal(options.firstLine) + "; the image has the lines 0 to " +
+                   Decimal(height - 1));
   }
   const unsigned long left = height - options.firstLine;
   const unsigned long lines = options.lines == ConvertOptions::kAllLines ? left : options.lines;
   if (lines == 0 || lines > left) {
-    return Refused("options.lines is " + Number(lines) + "; from line " + Number(options.firstLine) +
-                   " on there are 1 to " + Number(left));
+    return Refused("options.lines is " + Decimal(lines) + "; from line " + Decimal(options.firstLine) +
+                   " on there are 1 to " + Decimal(left));
   }
   plan.first = static_cast<std::uint32_t>(options.firstLine);
   plan.end = static_cast<std::uint32_t>(options.firstLine + lines);
@@ -120,9 +71,9 @@ ConversionResult CheckRange(const ConvertOptions& options, ConversionPlan& plan)
         "GetLinesPerStep() must be at least 1");
   }
   if (step > 1 && (plan.first % step != 0 || (plan.end != height && plan.end % step != 0))) {
-    return Refused("options.firstLine is " + Number(options.firstLine) + " and options.lines " + Number(lines) +
-                   "; this conversion takes " + Number(step) + " lines at a time, so that both must be multiples of " +
-                   Number(step) + " unless the range ends with the image");
+    return Refused("options.firstLine is " + Decimal(options.firstLine) + " and options.lines " + Decimal(lines) +
+                   "; this conversion takes " + Decimal(step) + " lines at a time, so that both must be multiples of " +
+                   Decimal(step) + " unless the range ends with the image");
   }
   return {};
 }
@@ -150,25 +101,26 @@ ConversionResult CheckChain(const ConstImageView& source, const ConversionPlan& 
   const std::uint64_t pixels = plan.walk == WalkKind::kChain ? plan.width : std::uint64_t{plan.width} * plan.height;
   if (pixels <= kMostLineBytes / pixelBytes) return {};
   return Refused("source is " + Size(source) + " pixels; " + (plan.walk == WalkKind::kChain ? "a line" : "an image") +
-                 " between the stages of its conversion may take at most " + Number(kMostLineBytes) + " bytes");
+                 " between the stages of its conversion may take at most " + Decimal(kMostLineBytes) + " bytes");
 }
 
 // The limits of an application's converter.
 ConversionResult CheckApplication(const ConstImageView& source, const ConversionPlan& plan) {
   const PixelConverter& converter = *plan.converter;
   if (plan.source.format != nullptr && PassesLineEnd(*plan.source.format, plan.width)) {
-    return Refused("source.width is " + Number(plan.width) + "; the application's converter of " + Label(source.type) +
-                   " reads " + Number(plan.source.format->groupPixels) + " pixels at a time, so it must be a multiple");
+    return Refused("source.width is " + Decimal(plan.width) + "; the application's converter of " + Label(source.type) +
+                   " reads " + Decimal(plan.source.format->groupPixels) +
+                   " pixels at a time, so it must be a multiple");
   }
   // A chain converts the padding too, of which the last line has none.
   const bool isChain = StagesOf(converter).second != nullptr;
   if (plan.sourceWidth == 0 || (isChain && !plan.IsDense())) {
-    return Refused("source.lineSize is " + Number(source.lineSize) + "; the application's converter of " +
+    return Refused("source.lineSize is " + Decimal(source.lineSize) + "; the application's converter of " +
                    Label(source.type) + " takes lines " +
                    (plan.sourceWidth == 0 ? "that whole pixels fill" : "without padding"));
   }
   if (plan.first != 0) {
-    return Refused("options.firstLine is " + Number(plan.first) + "; the application's converter of " +
+    return Refused("options.firstLine is " + Decimal(plan.first) + "; the application's converter of " +
                    Label(source.type) + " begins with line 0");
   }
   return {};
@@ -180,18 +132,18 @@ ConversionResult CheckAbilities(const ConstImageView& source, const ConversionPl
     return Refused("source is " + Size(source) + " pixels; a mosaic takes at least 2 x 2 to become colour");
   }
   if (TraitsOf(StagesOf(converter).first).pairsOfLines && !plan.IsDense()) {
-    return Refused("source.lineSize is " + Number(source.lineSize) + "; lines of " + Label(source.type) +
-                   " come in pairs and have no padding, so it must be 0 or " + Number(plan.width));
+    return Refused("source.lineSize is " + Decimal(source.lineSize) + "; lines of " + Label(source.type) +
+                   " come in pairs and have no padding, so it must be 0 or " + Decimal(plan.width));
   }
   if (plan.walk == WalkKind::kCopy && (plan.source.planes != plan.destination.planes ||
                                        plan.source.LineBytes(plan.width) != plan.destination.LineBytes(plan.width))) {
-    return Refused("destination.type has lines of " + Number(plan.destination.LineBytes(plan.width)) +
+    return Refused("destination.type has lines of " + Decimal(plan.destination.LineBytes(plan.width)) +
                    " bytes; it is registered as a copy of " + Label(source.type) + ", which has " +
-                   Number(plan.source.LineBytes(plan.width)));
+                   Decimal(plan.source.LineBytes(plan.width)));
   }
   const bool interlaced = (converter.GetSourceTypeID() & kInterlacedFlag) != 0;
   if (interlaced && plan.height % 2 != 0 && !plan.IsDense()) {
-    return Refused("source.lineSize is " + Number(source.lineSize) + "; at an odd height, " + Number(source.height) +
+    return Refused("source.lineSize is " + Decimal(source.lineSize) + "; at an odd height, " + Decimal(source.height) +
                    ", the second field of an interlaced image begins within a line, so there can be no padding");
   }
   if (ConversionResult checked = CheckChain(source, plan); !checked.IsOK()) return checked;
