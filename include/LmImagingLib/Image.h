@@ -93,6 +93,12 @@ struct ConversionResult {
 LM_EXPORT std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned long width, unsigned long height,
                                                   std::size_t lineSize = 0);
 
+/// Returns the significant bits of a sample, in whose steps black levels count: of YUV those of the colours that it
+/// becomes, 8. Types of 1, 2 and 4 bits have 16, for their samples are widened. Any thread may call it at any time.
+/// @param type  the pixel type
+/// @return empty for a type that is not one of the library's own
+LM_EXPORT std::optional<unsigned> SampleDepth(PixelTypeID type);
+
 /// Checks its arguments and converts an image, or some of its lines. A call that is refused touches nothing. A call
 /// that is accepted neither reads nor writes a byte outside the pixels of the two images.
 ///

@@ -2,6 +2,7 @@
 
 /// Everything that the library offers.
 #include "LmImagingLib/BMPSaver.h"
+#include "LmImagingLib/Development.h"
 #include "LmImagingLib/Extended.h"
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/PFNC.h"

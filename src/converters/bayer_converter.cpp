@@ -64,6 +64,8 @@ Frame BayerConverter::RowsOf(Frame frame) {
 // The place of a sample that a tap reads depends on the length of the whole line, and so may what is left out at its
 // end.
 std::uint32_t BayerConverter::RowWidth(const Frame& frame) const {
+  // Defects are seen by their neighbours, up to the edge of the image.
+  if (frame.development != nullptr) return frame.sourceWidth;
   const bool inPlace = mSource.format->groupPixels == 1 && mSource.readout.taps == Readout::Taps::kOne;
   return inPlace ? SamplesRead(frame) : frame.sourceWidth;
 }

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "LmImagingLib/PixelConverter.h"
+#include "filter/development_tables.h"
 #include "filter/filter_tables.h"
 
 namespace LmImagingLib {
@@ -51,11 +52,16 @@ Site LayoutSite(std::uint32_t flags) {
 }
 
 bool FiltersFirst(const Frame& frame) {
+  if (frame.development != nullptr) return true;
   return frame.filter != nullptr && (frame.flags & ConversionFlags::kFilterFirst) != 0;
 }
 
 RowLookup RowLookupOf(const Frame& frame, std::uint32_t depth, std::uint32_t resultDepth) {
   if (!FiltersFirst(frame)) return {};
+  if (const DevelopSteps* const steps = frame.development; steps != nullptr) {
+    return {&steps->Lookup(), LayoutSite(frame.flags), steps->DefectThreshold() != kNoDefects,
+            steps->DefectThreshold()};
+  }
   return {TablesOf(*frame.filter).Lookup(depth, resultDepth), LayoutSite(frame.flags)};
 }
 

@@ -1,5 +1,9 @@
 #include "converters/demosaicer.h"
 
+#include <algorithm>
+
+#include "filter/development_tables.h"
+#include "filter/filter_tables.h"
 #include "walk/lines.h"
 
 namespace LmImagingLib {
@@ -25,9 +29,21 @@ MosaicShortcuts::MosaicShortcuts(const Writer& writer) {
   }
 }
 
+std::uint32_t DepthOfRows(const Frame& frame, std::uint32_t depth, const Writer& writer) {
+  if (frame.development != nullptr) return frame.development->EntryDepth();
+  if (!FiltersFirst(frame) || !TablesOf(*frame.filter).curve) return depth;
+  // Samples stay as they are where the curve changes none.
+  const std::uint32_t most = std::max(depth, writer.depth);
+  return TablesOf(*frame.filter).Lookup(depth, most) != nullptr ? most : depth;
+}
+
 template <class Sample>
 StripSteps<Sample> StepsAfterDemosaicing(const Frame& frame, std::uint32_t depth, const Writer& writer) {
   StripSteps<Sample> steps{nullptr, 1, false, nullptr, writer};
+  if (frame.development != nullptr) {
+    steps.matrix = frame.development->Matrix();
+    steps.widening = frame.development->Widening();
+  }
   if (FiltersFirst(frame)) return steps;
   if (sizeof(Sample) == 1 && IsInFull(frame, writer)) {
     steps.widening = LookupOf<std::uint16_t>(frame, 8, writer);
@@ -39,7 +55,8 @@ StripSteps<Sample> StepsAfterDemosaicing(const Frame& frame, std::uint32_t depth
 
 template <class Sample>
 Fit FitAfterDemosaicing(const Frame& frame, std::uint32_t depth, const Writer& writer) {
-  return FitOf(sizeof(Sample) == 1 ? 8 : depth, writer, IsInFull(frame, writer));
+  if (frame.development != nullptr && IsInFull(frame, writer)) return {};  // results have the writer's bits
+  return FitOf(sizeof(Sample) == 1 ? 8 : DepthOfRows(frame, depth, writer), writer, IsInFull(frame, writer));
 }
 
 /// A pair of lines, or a single one that is made of the cells that begin in the line above it.
@@ -65,10 +82,11 @@ Demosaicer<Sample>::Demosaicer(const MosaicSource& source, const Writer& writer,
       mPixels(frame.pixels),
       mLayoutSite(LayoutSite(frame.flags)),
       mRows(source.type, frame, source.width, 2 * kMethods[mMethod].reach + 2, RowsRead(frame, first, end),
-            RowLookupOf(frame, source.type.depth, sizeof(Sample) == 1 ? 8 : source.type.depth)),
+            RowLookupOf(frame, source.type.depth,
+                        sizeof(Sample) == 1 ? 8 : DepthOfRows(frame, source.type.depth, writer))),
       mSteps(StepsAfterDemosaicing<Sample>(frame, source.type.depth, writer)),
       mFit(FitAfterDemosaicing<Sample>(frame, source.type.depth, writer)),
-      mMask(source.type.MaskOf<Sample>()) {
+      mMask(sizeof(Sample) == 1 ? 0xFF : (1U << DepthOfRows(frame, source.type.depth, writer)) - 1) {
   mSteps.decode = kMethods[mMethod].kernel.template Of<Sample>().Active();
 }
 
@@ -185,7 +203,8 @@ SourceLines Demosaicer<Sample>::CellsAt(const Pair& pair, std::size_t column) co
 // The shortcut for pixels from one at `site` on, or null where strips have to be used.
 template <class Sample>
 const Shortcut* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Pair& pair, Site site) const {
-  if (sizeof(Sample) != 1 || mSteps.tables != nullptr || pair.count != 2 || pair.lines[0].opaque) return nullptr;
+  const bool changes = mSteps.tables != nullptr || mSteps.matrix != nullptr;
+  if (sizeof(Sample) != 1 || changes || pair.count != 2 || pair.lines[0].opaque) return nullptr;
   // Only aligned lines can be stored past the caches. Strips align either line.
   if (pair.lines[0].streams && mFrame.destinationLine % kCacheLine != 0) return nullptr;
   return IsInRedRow(site) ? mShortcuts.own[method] : mShortcuts.swapped[method];

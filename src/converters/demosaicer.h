@@ -20,6 +20,9 @@ struct MosaicSource {
   std::uint32_t width;  ///< samples of a row that may be read
 };
 
+/// The bits of the words that are demosaiced, of a source of `depth` bits: more where a curve is looked up before.
+std::uint32_t DepthOfRows(const Frame& frame, std::uint32_t depth, const Writer& writer);
+
 /// The steps of a pixel after it got its colours from samples of bytes or of words. `decode` is left to the caller.
 template <class Sample>
 StripSteps<Sample> StepsAfterDemosaicing(const Frame& frame, std::uint32_t depth, const Writer& writer);

@@ -122,8 +122,7 @@ unsigned long LineConverter::GetSourceLineSize(unsigned long pixelCount) const {
 }
 
 void LineConverter::ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
-  const bool words = mSource.depth > 8 && mWriter.depth > 8 && mSource.format->decode.words.of[0] != nullptr &&
-                     (frame.flags & ConversionFlags::kFullDepth) != 0;
+  const bool words = HasWords(mSource) && mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
   if (words) {
     Convert<std::uint16_t>(frame, first, end);
   } else {

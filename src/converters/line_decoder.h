@@ -58,9 +58,4 @@ class LineDecoder {
   const YuvMatrix* mMatrix = nullptr;
 };
 
-/// Whether the samples of a type can be had in words, with all their bits.
-inline bool HasWords(const SourceType& source) {
-  return source.depth > 8 && source.format->decode.words.of[0] != nullptr;
-}
-
 }  // namespace LmImagingLib

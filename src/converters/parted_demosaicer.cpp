@@ -77,7 +77,8 @@ PartedDemosaicer<Sample>::PartedDemosaicer(const MosaicSource& source, const Wri
       mFrame(frame),
       mFirst(first),
       mEnd(end),
-      mShape{frame.pixels, frame.sourceHeight, LayoutSite(frame.flags), sizeof(Sample) == 1 ? 8 : source.type.depth},
+      mShape{frame.pixels, frame.sourceHeight, LayoutSite(frame.flags),
+             sizeof(Sample) == 1 ? 8 : DepthOfRows(frame, source.type.depth, writer)},
       mSource(source.type, frame, source.width, 1, RowsRead(frame, first, end),
               RowLookupOf(frame, source.type.depth, mShape.depth)),
       mRows(mSource, mShape, first - std::min(first, DemosaicMethodOf(frame.flags).reach),
@@ -123,7 +124,7 @@ void PartedDemosaicer<Sample>::ConvertBy(Method& method) {
 // Whether pixels may be stored as they come.
 template <class Sample>
 bool PartedDemosaicer<Sample>::StoresPixels() const {
-  return sizeof(Sample) == 1 && mSteps.tables == nullptr && !mFrame.streams &&
+  return sizeof(Sample) == 1 && mSteps.tables == nullptr && mSteps.matrix == nullptr && !mFrame.streams &&
          (mFrame.flags & ConversionFlags::kOpaque) == 0;
 }
 

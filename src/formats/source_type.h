@@ -41,6 +41,11 @@ struct SourceType {
   Readout readout;
 };
 
+/// Whether the samples of a type can be had in words, with all their bits. Of YUV there are bytes alone.
+inline bool HasWords(const SourceType& source) {
+  return source.depth > 8 && source.format->decode.words.of[0] != nullptr;
+}
+
 /// Bytes of a line, as its beginning is counted: lines of half bytes a pixel that end within a byte share it, unless
 /// the layout begins each with a byte.
 std::uint32_t DenseLineBytes(const Format& format, std::uint32_t pixels);

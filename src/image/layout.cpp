@@ -120,4 +120,10 @@ std::optional<std::size_t> RequiredSize(PixelTypeID type, unsigned long width, u
   return layout->Required(width, height, lineSize != 0 ? lineSize : dense);
 }
 
+std::optional<unsigned> SampleDepth(PixelTypeID type) {
+  const TypeRow* const row = FindTypeRow(type);
+  if (row == nullptr) return std::nullopt;
+  return HasWords(SourceType(*row)) ? row->types->depth : 8;
+}
+
 }  // namespace LmImagingLib

@@ -194,8 +194,8 @@ WhiteBalance Estimate(const ConstImageView& source, const WhiteBalanceOptions& o
   }
   const SourceType type(*row);
   const bool isMosaic = row->types->reach == Reach::kMosaic;
-  const bool words = HasWords(type);
-  const unsigned depth = words ? type.depth : 8;
+  const unsigned depth = *SampleDepth(source.type);
+  const bool words = depth > 8;
   std::uint64_t lineSize = 0;
   Cells cells{};
   for (ConversionResult checked : {CheckBytes(source, *FindLayout(source.type), "source", lineSize),

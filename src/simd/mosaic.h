@@ -82,4 +82,11 @@ template <class In, class Out>
 using LookUpRowKernel = void(const std::uint8_t* row, std::size_t width, const std::uint16_t* even,
                              const std::uint16_t* odd, Out* out);
 
+/// Corrects the defect pixels of a row, given with those two above and below. Rows begin two samples before the first
+/// column and end two after the last one.
+/// @param threshold  how far a sample may be outside of the range of the eight around, at most the greatest sample
+template <class Sample>
+using DefectsKernel = void(const Sample* above, const Sample* row, const Sample* below, std::size_t width,
+                           std::uint32_t threshold, Sample* out);
+
 }  // namespace LmImagingLib

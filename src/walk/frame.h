@@ -5,6 +5,7 @@
 
 namespace LmImagingLib {
 
+class DevelopSteps;
 class RGBFilter;
 
 /// One conversion of an image: the places of its lines, and how to convert them.
@@ -23,9 +24,10 @@ struct Frame {
   std::uint32_t destinationFirst = 0;
   std::uint32_t destinationHeight = 0;  ///< lines of a plane
 
-  std::uint32_t pixels = 0;           ///< to convert in each line
-  std::uint32_t flags = 0;            ///< bits of `ConversionFlags`
-  const RGBFilter* filter = nullptr;  ///< null for the identity
+  std::uint32_t pixels = 0;                   ///< to convert in each line
+  std::uint32_t flags = 0;                    ///< bits of `ConversionFlags`
+  const RGBFilter* filter = nullptr;          ///< null for the identity
+  const DevelopSteps* development = nullptr;  ///< the steps in place of a filter; null of conversions
   bool contained = false;  ///< whether lines are converted without touching a byte after their end; see `WholeGroups`
   bool streams = false;    ///< whether to store past the caches
   std::uint32_t fetchAhead = 0;  ///< bytes ahead of which kernels fetch the source; 0 leaves it to the processor

@@ -6,17 +6,11 @@
 #include "simd/kernel.h"
 #include "simd/mosaic.h"
 #include "walk/lines.h"
+#include "walk/row_lookup.h"
 #include "walk/strips.h"
 #include "walk/tap_strips.h"
 
 namespace LmImagingLib {
-
-using LookUpBytesKernel = LookUpRowKernel<std::uint8_t, std::uint8_t>;
-using LookUpToBytesKernel = LookUpRowKernel<std::uint16_t, std::uint8_t>;
-using LookUpWordsKernel = LookUpRowKernel<std::uint16_t, std::uint16_t>;
-LM_DECLARE_KERNEL(LookUpBytesKernel, LookUpBytes)
-LM_DECLARE_KERNEL(LookUpToBytesKernel, LookUpToBytes)
-LM_DECLARE_KERNEL(LookUpWordsKernel, LookUpWords)
 
 namespace {
 
@@ -65,7 +59,14 @@ RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::
     std::align(kCacheLine, bytes, room, space);
   }
   mFirst = static_cast<Sample*>(room);
-  if (mLookup.tables != nullptr) mDecodedRow.resize(width + spare);
+  if (mLookup.tables == nullptr) return;
+  mDecodedRow.resize(width + spare);
+  if (!mLookup.correctsDefects) return;
+  if (source.depth == 8) {
+    mDefectBytes.emplace(width, frame.sourceHeight, mLookup.defectThreshold, spare);
+  } else {
+    mDefectWords.emplace(width, frame.sourceHeight, mLookup.defectThreshold, spare);
+  }
 }
 
 template <class Sample>
@@ -110,24 +111,22 @@ bool RowWindow<Sample>::DecodeJoined(std::uint32_t row, std::uint32_t count) {
 
 template <class Sample>
 void RowWindow<Sample>::LookUpRow(std::uint32_t line, Sample* row) {
+  if constexpr (sizeof(Sample) == 1) {
+    if (mSource.depth == 8) return LookUpDecoded(line, mDefectBytes ? &*mDefectBytes : nullptr, row);
+  }
+  LookUpDecoded(line, mDefectWords ? &*mDefectWords : nullptr, row);
+}
+
+template <class Sample>
+template <class Decoded>
+void RowWindow<Sample>::LookUpDecoded(std::uint32_t line, DefectRows<Decoded>* defects, Sample* row) {
   const Site site = Below(mLookup.site, line);
   const std::uint16_t* const green = mLookup.tables->green.entries;
   const std::uint16_t* const color = (IsInRedRow(site) ? mLookup.tables->red : mLookup.tables->blue).entries;
-  const std::uint16_t* const even = IsGreen(site) ? green : color;
-  const std::uint16_t* const odd = IsGreen(site) ? color : green;
-  auto* const decoded = reinterpret_cast<std::uint8_t*>(mDecodedRow.data());
-  if constexpr (sizeof(Sample) == 1) {
-    if (mSource.depth == 8) {
-      DecodeRow(line, decoded);
-      kLookUpBytes.Active()(decoded, mWidth, even, odd, row);
-    } else {
-      DecodeRow(line, mDecodedRow.data());
-      kLookUpToBytes.Active()(decoded, mWidth, even, odd, row);
-    }
-  } else {
-    DecodeRow(line, mDecodedRow.data());
-    kLookUpWords.Active()(decoded, mWidth, even, odd, row);
-  }
+  auto* const decoded = reinterpret_cast<Decoded*>(mDecodedRow.data());
+  const auto decode = [this](std::uint32_t from, Decoded* to) { DecodeRow(from, to); };
+  defects != nullptr ? defects->Correct(line, decode, decoded) : decode(line, decoded);
+  LookUpSamples(decoded, mWidth, IsGreen(site) ? green : color, IsGreen(site) ? color : green, row);
 }
 
 template <class Sample>

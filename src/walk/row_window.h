@@ -3,10 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "formats/source_type.h"
 #include "simd/strip.h"
+#include "walk/defect_rows.h"
 #include "walk/frame.h"
 
 namespace LmImagingLib {
@@ -19,6 +21,8 @@ std::size_t RowBytesRead(const SourceType& source, std::uint32_t width);
 struct RowLookup {
   const LookupTables<std::uint16_t>* tables = nullptr;  ///< null where nothing is looked up
   Site site = {};                                       ///< of even lines and columns
+  bool correctsDefects = false;                         ///< whether defect pixels are corrected before
+  std::uint32_t defectThreshold = 0;                    ///< how far they are outside of the range of their neighbours
 };
 
 /// The rows of a mosaic around the lines that are being converted, as samples: a ring of rows, found by their numbers.
@@ -53,6 +57,8 @@ class RowWindow {
   bool DecodeJoined(std::uint32_t row, std::uint32_t count);
   void LookUpRow(std::uint32_t line, Sample* row);
   template <class Decoded>
+  void LookUpDecoded(std::uint32_t line, DefectRows<Decoded>* defects, Sample* row);
+  template <class Decoded>
   void DecodeRow(std::uint32_t line, Decoded* row) const;
   template <class Decoded>
   void DecodeTaps(const std::uint8_t* source, Decoded* row) const;
@@ -71,6 +77,8 @@ class RowWindow {
   std::size_t mStride = 0;     // samples from a row to the next
   std::unique_ptr<std::uint8_t[]> mOutside;
   std::vector<std::uint16_t> mDecodedRow;  // before it is looked up, of bytes or words
+  std::optional<DefectRows<std::uint8_t>> mDefectBytes;
+  std::optional<DefectRows<std::uint16_t>> mDefectWords;
   Sample* mFirst = nullptr;
   alignas(64) std::uint8_t mInside[kInsideBytes];
 };

@@ -8,6 +8,7 @@
 namespace LmImagingLib {
 
 LM_DECLARE_KERNEL(OpaqueKernel, MakeOpaque)
+LM_DECLARE_WIDE_KERNEL(MatrixKernel, ApplyMatrix)
 
 namespace {
 
@@ -60,6 +61,15 @@ template <class Sample>
 void StorePixels(const Channels<Sample>& channels, const StripSteps<Sample>& steps, std::size_t count,
                  const TargetLine& out, std::size_t first, KernelChoice choice) {
   const Writer& writer = steps.writer;
+  if (steps.matrix != nullptr) {
+    StripSteps<Sample> rest = steps;
+    rest.matrix = nullptr;
+    Strip<Sample> strip;
+    Chosen(kApplyMatrix.template Of<Sample>(), choice)(channels, *steps.matrix, count,
+                                                       {strip.red, strip.green, strip.blue});
+    StorePixels<Sample>({strip.red, strip.green, strip.blue}, rest, count, out, first, choice);
+    return;
+  }
   if (sizeof(Sample) == 1 && steps.widening != nullptr) {
     Strip<std::uint16_t> words;
     std::copy_n(channels.red, count, words.red);
@@ -98,12 +108,14 @@ void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::
   }
   const bool inTarget = HasRoom<Sample>(steps.writer, targets[0]);
   // Words are complete there where they only have to be shifted up, and bytes where nothing is looked up.
-  const bool complete = inTarget && steps.tables == nullptr && (sizeof(Sample) == 1 || targets[0].fit.down == 0);
+  const bool complete = inTarget && steps.tables == nullptr && steps.matrix == nullptr &&
+                        (sizeof(Sample) == 1 || targets[0].fit.down == 0);
   SourceLines lines = in;
   if (complete && sizeof(Sample) == 2) lines.up = targets[0].fit.up;
   Strip<Sample> strip;
   // Channels that need no strip are stored in one go, unless something is done to them afterwards.
-  const bool whole = (steps.plain || complete) && steps.widening == nullptr && !targets[0].opaque;
+  const bool whole =
+      (steps.plain || complete) && steps.widening == nullptr && steps.matrix == nullptr && !targets[0].opaque;
   StripWalk walk(steps.groupPixels, steps.writer, targets[0], count, first, whole ? count : kStripPixels);
   while (walk.Next()) {
     const std::size_t at = first + walk.At();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats/writers.h"
+#include "simd/color_matrix.h"
 #include "simd/strip.h"
 
 namespace LmImagingLib {
@@ -15,6 +16,8 @@ struct StripSteps {
   const Writer& writer;
   /// Of bytes that are to become words: the lookup that makes words of them, or null.
   const LookupTables<std::uint16_t>* widening = nullptr;
+  /// Applied to the colours before anything else, or null.
+  const MatrixSteps* matrix = nullptr;
 };
 
 inline constexpr std::size_t kCacheLine = 64;

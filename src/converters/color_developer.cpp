@@ -1,0 +1,45 @@
+#include "converters/color_developer.h"
+
+#include "converters/demosaicer.h"
+#include "converters/line_decoder.h"
+#include "filter/development_tables.h"
+#include "walk/lines.h"
+#include "walk/row_lookup.h"
+
+namespace LmImagingLib {
+
+namespace {
+
+template <class Decoded, class Result>
+void DevelopLines(const SourceType& source, const Writer& writer, const Frame& frame, std::uint32_t first,
+                  std::uint32_t end) {
+  const LookupTables<std::uint16_t>& lookup = frame.development->Lookup();
+  const StripSteps<Result> steps = StepsAfterDemosaicing<Result>(frame, source.depth, writer);
+  const Fit fit = FitAfterDemosaicing<Result>(frame, source.depth, writer);
+  const LineDecoder<Decoded> lines(source, frame);
+  ForEachLine(frame, first, end, 1, [&](const FrameLine& line) {
+    const TargetLine target = TargetAt(line.destination, frame, fit, writer);
+    lines.ForEachStrip(line.source, [&](const Channels<Decoded>& in, std::size_t count, std::size_t at) {
+      Strip<Result> strip;
+      LookUpSamples(in.red, count, lookup.red.entries, lookup.red.entries, strip.red);
+      LookUpSamples(in.green, count, lookup.green.entries, lookup.green.entries, strip.green);
+      LookUpSamples(in.blue, count, lookup.blue.entries, lookup.blue.entries, strip.blue);
+      StorePixels<Result>({strip.red, strip.green, strip.blue}, steps, count, target, at, KernelChoice::kActive);
+    });
+  });
+}
+
+}  // namespace
+
+void DevelopColors(const SourceType& source, const Writer& writer, const Frame& frame, std::uint32_t first,
+                   std::uint32_t end) {
+  if (!HasWords(source)) {
+    DevelopLines<std::uint8_t, std::uint8_t>(source, writer, frame, first, end);
+  } else if (frame.development->EntryDepth() == 8) {
+    DevelopLines<std::uint16_t, std::uint8_t>(source, writer, frame, first, end);
+  } else {
+    DevelopLines<std::uint16_t, std::uint16_t>(source, writer, frame, first, end);
+  }
+}
+
+}  // namespace LmImagingLib
