@@ -25,17 +25,18 @@ struct PackedGEV {
       return sample / 2 * 3 + (byte == 0 ? 1 : sample % 2 * 2);
     }
   };
-  struct Evens {
-    static constexpr unsigned At(std::size_t sample) { return sample % 2 == 0 ? 0xFFFF : 0; }
+  // Of 12 bits, a product brings the low bits to the top of the lower byte.
+  struct ToTop {
+    static constexpr unsigned At(std::size_t sample) { return sample % 2 == 0 ? 16 : 1; }
   };
 
   template <class Groups, class Reader>
   static U16 Words(const Reader& read) {
     const U16 words = PackedWords<Groups, Bytes>(read, 0);
-    const auto lowMask = static_cast<std::uint16_t>(LowMask(read.in));
-    const U16 evens = EightValues<Evens>();
-    return (words >> 8) * static_cast<std::uint16_t>(lowMask + 1) +
-           (((words & evens) | (words >> 4 & ~evens)) & lowMask);
+    const bool hasTenBits = LowMask(read.in) == 3;
+    const std::uint16_t more = hasTenBits ? 2 : 0, kept = hasTenBits ? 0xC0 : 0xF0;
+    return MultiplyHigh((words & 0xFF00) | (words * (EightValues<ToTop>() << more) & kept),
+                        static_cast<std::uint16_t>(read.in.mask + 1));
   }
 #endif
 };
