@@ -119,9 +119,8 @@ ConversionExtent BayerConverter::ExtentOf(const Frame& frame, std::uint32_t line
   const std::uint32_t rows = RowsRead(frame, 0, lines);
   // Of fields, the last row may be in either, or in none.
   for (std::uint32_t row = rows - std::min(rows, 3U); row < rows && rowBytes != 0; ++row) {
-    const std::uint8_t* const line = SourceLineAt(source, row);
-    if (line == nullptr) continue;
-    extent.source = std::max(extent.source, static_cast<std::size_t>(line - source.source) + rowBytes);
+    if (!HasSourceLine(source, row)) continue;
+    extent.source = std::max(extent.source, static_cast<std::size_t>(SourceOffsetOf(source, row)) + rowBytes);
   }
   extent.destination = (lines - 1) * frame.destinationLine + (mWriter.planes - 1) * frame.DestinationPlane() +
                        std::size_t{frame.pixels} * mWriter.pixelBytes;

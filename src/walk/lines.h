@@ -12,13 +12,22 @@ inline std::ptrdiff_t LineOffset(std::uint32_t line, std::uint32_t first, std::s
          static_cast<std::ptrdiff_t>(lineBytes);
 }
 
-/// Where a line of the source begins; null for one that belongs to no pair of fields.
-inline const std::uint8_t* SourceLineAt(const Frame& frame, std::uint32_t line) {
-  if (!frame.interlaced) return frame.source + LineOffset(line, frame.sourceFirst, frame.sourceLine);
-  if (line >= frame.fieldLines) return nullptr;
+/// Whether a line of the source is part of the image: an odd last one belongs to no pair of fields.
+inline bool HasSourceLine(const Frame& frame, std::uint32_t line) {
+  return !frame.interlaced || line < frame.fieldLines;
+}
+
+/// Where a line of the source begins, from the beginning of the source on.
+inline std::ptrdiff_t SourceOffsetOf(const Frame& frame, std::uint32_t line) {
+  if (!frame.interlaced) return LineOffset(line, frame.sourceFirst, frame.sourceLine);
   const bool swapped = (frame.flags & ConversionFlags::kFieldOrder) != 0;
   const bool second = (line % 2 != 0) != swapped;
-  return frame.source + (second ? frame.secondField : 0) + line / 2 * frame.sourceLine;
+  return static_cast<std::ptrdiff_t>((second ? frame.secondField : 0) + line / 2 * frame.sourceLine);
+}
+
+/// Where a line of the source is; null for one that the image does not have.
+inline const std::uint8_t* SourceLineAt(const Frame& frame, std::uint32_t line) {
+  return HasSourceLine(frame, line) ? frame.source + SourceOffsetOf(frame, line) : nullptr;
 }
 
 inline std::uint8_t* DestinationLineAt(const Frame& frame, std::uint32_t line) {
@@ -48,14 +57,14 @@ std::uint32_t ForEachLine(const Frame& frame, std::uint32_t first, std::uint32_t
 }
 
 /// The last line of each field, and of a progressive image the last line, of the first `lines` lines. Calls `use` with
-/// its index and its offsets in source and destination.
+/// its index and its offsets in source and destination, which may be unknown yet.
 template <class Use>
 void ForEachLastLine(const Frame& frame, std::uint32_t lines, Use&& use) {
   const std::uint32_t converted = frame.interlaced ? lines / 2 * 2 : lines;
   for (std::uint32_t k = 0; k < (frame.interlaced ? 2U : 1U) && converted > k; ++k) {
     const std::uint32_t line = converted - 1 - k;
-    use(line, static_cast<std::size_t>(SourceLineAt(frame, line) - frame.source),
-        static_cast<std::size_t>(DestinationLineAt(frame, line) - frame.destination));
+    use(line, static_cast<std::size_t>(SourceOffsetOf(frame, line)),
+        static_cast<std::size_t>(LineOffset(line, frame.destinationFirst, frame.destinationLine)));
   }
 }
 
