@@ -31,8 +31,8 @@ std::optional<WideGain> FindWideGain(const std::vector<std::uint16_t>& table, un
   // Entry i is (i << up) * factor >> 32: each entry leaves a range of factors. Clamped entries have no upper bound.
   std::uint64_t least = 0;
   std::uint64_t most = 0xFFFFFFFF;
-  for (std::uint64_t i = 1; i <= white; ++i) {
-    const std::uint64_t entry = table[i], x = i << up;
+  for (std::size_t i = 1; i <= white; ++i) {
+    const std::uint64_t entry = table[i], x = std::uint64_t{i} << up;
     least = std::max(least, ((entry << 32) + x - 1) / x);
     if (entry != white) most = std::min(most, (((entry + 1) << 32) - 1) / x);
   }

@@ -13,7 +13,7 @@ using Entries = std::vector<std::uint16_t>;
 
 Entries FromMultiplier(double multiplier, unsigned offset, unsigned bits, unsigned depth) {
   const unsigned long count = 1UL << depth;
-  const unsigned long scaled = depth >= bits ? std::uint64_t{offset} << (depth - bits) : offset >> (bits - depth);
+  const unsigned long scaled = depth >= bits ? offset << (depth - bits) : offset >> (bits - depth);  // below 2^31
   Entries entries(count);
   for (unsigned long i = 0; i < count; ++i) entries[i] = ScaledEntry(multiplier, i, scaled, count);
   return entries;
@@ -21,16 +21,16 @@ Entries FromMultiplier(double multiplier, unsigned offset, unsigned bits, unsign
 
 // Black and white are the first and the last entry in both. Sample i is at i * (entries - 1) / (samples - 1); the
 // entries on both sides of it are weighted by the distance from the other one, and the sum is brought back to the
-// sample's scale.
+// sample's scale. Products and sums fit 32 bits: they are at most 65535 * 65535 + 32767.
 Entries FromTable(const std::vector<unsigned short>& table, unsigned depth) {
-  const std::uint64_t last = table.size() - 1;
-  const std::uint64_t white = (std::uint64_t{1} << depth) - 1;
+  const std::size_t last = table.size() - 1;
+  const std::size_t white = (std::size_t{1} << depth) - 1;
   Entries entries(white + 1);
-  for (std::uint64_t i = 0; i <= white; ++i) {
-    const std::uint64_t place = i * last;
-    const std::uint64_t below = place / white, part = place % white;
-    const std::uint64_t above = std::min(below + 1, last);
-    const std::uint64_t sum = table[below] * (white - part) + table[above] * part;
+  for (std::size_t i = 0; i <= white; ++i) {
+    const std::size_t place = i * last;
+    const std::size_t below = place / white, part = place % white;
+    const std::size_t above = std::min(below + 1, last);
+    const std::size_t sum = table[below] * (white - part) + table[above] * part;
     entries[i] = static_cast<std::uint16_t>((sum + last / 2) / last);
   }
   return entries;

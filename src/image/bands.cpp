@@ -34,7 +34,7 @@ void ConvertInBands(const ConvertOptions& options, std::uint32_t first, std::uin
                     const std::function<void(std::uint32_t first, std::uint32_t end)>& convert) {
   const std::uint64_t lines = end - first;
   const std::uint64_t most = std::min<std::uint64_t>(lines * lineBytes / kLeastBytes, lines / 2);
-  const std::uint64_t count = std::min<std::uint64_t>(options.threads, most);
+  const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(options.threads, most));
   if (count <= 1) return convert(first, end);
 
   std::atomic<bool> outOfMemory{false};
