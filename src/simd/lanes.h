@@ -115,6 +115,8 @@ inline U8 Fill(std::uint8_t value) { return U8{} + value; }
 
 #if defined(__x86_64__)
 #include "simd/lanes_x86.h"
+#elif defined(__wasm__)
+#include "simd/lanes_wasm.h"
 #else
 #include "simd/lanes_neon.h"
 #endif

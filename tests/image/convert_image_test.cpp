@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
+#include <cstdint>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -213,8 +215,10 @@ TEST(RequiredSize, IsWhatConversionsReadAndWrite) {
                {0x210001, 4, 3, 0, 12},
                {0x31337, 4, 3, 0, std::nullopt},
                {0x20011, 0xFFFFFFFF, 1, 0, std::nullopt},
+#if SIZE_MAX > 0xFFFFFFFF
                {0x20011, 0x20000000, 0xFFFFFFFF, 0, 0x3FFFFFFFC0000000},
-#ifndef _WIN32  // whose unsigned long has 32 bits
+#endif
+#if ULONG_MAX > 0xFFFFFFFF
                {0x10001, 0x100000000, 1, 0, std::nullopt},
 #endif
                {0x10001, 1, 0xFFFFFFFF, ~std::size_t{0}, std::nullopt}};
