@@ -25,8 +25,8 @@ bool HasInstructionSet(std::size_t set) {
   __builtin_cpu_init();
 #define LM_HAS(feature) __builtin_cpu_supports(feature) != 0
 #else
-#define LM_HAS(feature) \
-  true  // NEON belongs to its architecture; a browser without vectors loads no module that has them
+// NEON belongs to its architecture, and engines without vectors do not load a WebAssembly module that has them.
+#define LM_HAS(feature) true
 #endif
 #define LM_SUPPORTED(Set, Type, Name) LM_FEATURES_##Set,
   const bool supported[] = {LM_FOR_EACH_INSTRUCTION_SET(LM_SUPPORTED, , )};

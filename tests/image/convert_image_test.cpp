@@ -193,35 +193,37 @@ TEST(RequiredSize, IsWhatConversionsReadAndWrite) {
     unsigned long width, height;
     std::size_t lineSize;
     std::optional<std::size_t> bytes;
-  } cases[] = {{0x10001, 5, 3, 0, 15},
-               {0x10001, 5, 3, 8, 21},  // the last line has no padding
-               {0x10001, 5, 3, 4, std::nullopt},
-               {0x10001, 0, 3, 0, 0},
-               {0x20002, 5, 3, 0, 45},  // three bytes a pixel, under the unpacked id too
-               {0x420002, 5, 3, 0, 45},
-               {0x20003, 5, 3, 0, 60},
-               {0x820002, 5, 3, 0, 45},
-               {0x820002, 5, 3, 8, 69},  // 8 lines of 8, and one of 5
-               {0x82000B, 5, 3, 0, 60},  // the fourth plane is there, although nobody reads it
-               {0x820004, 5, 3, 0, 90},
-               {0x40002, 5, 3, 0, 60},
-               {0x10009, 6, 2, 0, 18},
-               {0x10009, 5, 2, 0, 7 + 8},  // a line shares its last byte with the next
-               {0x410003, 5, 2, 8, 8 + 8},
-               {0x20046, 5, 2, 0, 22 + 23},
-               {0x440006, 8, 2, 0, 24},
-               {0x440006, 6, 2, 0, 9 + 10},  // up to the V of the fifth and sixth pixel
-               {0x440006, 7, 2, 0, 10 + 11},
-               {0x210001, 4, 3, 0, 12},
-               {0x31337, 4, 3, 0, std::nullopt},
-               {0x20011, 0xFFFFFFFF, 1, 0, std::nullopt},
+  } cases[] = {
+    {0x10001, 5, 3, 0, 15},
+    {0x10001, 5, 3, 8, 21},  // the last line has no padding
+    {0x10001, 5, 3, 4, std::nullopt},
+    {0x10001, 0, 3, 0, 0},
+    {0x20002, 5, 3, 0, 45},  // three bytes a pixel, under the unpacked id too
+    {0x420002, 5, 3, 0, 45},
+    {0x20003, 5, 3, 0, 60},
+    {0x820002, 5, 3, 0, 45},
+    {0x820002, 5, 3, 8, 69},  // 8 lines of 8, and one of 5
+    {0x82000B, 5, 3, 0, 60},  // the fourth plane is there, although nobody reads it
+    {0x820004, 5, 3, 0, 90},
+    {0x40002, 5, 3, 0, 60},
+    {0x10009, 6, 2, 0, 18},
+    {0x10009, 5, 2, 0, 7 + 8},  // a line shares its last byte with the next
+    {0x410003, 5, 2, 8, 8 + 8},
+    {0x20046, 5, 2, 0, 22 + 23},
+    {0x440006, 8, 2, 0, 24},
+    {0x440006, 6, 2, 0, 9 + 10},  // up to the V of the fifth and sixth pixel
+    {0x440006, 7, 2, 0, 10 + 11},
+    {0x210001, 4, 3, 0, 12},
+    {0x31337, 4, 3, 0, std::nullopt},
+    {0x20011, 0xFFFFFFFF, 1, 0, std::nullopt},
 #if SIZE_MAX > 0xFFFFFFFF
-               {0x20011, 0x20000000, 0xFFFFFFFF, 0, 0x3FFFFFFFC0000000},
+    {0x20011, 0x20000000, 0xFFFFFFFF, 0, 0x3FFFFFFFC0000000},
 #endif
 #if ULONG_MAX > 0xFFFFFFFF
-               {0x10001, 0x100000000, 1, 0, std::nullopt},
+    {0x10001, 0x100000000, 1, 0, std::nullopt},
 #endif
-               {0x10001, 1, 0xFFFFFFFF, ~std::size_t{0}, std::nullopt}};
+    {0x10001, 1, 0xFFFFFFFF, ~std::size_t{0}, std::nullopt}
+  };
   for (const auto& c : cases) {
     EXPECT_EQ(RequiredSize(c.type, c.width, c.height, c.lineSize), c.bytes)
         << std::hex << c.type << std::dec << ", " << c.width << " x " << c.height << " in lines of " << c.lineSize;
