@@ -85,7 +85,7 @@ Demosaicer<Sample>::Demosaicer(const MosaicSource& source, const Writer& writer,
             RowLookupOf(frame, source.type.depth,
                         sizeof(Sample) == 1 ? 8 : DepthOfRows(frame, source.type.depth, writer))),
       mSteps(StepsAfterDemosaicing<Sample>(frame, source.type.depth, writer)),
-      mFit(FitAfterDemosaicing<Sample>(frame, source.type.depth, writer)),
+      mTarget(TargetAt(nullptr, frame, FitAfterDemosaicing<Sample>(frame, source.type.depth, writer), writer)),
       mMask(sizeof(Sample) == 1 ? 0xFF : (1U << DepthOfRows(frame, source.type.depth, writer)) - 1) {
   mSteps.decode = kMethods[mMethod].kernel.template Of<Sample>().Active();
 }
@@ -113,7 +113,8 @@ void Demosaicer<Sample>::ConvertCells(std::uint32_t line) {
   const std::uint8_t* const top = mRows.Row(2 * line);
   const std::uint8_t* const bottom = mRows.Row(2 * line + 1);
   const SourceLines cells{{top, bottom}, 0, mLayoutSite, mRows.IsSource() ? mFrame.fetchAhead : 0, mMask};
-  const TargetLine target = TargetAt(DestinationLineAt(mFrame, line), mFrame, mFit, mWriter);
+  TargetLine target = mTarget;
+  target.line = DestinationLineAt(mFrame, line);
   ConvertStrips(mSteps, cells, mPixels, &target, 1, 0);
 }
 
@@ -121,13 +122,15 @@ void Demosaicer<Sample>::ConvertCells(std::uint32_t line) {
 template <class Sample>
 typename Demosaicer<Sample>::Pair Demosaicer<Sample>::PairAt(std::uint32_t line, std::uint32_t count,
                                                              bool withNeighbours) {
-  std::uint8_t* const destination = DestinationLineAt(mFrame, line);
   const std::uint32_t top = count == 1 ? line - 1 : line;
-  Pair pair{Below(mLayoutSite, top),
-            {},
-            {TargetAt(destination, mFrame, mFit, mWriter),
-             TargetAt(destination + mFrame.destinationLine, mFrame, mFit, mWriter)},
-            count};
+  // Filling the pair with zeros first takes as long as a block of pixels, and copies of structures that were made just
+  // now wait for their members to be stored.
+  Pair pair;
+  pair.site = Below(mLayoutSite, top);
+  pair.lines[0] = pair.lines[1] = mTarget;
+  pair.lines[0].line = DestinationLineAt(mFrame, line);
+  pair.lines[1].line = pair.lines[0].line + mFrame.destinationLine;
+  pair.count = count;
   if (withNeighbours) pair.rows[0] = mRows.Row(top - 1);
   pair.rows[1] = mRows.Row(top);
   pair.rows[2] = mRows.Row(top + 1);

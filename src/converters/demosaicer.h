@@ -61,7 +61,7 @@ class Demosaicer {
   const Site mLayoutSite;
   RowWindow<Sample> mRows;
   StripSteps<Sample> mSteps;
-  const Fit mFit;
+  const TargetLine mTarget;  // without its address
   std::uint32_t mMask;
 };
 

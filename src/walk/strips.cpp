@@ -19,9 +19,10 @@ std::size_t PixelsToCacheLine(std::uint32_t groupPixels, const Writer& writer, c
   const std::size_t bytes = writer.pixelBytes;
   // 3 x 43 is 1 modulo 64, so every address is whole pixels of three bytes away from a cache line; of six bytes every
   // even one. Other pixels are powers of two. A division would take as long as a block of pixels.
-  const std::size_t pixels = bytes % 3 == 0 ? missing / (bytes / 3) * 43 % kCacheLine
-                             : bytes == 8   ? missing >> 3
-                                            : missing >> (bytes / 2);
+  const std::size_t pixels = bytes == 3   ? missing * 43 % kCacheLine
+                             : bytes == 6 ? missing / 2 * 43 % kCacheLine
+                             : bytes == 8 ? missing / 8
+                                          : missing >> (bytes / 2);
   const bool wholeGroups = (pixels & (groupPixels - 1)) == 0;
   return wholeGroups && pixels * bytes % kCacheLine == missing ? pixels : 0;
 }
@@ -46,6 +47,16 @@ Room<Sample> RoomIn(const TargetLine& target, std::size_t first) {
   return {plane, plane + step, plane + 2 * step};
 }
 
+// Decodes words where they go, shifted up.
+void DecodeInto(const StripSteps<std::uint16_t>& steps, SourceLines in, std::size_t count, const TargetLine& target,
+                std::size_t first) {
+  in.up = target.fit.up;
+  StripWalk walk(steps.groupPixels, steps.writer, target, count, first, count);
+  while (walk.Next()) {
+    steps.decode(in, walk.At(), walk.Pixels(), RoomIn<std::uint16_t>(target, first + walk.At()));
+  }
+}
+
 // Gives the second target the pixels that the first one has. Copying them is faster than storing them again, if they
 // are in the cache.
 void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, std::size_t first) {
@@ -55,27 +66,37 @@ void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, 
   }
 }
 
+// Rare steps with strips of their own stay out of line: a large frame on the stack costs a single pixel dearly.
+template <class Sample>
+[[gnu::noinline]] void StoreByMatrix(const Channels<Sample>& channels, const StripSteps<Sample>& steps,
+                                     std::size_t count, const TargetLine& out, std::size_t first, KernelChoice choice) {
+  StripSteps<Sample> rest = steps;
+  rest.matrix = nullptr;
+  Strip<Sample> strip;
+  Chosen(kApplyMatrix.template Of<Sample>(), choice)(channels, *steps.matrix, count,
+                                                     {strip.red, strip.green, strip.blue});
+  StorePixels<Sample>({strip.red, strip.green, strip.blue}, rest, count, out, first, choice);
+}
+
+template <class Sample>
+[[gnu::noinline]] void StoreWidened(const Channels<Sample>& channels, const StripSteps<Sample>& steps,
+                                    std::size_t count, const TargetLine& out, std::size_t first, KernelChoice choice) {
+  Strip<std::uint16_t> words;
+  std::copy_n(channels.red, count, words.red);
+  std::copy_n(channels.green, count, words.green);
+  std::copy_n(channels.blue, count, words.blue);
+  Chosen(steps.writer.store.words, choice)({words.red, words.green, words.blue}, steps.widening, count, out, first);
+}
+
 }  // namespace
 
 template <class Sample>
 void StorePixels(const Channels<Sample>& channels, const StripSteps<Sample>& steps, std::size_t count,
                  const TargetLine& out, std::size_t first, KernelChoice choice) {
   const Writer& writer = steps.writer;
-  if (steps.matrix != nullptr) {
-    StripSteps<Sample> rest = steps;
-    rest.matrix = nullptr;
-    Strip<Sample> strip;
-    Chosen(kApplyMatrix.template Of<Sample>(), choice)(channels, *steps.matrix, count,
-                                                       {strip.red, strip.green, strip.blue});
-    StorePixels<Sample>({strip.red, strip.green, strip.blue}, rest, count, out, first, choice);
-    return;
-  }
-  if (sizeof(Sample) == 1 && steps.widening != nullptr) {
-    Strip<std::uint16_t> words;
-    std::copy_n(channels.red, count, words.red);
-    std::copy_n(channels.green, count, words.green);
-    std::copy_n(channels.blue, count, words.blue);
-    Chosen(writer.store.words, choice)({words.red, words.green, words.blue}, steps.widening, count, out, first);
+  if (steps.matrix != nullptr) return StoreByMatrix(channels, steps, count, out, first, choice);
+  if (steps.widening != nullptr) {
+    StoreWidened(channels, steps, count, out, first, choice);
   } else {
     Chosen(writer.store.template Of<Sample>(), choice)(channels, steps.tables, count, out, first);
   }
@@ -110,8 +131,9 @@ void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::
   // Words are complete there where they only have to be shifted up, and bytes where nothing is looked up.
   const bool complete = inTarget && steps.tables == nullptr && steps.matrix == nullptr &&
                         (sizeof(Sample) == 1 || targets[0].fit.down == 0);
-  SourceLines lines = in;
-  if (complete && sizeof(Sample) == 2) lines.up = targets[0].fit.up;
+  if constexpr (sizeof(Sample) == 2) {
+    if (complete) return DecodeInto(steps, in, count, targets[0], first);
+  }
   Strip<Sample> strip;
   // Channels that need no strip are stored in one go, unless something is done to them afterwards.
   const bool whole =
@@ -121,8 +143,7 @@ void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::
     const std::size_t at = first + walk.At();
     const Room<Sample> room =
         inTarget ? RoomIn<Sample>(targets[0], at) : Room<Sample>{strip.red, strip.green, strip.blue};
-    const Channels<Sample> channels = steps.decode(lines, walk.At(), walk.Pixels(), room);
-    if (complete && sizeof(Sample) == 2) continue;
+    const Channels<Sample> channels = steps.decode(in, walk.At(), walk.Pixels(), room);
     StorePixels(channels, steps, walk.Pixels(), targets[0], at, KernelChoice::kActive);
     if (targetCount == 2) Repeat(steps.writer, walk.Pixels(), targets, at);
   }
