@@ -1,0 +1,77 @@
+"""The photographs: where they come from, how they are reduced, and the pictures that are drawn."""
+import glob
+import os
+import subprocess
+
+import numpy
+from PIL import Image, ImageDraw, ImageFont
+
+# (set, Debian package, folder in it, files, width and height of the block whose mean becomes a pixel)
+BACKGROUNDS = "usr/share/backgrounds/"
+SETS = [
+    ("lomiri", "lomiri-wallpapers-16.04", BACKGROUNDS, "*.jpg", 4),
+    ("lomiri", "lomiri-wallpapers-20.04", BACKGROUNDS, "Kleiber*.jpg", 7),
+    ("mate", "mate-backgrounds", BACKGROUNDS + "mate/nature/", "*.jpg", 3),
+    ("skimage", "python3-skimage", "usr/lib/python3/dist-packages/skimage/data/", "astronaut.png", 1),
+    ("skimage", "python3-skimage", "usr/lib/python3/dist-packages/skimage/data/", "chelsea.png", 1),
+    ("skimage", "python3-skimage", "usr/lib/python3/dist-packages/skimage/data/", "coffee.png", 1),
+    ("skimage", "python3-skimage", "usr/lib/python3/dist-packages/skimage/data/", "motorcycle_left.png", 1),
+    ("jxl", "libjxl-testdata", "usr/share/libjxl-testdata/external/wesaturate/500px/", "*_srgb8.png", 1),
+]
+LEFT_OUT = ["umang"]
+SMALLER = {"Picture_1A": 2, "Picture_0B": 3}  # these have fewer pixels than the others of their package
+
+
+def fetch(folder):
+    """Unpacks the packages below folder, once. Nothing is installed."""
+    for package in dict.fromkeys(row[1] for row in SETS):
+        place = os.path.join(folder, package)
+        if os.path.isdir(place):
+            continue
+        download = place + ".download"
+        os.makedirs(download, exist_ok=True)
+        subprocess.run(["apt-get", "-qq", "download", package], cwd=download, check=True, stderr=subprocess.DEVNULL)
+        archive = glob.glob(os.path.join(download, package + "_*.deb"))[0]
+        subprocess.run(["dpkg-deb", "-x", archive, place + ".part"], check=True)
+        os.rename(place + ".part", place)
+        os.remove(archive)
+        os.rmdir(download)
+
+
+def reduce(picture, side):
+    """The means of side x side pixels, rounded: an earlier demosaicing and JPEG's blocks do not show any more."""
+    height, width = picture.shape[0] // side, picture.shape[1] // side
+    blocks = picture[:height * side, :width * side].reshape(height, side, width, side, 3)
+    return numpy.floor(blocks.mean((1, 3)) + 0.5).astype(numpy.uint8)
+
+
+def photographs(folder):
+    """[(set, name, red, green and blue of 8 bits)], in the order of SETS."""
+    found = []
+    for group, package, place, pattern, side in SETS:
+        paths = sorted(glob.glob(os.path.join(folder, package, place, pattern)))
+        for path in paths:
+            name = os.path.basename(path).rsplit(".", 1)[0].split("_by_")[0].removesuffix("_srgb8")
+            if name not in LEFT_OUT:
+                picture = numpy.asarray(Image.open(path).convert("RGB"))
+                found.append((group, name, reduce(picture, SMALLER.get(name, side))))
+        if not paths:
+            raise SystemExit(f"bench/quality: {package} has no {place}{pattern}")
+    return found
+
+
+def text_page():
+    """Black text on white, whose edges fall between pixels."""
+    page = Image.new("L", (240, 180), 255)
+    draw = ImageDraw.Draw(page)
+    for line in range(15):
+        draw.text((2, 2 + 12 * line), "No colour in black text, 0123456789 |/\\#@%&", 0, ImageFont.load_default())
+    enlarged = numpy.asarray(page.resize((720, 540), Image.NEAREST))
+    return reduce(numpy.repeat(enlarged[..., None], 3, 2), 2)
+
+
+def test_scene(tool, folder, size):
+    """The test scene of the command-line tool: a zone plate, edges and fine lines."""
+    path = os.path.join(folder, "scene.png")
+    subprocess.run([tool, "synth", path, "--size", "{}x{}".format(*size)], check=True, stdout=subprocess.DEVNULL)
+    return numpy.asarray(Image.open(path).convert("RGB"))
