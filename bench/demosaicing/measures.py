@@ -41,7 +41,7 @@ def srgb(value):
 
 
 def filter_orders(ours, photographs):
-    """[(gains, sets, {method: (colours looked up, samples looked up)})]: mean CPSNR as sRGB of linear 12-bit sensors."""
+    """[(gains, sets, {method: (colours looked up, samples looked up)})]: mean CPSNR of linear 12-bit sensors, as sRGB."""
     tables = []
     for gains, sets in GAINS:
         counts = numpy.arange(4096)
@@ -63,7 +63,7 @@ def filter_orders(ours, photographs):
 
 
 def noise(methods, photographs):
-    """{method: [(CPSNR, PSNR of chroma) for each deviation]}, means: mosaics with noise, compared with clean pictures."""
+    """{method: [(CPSNR, PSNR of chroma) for each deviation]}, means, of mosaics with noise beside clean pictures."""
     figures = {method: [([], []) for _ in NOISE] for method in methods}
     random = numpy.random.default_rng(1)
     for _, _, picture in photographs:
@@ -80,7 +80,7 @@ def noise(methods, photographs):
 
 
 def times(methods, picture, rounds):
-    """{method: least nanoseconds of processor time a pixel at 1920x1080}, of rounds in which the methods take turns."""
+    """{method: least nanoseconds of processor time a pixel at 1920x1080}; the methods take turns."""
     repeats = (-(-1080 // picture.shape[0]), -(-1920 // picture.shape[1]), 1)
     frame = numpy.ascontiguousarray(numpy.tile(picture, repeats)[:1080, :1920])
     mosaic, rgb = mosaic_of(frame), numpy.empty_like(frame)

@@ -1,4 +1,4 @@
-"""Methods of demosaicing: ours and those of other libraries, all as functions of a mosaic that begins with red, green."""
+"""Methods of demosaicing: ours and those of other libraries, as functions of a mosaic that begins with red, green."""
 import collections
 import ctypes
 import time
@@ -83,7 +83,8 @@ def libdc1394():
             source = numpy.zeros(mosaic.size + 2 * spare, numpy.uint8)
             result = numpy.ones(rgb.size + 2 * spare, numpy.uint8)
             source[spare:-spare] = mosaic.ravel()
-            elapsed = seconds(decode, address(source[spare:]), address(result[spare:]), width, height, red_first, number)
+            elapsed = seconds(decode, address(source[spare:]), address(result[spare:]), width, height, red_first,
+                              number)
             rgb[:] = result[spare:-spare].reshape(rgb.shape)
             return elapsed
         return Method("libdc1394", name, run)

@@ -54,12 +54,13 @@ def methods_table(results):
 
 
 def orders_table(results):
-    text = ""
+    text = []
     for gains, sets, figures in results.orders:
         rows = [[NAMES.get(name, name), f"{after:.1f}", f"{first:.1f}"] for name, (after, first) in figures.items()]
         sensor = " and ".join(f"{colour} / {gain}" for colour, gain in zip(("red", "green", "blue"), gains) if gain != 1)
-        text += f"{sensor}; {', '.join(sets)}:\n\n" + table(["method", "colours looked up", "samples looked up"], rows) + "\n"
-    return text
+        made = table(["method", "colours looked up", "samples looked up"], rows)
+        text.append(f"{sensor}; {', '.join(sets)}:\n\n{made}")
+    return "\n".join(text)
 
 
 def noise_table(results):
@@ -69,13 +70,17 @@ def noise_table(results):
 
 
 def full(results):
-    return (f"{len(results.pictures)} photographs, reduced until no earlier demosaicing shows; borders of 10 pixels are left\n"
-            f"out. Times: 1920x1080, one thread, the least of many rounds, on {processor()}.\n\n"
-            f"{methods_table(results)}\n"
-            "The order of lookup and demosaicing, mean CPSNR of sRGB pictures from linear 12-bit sensors with weak red and\n"
-            f"blue:\n\n{orders_table(results)}"
-            "Noise (standard deviation in steps of 8 bits) on the mosaic, compared with the clean picture, mean CPSNR / PSNR\n"
-            f"of the chroma alone:\n\n{noise_table(results)}")
+    return f"""\
+{len(results.pictures)} photographs, reduced until no earlier demosaicing shows; borders of 10 pixels are left out.
+Processor time: 1920x1080, one thread, the least of many rounds, on {processor()}.
+
+{methods_table(results)}
+The order of lookup and demosaicing: mean CPSNR of sRGB pictures from linear 12-bit sensors with weak red and blue.
+
+{orders_table(results)}
+Noise on the mosaic, by its standard deviation in steps of 8 bits: mean CPSNR / PSNR of the chroma alone, in dB.
+
+{noise_table(results)}"""
 
 
 def short(results):
