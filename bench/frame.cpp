@@ -1,5 +1,7 @@
 #include "frame.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -9,10 +11,18 @@ namespace LmImagingLib::Bench {
 
 namespace {
 
-constexpr std::align_val_t kPage{4096};
+constexpr std::size_t kPageBytes = 4096;
 
 // Some layouts are read or written in groups that pass the end of the last line.
 constexpr std::size_t kSpareBytes = 64;
+constexpr std::align_val_t kPage{kPageBytes};
+
+// Frames that have four times the bytes of the last-level cache.
+std::size_t RingLength(std::size_t bytesMoved) {
+  const long cache = sysconf(_SC_LEVEL3_CACHE_SIZE);
+  const std::size_t bytes = cache > 0 ? static_cast<std::size_t>(cache) : std::size_t{64} << 20;
+  return 4 * bytes / bytesMoved + 1;
+}
 
 std::size_t Planes(const PixelTypeID& id) { return (id & kPlanarFlag) != 0 ? 3 : 1; }
 
@@ -34,11 +44,19 @@ PageBuffer::PageBuffer(std::size_t bytes) : mBytes(new (kPage) std::uint8_t[byte
 
 void PageBuffer::Free::operator()(std::uint8_t* bytes) const { ::operator delete[](bytes, kPage); }
 
-void FramePair::Prepare(const PixelConverter& converter, const ImageSize& size) {
+std::string FrameSize::Name() const {
+  return std::to_string(width) + "x" + std::to_string(height) + (cold ? "-cold" : "");
+}
+
+void FrameRing::Prepare(const PixelConverter& converter, const FrameSize& size) {
   mSourceBytes = converter.GetSourceLineSize(size.width) * size.height * Planes(converter.GetSourceTypeID());
   mDestinationBytes =
       converter.GetDestinationLineSize(size.width) * size.height * Planes(converter.GetDestinationTypeID());
-  const std::size_t needed = std::max(mSourceBytes, mDestinationBytes) + kSpareBytes;  // copies fit both ways
+  const std::size_t largest = std::max(mSourceBytes, mDestinationBytes) + kSpareBytes;  // copies fit both ways
+  mStride = (largest + kPageBytes - 1) / kPageBytes * kPageBytes;
+  mFrames = size.cold ? RingLength(BytesMoved()) : 1;
+  mAt = 0;
+  const std::size_t needed = mFrames * mStride;
   if (needed <= mSource.Size()) return;
   mSource = PageBuffer(needed);
   mDestination = PageBuffer(needed);
@@ -46,12 +64,12 @@ void FramePair::Prepare(const PixelConverter& converter, const ImageSize& size) 
   std::memset(mDestination.Data(), 0, needed);
 }
 
-void FramePair::Convert(const PixelConverter& converter, const RGBFilter* filter, const ImageSize& size,
+void FrameRing::Convert(const PixelConverter& converter, const RGBFilter* filter, const ImageSize& size,
                         unsigned long flags) const {
-  converter.Convert(filter, mSource.Data(), size.width, size.height, mDestination.Data(), size.width, size.height,
-                    size.width, size.height, flags, 0, nullptr, nullptr);
+  converter.Convert(filter, Source(), size.width, size.height, Destination(), size.width, size.height, size.width,
+                    size.height, flags, 0, nullptr, nullptr);
 }
 
-void FramePair::Copy() const { std::memcpy(mDestination.Data(), mSource.Data(), BytesMoved() / 2); }
+void FrameRing::Copy() const { std::memcpy(Destination(), Source(), BytesMoved() / 2); }
 
 }  // namespace LmImagingLib::Bench

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "LmImagingLib/PixelConverter.h"
 
@@ -33,11 +34,20 @@ class PageBuffer {
   std::size_t mSize = 0;
 };
 
-/// A source of noise and a destination, for conversions of one thread. The buffers grow with the frames.
-class FramePair {
+/// The size of the frames that a case converts in turn.
+struct FrameSize : ImageSize {
+  bool cold;  ///< a ring of frames that no cache holds, as a camera delivers them; otherwise one frame
+
+  std::string Name() const;
+};
+
+/// Sources of noise and destinations, for conversions of one thread. The buffers grow with the frames.
+class FrameRing {
  public:
   /// Makes room for frames of a converter.
-  void Prepare(const PixelConverter& converter, const ImageSize& size);
+  void Prepare(const PixelConverter& converter, const FrameSize& size);
+  /// Goes on to the next frame of the ring.
+  void Advance() { mAt = mAt + 1 < mFrames ? mAt + 1 : 0; }
 
   void Convert(const PixelConverter& converter, const RGBFilter* filter, const ImageSize& size,
                unsigned long flags) const;
@@ -46,12 +56,18 @@ class FramePair {
 
   /// Bytes that a conversion of the prepared size reads and writes.
   std::size_t BytesMoved() const { return mSourceBytes + mDestinationBytes; }
+  std::size_t DestinationBytes() const { return mDestinationBytes; }
+  std::uint8_t* Source() const { return mSource.Data() + mAt * mStride; }
+  std::uint8_t* Destination() const { return mDestination.Data() + mAt * mStride; }
 
  private:
   PageBuffer mSource;
   PageBuffer mDestination;
   std::size_t mSourceBytes = 0;
   std::size_t mDestinationBytes = 0;
+  std::size_t mStride = 0;
+  std::size_t mFrames = 1;
+  std::size_t mAt = 0;
 };
 
 }  // namespace LmImagingLib::Bench

@@ -3,8 +3,6 @@
 #include <benchmark/benchmark.h>
 
 #include <ctime>
-#include <fstream>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -12,6 +10,7 @@
 #include "LmImagingLib/RGBFilter.h"
 #include "cases.h"
 #include "frame.h"
+#include "machine.h"
 #include "simd/instruction_set.h"
 
 namespace LmImagingLib::Bench {
@@ -27,23 +26,17 @@ struct FilterCase {
 struct Case {
   const PixelConverter* converter;
   const RGBFilter* filter;
-  ImageSize size;
+  FrameSize size;
   unsigned long flags;
 };
 
-constexpr ImageSize kSizes[] = {{64, 64}, {640, 480}, {1920, 1080}, {5120, 4096}};
-constexpr ImageSize kThreadSizes[] = {{64, 64}, {1920, 1080}};
+constexpr FrameSize kSizes[] = {
+    {{64, 64}, false}, {{640, 480}, false}, {{1920, 1080}, false}, {{1920, 1080}, true}, {{5120, 4096}, false}};
+constexpr FrameSize kThreadSizes[] = {{{64, 64}, false}, {{1920, 1080}, false}};
 constexpr const char* kDefaultFilter = "--benchmark_filter=/1920x1080/";
 
-std::string NameOf(const ImageSize& size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
-
-// Processor time, which other programs on a busy machine disturb less than the time of day.
-double NanosecondsSince(std::clock_t begin) {
-  return static_cast<double>(std::clock() - begin) * (1e9 / CLOCKS_PER_SEC);
-}
-
 // As many copies as there were conversions, in the same buffers, right after them.
-void Compare(benchmark::State& state, const Case& job, FramePair& frames, std::size_t instructionSet) {
+void Compare(benchmark::State& state, const Case& job, FrameRing& frames, std::size_t instructionSet) {
   const std::size_t best = ActiveInstructionSet();
   ForceInstructionSet(instructionSet);
   frames.Prepare(*job.converter, job.size);
@@ -51,6 +44,7 @@ void Compare(benchmark::State& state, const Case& job, FramePair& frames, std::s
   const std::clock_t conversionsBegin = std::clock();
   while (state.KeepRunning()) {
     frames.Convert(*job.converter, job.filter, job.size, job.flags);
+    frames.Advance();
     benchmark::ClobberMemory();
   }
   const double conversions = NanosecondsSince(conversionsBegin);
@@ -59,6 +53,7 @@ void Compare(benchmark::State& state, const Case& job, FramePair& frames, std::s
   const std::clock_t copiesBegin = std::clock();
   for (benchmark::IterationCount i = 0; i < state.iterations(); ++i) {
     frames.Copy();
+    frames.Advance();
     benchmark::ClobberMemory();
   }
   const double copies = NanosecondsSince(copiesBegin);
@@ -74,7 +69,7 @@ void Compare(benchmark::State& state, const Case& job, FramePair& frames, std::s
 
 // Each thread converts frames of its own, all with one converter.
 void Share(benchmark::State& state, const Case& job) {
-  FramePair frames;
+  FrameRing frames;
   frames.Prepare(*job.converter, job.size);
   frames.Convert(*job.converter, job.filter, job.size, job.flags);
   while (state.KeepRunning()) {
@@ -87,14 +82,14 @@ void Share(benchmark::State& state, const Case& job) {
 }
 
 void RegisterComparisons(const SourceCase& source, const DestinationCase& destination, const FilterCase& filter,
-                         FramePair& frames) {
+                         FrameRing& frames) {
   const PixelConverter* const converter = PixelTypeFactory::FindConverter(source.id, destination.id);
   if (converter == nullptr || source.id == destination.id) return;
-  for (const ImageSize& size : kSizes) {
+  for (const FrameSize& size : kSizes) {
     for (std::size_t set = 0; set < kInstructionSets; ++set) {
       if (!HasInstructionSet(set)) continue;
       const std::string name = std::string(source.name) + "/" + destination.name + "/" + filter.name + "/" +
-                               NameOf(size) + "/" + InstructionSetName(set);
+                               size.Name() + "/" + InstructionSetName(set);
       const Case job{converter, filter.filter, size, source.flags | filter.flags};
       benchmark::RegisterBenchmark(name.c_str(),
                                    [job, set, &frames](benchmark::State& state) { Compare(state, job, frames, set); });
@@ -106,9 +101,9 @@ void RegisterThreads() {
   const SourceCase sources[] = {
       {"Grayscale12", 0x10003, 0}, {"YUV8_422", 0x40001, 0}, {"Bayer8_Bilinear", 0x20010, kBilinearRG}};
   for (const SourceCase& source : sources) {
-    for (const ImageSize& size : kThreadSizes) {
+    for (const FrameSize& size : kThreadSizes) {
       const Case job{PixelTypeFactory::FindConverter(source.id, 0x420002), nullptr, size, source.flags};
-      const std::string name = std::string("threads/") + source.name + "/RGB24/" + NameOf(size);
+      const std::string name = std::string("threads/") + source.name + "/RGB24/" + size.Name();
       benchmark::RegisterBenchmark(name.c_str(), [job](benchmark::State& state) { Share(state, job); })
           ->Threads(1)
           ->Threads(2)
@@ -116,19 +111,6 @@ void RegisterThreads() {
           ->UseRealTime();
     }
   }
-}
-
-// What the processor says of itself, where the system tells it.
-std::string ProcessorName() {
-  std::map<std::string, std::string> facts;
-  std::ifstream info("/proc/cpuinfo");
-  for (std::string line; std::getline(info, line) && !line.empty();) {
-    const std::size_t colon = line.find(": ");
-    if (colon != std::string::npos) facts[line.substr(0, line.find_first_of("\t:"))] = line.substr(colon + 2);
-  }
-  if (facts["model name"].empty()) return "unknown processor";
-  // Virtual machines keep the model's number to themselves; these two still tell the generation.
-  return facts["model name"] + " (family " + facts["cpu family"] + ", model " + facts["model"] + ")";
 }
 
 }  // namespace
@@ -141,7 +123,7 @@ int main(int argc, char** argv) {
   RegisterExtendedFormats();
   RGBFilter whiteBalance(8);
   whiteBalance.SetMultipliers(1.6, 1.0, 1.09);
-  FramePair frames;
+  FrameRing frames;
   for (const SourceCase& source : kSources) {
     const bool gray = (source.id & kColorSpaceMask) == kColorSpaceGrayscale;
     for (const DestinationCase& destination : kDestinations) {
