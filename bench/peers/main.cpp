@@ -1,0 +1,124 @@
+// Conversions of other libraries beside ours: the fastest peer's time / ours, where more than 1 is a win. All run in
+// turns in one process, on the same buffers, after their pixels were compared with ours.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "../machine.h"
+#include "LmImagingLib/PixelTypeFactory.h"
+#include "race.h"
+#include "simd/instruction_set.h"
+
+namespace LmImagingLib::Bench {
+namespace {
+
+constexpr FrameSize kSizes[] = {
+    {{640, 480}, false}, {{1920, 1080}, false}, {{5120, 4096}, false}, {{1920, 1080}, true}};
+
+std::vector<Contestant> ContestantsOf(const PeerCase& job, const std::vector<Peer>& peers) {
+  const PixelConverter* const converter = PixelTypeFactory::FindConverter(job.source, job.destination);
+  const auto ours = [converter, flags = job.flags](const Image& image) {
+    const auto width = static_cast<unsigned long>(image.width), height = static_cast<unsigned long>(image.height);
+    converter->Convert(nullptr, image.source, width, height, image.destination, width, height, width, height, flags, 0,
+                       nullptr, nullptr);
+  };
+  std::vector<Contestant> contestants{{"ours", ours}};
+  for (const Peer& peer : peers) {
+    for (const PeerConversion& conversion : peer.conversions) {
+      if (conversion.name == job.name) contestants.push_back({peer.library, conversion.convert});
+    }
+  }
+  return contestants;
+}
+
+std::vector<Peer> Peers(bool avx2) {
+  std::vector<Peer> peers{Libyuv(), OpenCV(), Swscale(), Libdc1394()};
+  for (const Peer& peer : peers) {
+    if (avx2 && peer.limitToAVX2) peer.limitToAVX2();
+    for (const PeerConversion& conversion : peer.conversions) {
+      const auto named = [&](const PeerCase& job) { return conversion.name == job.name; };
+      if (std::none_of(std::begin(kCases), std::end(kCases), named)) {
+        std::fprintf(stderr, "%s: no case \"%s\"\n", peer.library, conversion.name.c_str());
+        std::exit(1);
+      }
+    }
+  }
+  return peers;
+}
+
+bool ForceAVX2() {
+  for (std::size_t set = 0; set < kInstructionSets; ++set) {
+    if (InstructionSetName(set) != std::string("avx2") || !HasInstructionSet(set)) continue;
+    ForceInstructionSet(set);
+    return true;
+  }
+  return false;
+}
+
+// One row: for each size the fastest peer's time / ours. Returns the ratios.
+std::vector<double> PrintRow(const PeerCase& job, const std::vector<Peer>& peers, FrameRing& frames, int rounds) {
+  const PixelConverter* const converter = PixelTypeFactory::FindConverter(job.source, job.destination);
+  std::vector<Contestant> contestants = ContestantsOf(job, peers);
+  frames.Prepare(*converter, kSizes[0]);
+  if (!SamePixels(job, contestants, frames, kSizes[0])) std::exit(1);
+
+  std::vector<double> ratios;
+  std::printf("| %s |", job.name);
+  for (const FrameSize& size : kSizes) {
+    frames.Prepare(*converter, size);
+    Race(contestants, frames, size, rounds);
+    const auto fastest =
+        std::min_element(contestants.begin() + 1, contestants.end(),
+                         [](const Contestant& one, const Contestant& other) { return one.best < other.best; });
+    ratios.push_back(fastest->best / contestants[0].best);
+    std::printf(" %.2f %s | %.3f |", ratios.back(), fastest->library.c_str(),
+                contestants[0].best / static_cast<double>(size.Pixels()));
+    std::fflush(stdout);
+  }
+  std::printf("\n");
+  return ratios;
+}
+
+void PrintTable(const std::vector<Peer>& peers, int rounds) {
+  std::printf("%s, ours with %s; the fastest peer's time / ours, and ours in ns a pixel\n\n| conversion |",
+              ProcessorName().c_str(), InstructionSetName(ActiveInstructionSet()));
+  for (const FrameSize& size : kSizes) std::printf(" %s | ours |", size.Name().c_str());
+  std::printf("\n|---|");
+  for (std::size_t i = 0; i < 2 * std::size(kSizes); ++i) std::printf("---:|");
+  std::printf("\n");
+
+  std::vector<double> logarithms(std::size(kSizes));
+  FrameRing frames;
+  for (const PeerCase& job : kCases) {
+    const std::vector<double> ratios = PrintRow(job, peers, frames, rounds);
+    for (std::size_t i = 0; i < ratios.size(); ++i) logarithms[i] += std::log(ratios[i]);
+  }
+  std::printf("| geometric mean |");
+  for (const double sum : logarithms) std::printf(" %.2f | |", std::exp(sum / static_cast<double>(std::size(kCases))));
+  std::printf("\n");
+}
+
+}  // namespace
+}  // namespace LmImagingLib::Bench
+
+int main(int argc, char** argv) {
+  using namespace LmImagingLib::Bench;
+
+  const bool avx2 = argc > 1 && std::strcmp(argv[1], "--avx2") == 0;
+  const int rounds = argc == (avx2 ? 3 : 2) ? std::atoi(argv[argc - 1]) : 20;
+  if (argc > (avx2 ? 3 : 2) || rounds < 1) {
+    std::fprintf(stderr, "Usage: lm_bench_peers [--avx2] [rounds]\n");
+    return 2;
+  }
+  const std::vector<Peer> peers = Peers(avx2);
+  if (avx2 && !ForceAVX2()) {
+    std::fprintf(stderr, "lm_bench_peers: no kernels for AVX2, or no processor that has it\n");
+    return 1;
+  }
+  PrintTable(peers, rounds);
+  return 0;
+}
