@@ -5,6 +5,7 @@
 
 #include "simd/kernel.h"
 #include "simd/mosaic.h"
+#include "walk/mirrored.h"
 
 namespace LmImagingLib {
 
@@ -27,21 +28,15 @@ class DefectRows {
   /// @param decode  decode(row, to) writes the samples of a row
   template <class Decode>
   void Correct(std::uint32_t row, const Decode& decode, Sample* out) {
-    const Sample* const above = Row(Inside(std::int64_t{row} - 2, mHeight), decode);
+    const Sample* const above = Row(Mirrored(std::int64_t{row} - 2, mHeight), decode);
     const Sample* const own = Row(row, decode);
-    const Sample* const below = Row(Inside(std::int64_t{row} + 2, mHeight), decode);
+    const Sample* const below = Row(Mirrored(std::int64_t{row} + 2, mHeight), decode);
     kCorrectDefects.template Of<Sample>().Active()(above, own, below, mWidth, mThreshold, out);
   }
 
  private:
   static constexpr std::uint32_t kRows = 8;  // a power of two, more than two above to two below
   static constexpr std::uint32_t kMargin = 2;
-
-  static std::uint32_t Inside(std::int64_t at, std::uint32_t count) {
-    const std::int64_t last = std::int64_t{count} - 1;
-    const std::int64_t inPeriod = ((at % (2 * last)) + 2 * last) % (2 * last);
-    return static_cast<std::uint32_t>(inPeriod <= last ? inPeriod : 2 * last - inPeriod);
-  }
 
   template <class Decode>
   const Sample* Row(std::uint32_t row, const Decode& decode) {
@@ -51,8 +46,8 @@ class DefectRows {
       Sample* const samples = begin + kMargin;
       decode(row, samples);
       for (std::uint32_t k = 1; k <= kMargin; ++k) {
-        samples[-static_cast<std::ptrdiff_t>(k)] = samples[Inside(-std::int64_t{k}, mWidth)];
-        samples[mWidth + k - 1] = samples[Inside(std::int64_t{mWidth} + k - 1, mWidth)];
+        samples[-static_cast<std::ptrdiff_t>(k)] = samples[Mirrored(-std::int64_t{k}, mWidth)];
+        samples[mWidth + k - 1] = samples[Mirrored(std::int64_t{mWidth} + k - 1, mWidth)];
       }
       mHeld[slot] = std::uint64_t{row} + 1;
     }

@@ -9,13 +9,6 @@ namespace LmImagingLib {
 LM_DECLARE_WIDE_KERNEL(PartRowKernel, PartRow)
 LM_DECLARE_KERNEL(CoarsenKernel, Coarsen)
 
-// Narrow images are mirrored several times. A division would take as long as a block of pixels.
-std::uint32_t Mirrored(std::int64_t row, std::uint32_t count) {
-  const std::int64_t last = std::int64_t{count} - 1;
-  while (row < 0 || row > last) row = row < 0 ? -row : 2 * last - row;
-  return static_cast<std::uint32_t>(row);
-}
-
 template <class Sample>
 PartedRowWindow<Sample>::PartedRowWindow(RowWindow<Sample>& rows, const MosaicShape& shape, std::uint32_t first,
                                          std::uint32_t reach, std::uint32_t coarseShift)

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "simd/mosaic.h"
+#include "walk/mirrored.h"
 #include "walk/row_window.h"
 #include "walk/strips.h"
 
@@ -35,9 +36,6 @@ class HalfRows {
   std::vector<Value> mValues;
   Value* mFirst;
 };
-
-/// The row inside an image of `count` rows, at least 2, that one outside mirrors about the edge row.
-std::uint32_t Mirrored(std::int64_t row, std::uint32_t count);
 
 /// What there is to know of a mosaic beside its samples.
 struct MosaicShape {

@@ -149,7 +149,7 @@ Words Demosaiced(const Words& samples, unsigned bits, unsigned width, unsigned h
   EXPECT_TRUE(result.IsOK()) << result.message;
   Words colors;
   for (std::size_t i = 0; i < out.size(); i += bits == 8 ? 1 : 2) {
-    colors.push_back(bits == 8 ? out[i] : static_cast<std::uint16_t>(out[i] | out[i + 1] << 8));
+    colors.push_back(static_cast<std::uint16_t>(bits == 8 ? out[i] : out[i] | out[i + 1] << 8));
   }
   return colors;
 }
