@@ -25,6 +25,19 @@ ImageSize ConvertedSize(const RawFrame& frame) {
   return {frame.size.width / 2, frame.size.height / 2};
 }
 
+ConversionResult Converted(const RawFrame& frame, const ImageView& destination, const Treatment& treatment) {
+  if (treatment.development != nullptr) {
+    DevelopOptions options;
+    options.flags = frame.flags & kFrameFlags;
+    return Develop(*treatment.development, ViewOf(frame), destination, options);
+  }
+  ConvertOptions options;
+  options.filter = treatment.filter;
+  options.flags = frame.flags;
+  options.depth = treatment.depth;
+  return ConvertImage(ViewOf(frame), destination, options);
+}
+
 const PictureTypes& TypesOf(unsigned bits) { return bits == 16 ? k16Bits : k8Bits; }
 
 // Exchanges red and blue.
@@ -38,16 +51,15 @@ void Swap(Bytes& pixels) {
 
 }  // namespace
 
+ConstImageView ViewOf(const RawFrame& frame) {
+  return {frame.type, frame.bytes.data(), frame.bytes.size(), frame.size.width, frame.size.height, frame.lineSize};
+}
+
 Bytes ConvertFrame(const RawFrame& frame, const PixelTypeID& to, const Treatment& treatment) {
   const ImageSize size = ConvertedSize(frame);
   Bytes converted(RequiredSize(to, size.width, size.height).value_or(0));
-  ConvertOptions options;
-  options.filter = treatment.filter;
-  options.flags = frame.flags;
-  options.depth = treatment.depth;
-  const ConversionResult result = ConvertImage(
-      {frame.type, frame.bytes.data(), frame.bytes.size(), frame.size.width, frame.size.height, frame.lineSize},
-      {to, converted.data(), converted.size(), size.width, size.height}, options);
+  const ImageView destination{to, converted.data(), converted.size(), size.width, size.height};
+  const ConversionResult result = Converted(frame, destination, treatment);
   if (!result.IsOK()) throw std::runtime_error(result.message);
   return converted;
 }

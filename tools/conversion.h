@@ -1,6 +1,8 @@
 #pragma once
 
+#include "LmImagingLib/Development.h"
 #include "LmImagingLib/Image.h"
+#include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelTypeID.h"
 #include "LmImagingLib/RGBFilter.h"
 #include "image.h"
@@ -18,9 +20,23 @@ struct RawFrame {
 
 /// What a conversion makes of colours.
 struct Treatment {
-  const LmImagingLib::RGBFilter* filter = nullptr;  ///< white balance, or null
+  const LmImagingLib::RGBFilter* filter = nullptr;         ///< tables, or null
+  const LmImagingLib::Development* development = nullptr;  ///< all of it; null for a conversion
   LmImagingLib::ConversionDepth depth = LmImagingLib::ConversionDepth::kFull;
 };
+
+/// The flags of a frame that describe it, and those that are a method of demosaicing.
+inline constexpr unsigned long kMethodFlags =
+    LmImagingLib::ConversionFlags::kBilinear | LmImagingLib::ConversionFlags::kGradientCorrected |
+    LmImagingLib::ConversionFlags::kAdaptive | LmImagingLib::ConversionFlags::kHalfSize;
+inline constexpr unsigned long kFrameFlags =
+    LmImagingLib::ConversionFlags::kBayerGR | LmImagingLib::ConversionFlags::kBayerGB |
+    LmImagingLib::ConversionFlags::kBayerRG | LmImagingLib::ConversionFlags::kBayerBG |
+    LmImagingLib::ConversionFlags::kFieldOrder | LmImagingLib::ConversionFlags::kFullRange |
+    LmImagingLib::ConversionFlags::kBT709;
+
+/// The view of a frame's bytes.
+LmImagingLib::ConstImageView ViewOf(const RawFrame& frame);
 
 /// Converts to a type that the frame's type has a converter to; lines without padding.
 /// @throws std::runtime_error that says what the conversion needs

@@ -52,15 +52,16 @@ class Output {
       throw ToolError("--to", "there is no converter from " + Label(frame.type) + " to " + Label(to) +
                                   "; allowed: " + ReachedFrom(frame.type));
     }
+    if (!mColors) mColors.emplace(mConversion.colors, mConversion.depth, frame, mFiles.source.string());
+    const Treatment treatment = mColors->AsTreatment();
     if (mPicture) {
       const unsigned bits = BitsOfPicture(frame.type);
-      const Bytes file = Named(mFiles.source, [&] {
-        return EncodePicture(*mPicture, ConvertToPicture(frame, to, bits, mConversion.treatment));
-      });
+      const Bytes file =
+          Named(mFiles.source, [&] { return EncodePicture(*mPicture, ConvertToPicture(frame, to, bits, treatment)); });
       WriteFile("DESTINATION", mNumbered ? Numbered(mFiles.destination, number) : mFiles.destination, file);
       return;
     }
-    const Bytes converted = Named(mFiles.source, [&] { return ConvertFrame(frame, to, mConversion.treatment); });
+    const Bytes converted = Named(mFiles.source, [&] { return ConvertFrame(frame, to, treatment); });
     if (!mRaw) mRaw.emplace("DESTINATION", mFiles.destination);
     mRaw->Write(converted);
   }
@@ -73,13 +74,14 @@ class Output {
   // What the source and the type that is asked for have more than 8 bits of needs 16.
   unsigned BitsOfPicture(const PixelTypeID& from) const {
     const bool isDeep = LayoutOf(from).bits > 8 && (!mConversion.to || LayoutOf(*mConversion.to).bits > 8);
-    return isDeep && HoldsWords(*mPicture) && mConversion.treatment.depth == ConversionDepth::kFull ? 16 : 8;
+    return isDeep && HoldsWords(*mPicture) && mConversion.depth == ConversionDepth::kFull ? 16 : 8;
   }
 
   FilePair mFiles;
   const Conversion& mConversion;
   bool mNumbered;
   std::optional<PictureFormat> mPicture;
+  std::optional<Colors> mColors;
   std::optional<FileWriter> mRaw;
 };
 

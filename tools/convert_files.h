@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "LmImagingLib/PixelTypeID.h"
+#include "colors.h"
 #include "conversion.h"
 #include "progress.h"
 #include "raw_file.h"
@@ -17,7 +18,8 @@ struct Conversion {
   RawFormat from;                               ///< of sources that are no pictures
   std::optional<FrameRange> frames;             ///< of those; nothing where a file is one frame
   std::optional<LmImagingLib::PixelTypeID> to;  ///< nothing for what shows the source best, in a picture
-  Treatment treatment;
+  ColorArguments colors;
+  LmImagingLib::ConversionDepth depth = LmImagingLib::ConversionDepth::kFull;
 };
 
 /// A file to read and the one to write.

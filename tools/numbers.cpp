@@ -11,6 +11,11 @@ std::optional<std::uint64_t> ParseWhole(const std::string& text) {
   return value;
 }
 
+std::string ShortText(double number) {
+  char text[32];
+  return {text, std::to_chars(text, text + sizeof text, number).ptr};
+}
+
 std::vector<std::string> Split(const std::string& text, char separator) {
   std::vector<std::string> parts;
   std::size_t begin = 0;

@@ -19,6 +19,9 @@ bool ParseNumber(const std::string& text, Number& value) {
 /// A number of decimal digits, or of hexadecimal ones behind 0x; nothing if the text is none.
 std::optional<std::uint64_t> ParseWhole(const std::string& text);
 
+/// The shortest text that `ParseNumber` takes back.
+std::string ShortText(double number);
+
 /// The parts of a text between separators.
 std::vector<std::string> Split(const std::string& text, char separator);
 

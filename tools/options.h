@@ -7,6 +7,7 @@
 
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelTypeID.h"
+#include "colors.h"
 #include "image.h"
 #include "named_type.h"
 #include "raw_file.h"
@@ -55,13 +56,20 @@ void AddYuvOptions(CLI::App& command, unsigned long& flags);
 /// Adds `--depth full|8`.
 void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth);
 
-/// Red, green and blue.
-struct Triple {
-  double red, green, blue;
-};
-
-/// Adds an option of three numbers between commas, each from 0 to `most`.
+/// Adds an option of three numbers between commas, each from `least` to `most`.
+/// @param one  whether a single number stands for three equal ones
 CLI::Option* AddTripleOption(CLI::App& command, const std::string& name, Triple& value, double most,
-                             const std::string& description);
+                             const std::string& description, double least = 0, bool one = false);
+
+/// The tone that a text says: linear, srgb, bt709 or a gamma. Nothing if it says none.
+std::optional<LmImagingLib::ToneCurve> ParseTone(const std::string& text);
+inline constexpr const char* kTones = "linear, srgb, bt709, or a gamma of 0.1 to 10";
+
+/// The flag of the method of demosaicing that a word names; nothing if it names none.
+std::optional<unsigned long> ParseMethod(const std::string& word);
+std::string MethodWords();
+
+/// Adds `--tone`, `--white-balance`, `--matrix` and `--defects`.
+void AddColorOptions(CLI::App& command, ColorArguments& colors);
 
 }  // namespace LmTool

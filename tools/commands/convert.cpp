@@ -8,6 +8,7 @@
 
 #include "commands/commands.h"
 #include "commands/convert_options.h"
+#include "development_file.h"
 #include "error.h"
 #include "picture_file.h"
 #include "terminal.h"
@@ -49,12 +50,12 @@ void ConvertAll(const std::vector<FilePair>& pairs, const Conversion& conversion
 void Run(const ConvertArguments& arguments) {
   const std::vector<FilePair> pairs = FilePairsOf(arguments);
   CheckArguments(arguments, pairs);
-  const std::optional<RGBFilter> filter =
-      WhiteBalanceOf(arguments, PictureFormatOf(pairs.front().destination).has_value());
+  NoteUnusedColors(arguments, PictureFormatOf(pairs.front().destination).has_value());
   Conversion conversion{{arguments.from, arguments.size, FlagsOf(arguments), arguments.lineSize},
                         arguments.frames,
                         std::nullopt,
-                        {filter ? &*filter : nullptr, arguments.depth}};
+                        arguments.colors,
+                        arguments.depth};
   if (arguments.Given("--to")) conversion.to = arguments.to;
   if (arguments.Given("--output")) MakeDirectory(arguments.directory);
 
@@ -92,6 +93,20 @@ void AddConvertCommand(CLI::App& app) {
           },
           "What --output writes (default: png)")
       ->type_name(kEndings);
+  // Comes before the options that change something of it.
+  ColorArguments& colors = options->colors;
+  command
+      ->add_option_function<std::string>(
+          "--development",
+          [options](const std::string& path) {
+            const DevelopmentFile file = ReadDevelopmentFile("--development", path);
+            options->colors = file.colors;
+            options->method = file.method;
+            options->depth = file.depth.value_or(ConversionDepth::kFull);
+          },
+          "How a camera's frames become pictures, as JSON: black, gains, matrix, tone (srgb where it is left out), "
+          "demosaic, defects and depth. Options that are given too win over the file")
+      ->type_name("FILE");
   AddTypeOption(
       *command, "--from", options->from, &options->mosaic,
       "Type of raw frames, which need it: an id, a name, a class name, or what a camera calls it, by PFNC name "
@@ -108,14 +123,25 @@ void AddConvertCommand(CLI::App& app) {
   AddDemosaicOptions(*command, options->flags);
   AddYuvOptions(*command, options->flags);
   AddDepthOption(*command, options->depth);
-  AddTripleOption(*command, "--gain", options->gain, 1000, "Factors of the colour channels (default: 1,1,1)");
-  AddTripleOption(*command, "--offset", options->offset, 255,
-                  "Added to the colour channels after the factors, in steps of 8-bit values (default: 0,0,0)");
+  AddTripleOption(
+      *command, "--black", colors.black, 65535,
+      "The level of black, which is taken off first, in steps of the samples as the camera counts (default: 0)", 0,
+      true);
+  AddTripleOption(*command, "--gain", colors.gain, 1000, "Factors of the colour channels (default: 1,1,1)");
+  AddTripleOption(*command, "--offset", colors.offset, 255,
+                  "Added to the colour channels after the factors, in steps of 8-bit values (default: 0,0,0)", -255);
+  AddColorOptions(*command, colors);
   command->footer(
       "Examples:\n"
       "  A 10-bit camera whose mosaic begins with red, brought to neutral gray\n"
       "    lmimaging convert frame.raw picture.png --from BayerRG10 --size 1920x1080 \\\n"
       "        --gain 1.6,1,1.09\n"
+      "  The same for a screen, with the gains from a gray card at 240,600\n"
+      "    lmimaging convert frame.raw picture.png --from BayerRG10 --size 1920x1080 \\\n"
+      "        --white-balance 240,600,160x160 --tone srgb\n"
+      "  A camera's settings in a file: {\"black\": 64, \"gains\": [1.6, 1, 1.09], \"tone\": \"srgb\",\n"
+      "  \"matrix\": [[1.5, -0.3, -0.2], [-0.2, 1.4, -0.2], [0, -0.5, 1.5]], \"defects\": true}\n"
+      "    lmimaging convert frame.raw picture.png --from BayerRG10 --size 1920x1080 --development camera.json\n"
       "  A folder of frames\n"
       "    lmimaging convert frames/*.raw --output pictures --from Mono12p --size 640x480\n"
       "  A recording: all its frames as pictures movie-0000.png and so on, or as one raw file again\n"

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iostream>
 #include <set>
-#include <tuple>
 
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelConverter.h"
@@ -80,9 +79,26 @@ void CheckMosaic(const ConvertArguments& arguments) {
     }
     return;
   }
-  for (const char* const option : {"--bayer", "--demosaic", "--filter-order"}) {
+  for (const char* const option : {"--bayer", "--demosaic", "--filter-order", "--defects"}) {
     if (arguments.Given(option)) {
       throw ToolError(option, "is for mosaics; " + Label(arguments.from) + " is none");
+    }
+  }
+}
+
+void CheckColors(const ConvertArguments& arguments) {
+  if (arguments.colors.balance && arguments.Given("--gain")) {
+    throw ToolError("--white-balance", "finds the gains, and --gain gives them; allowed: one of the two");
+  }
+  for (const char* const option : {"--white-balance", "--matrix", "--development"}) {
+    if (arguments.Given(option) && IsGray(arguments.from)) {
+      throw ToolError(option, "is for colours and mosaics; " + Label(arguments.from) + " is gray");
+    }
+  }
+  if (!arguments.colors.develops) return;
+  for (const char* const option : {"--offset", "--filter-order"}) {
+    if (arguments.Given(option)) {
+      throw ToolError(option, "does not go with --matrix, --defects and --development; allowed: without them");
     }
   }
 }
@@ -138,6 +154,7 @@ std::vector<FilePair> FilePairsOf(const ConvertArguments& arguments) {
 void CheckArguments(const ConvertArguments& arguments, const std::vector<FilePair>& pairs) {
   CheckFiles(arguments, pairs);
   CheckMosaic(arguments);
+  CheckColors(arguments);
   for (const char* const option : {"--yuv-range", "--yuv-matrix"}) {
     if (arguments.Given(option) && (arguments.from & kColorSpaceMask) != kColorSpaceYUV) {
       throw ToolError(option, "is for YUV types; " + Label(arguments.from) + " is none");
@@ -152,27 +169,20 @@ void CheckArguments(const ConvertArguments& arguments, const std::vector<FilePai
 unsigned long FlagsOf(const ConvertArguments& arguments) {
   unsigned long flags = arguments.flags | arguments.mosaic.Flag();
   if (!Demosaics(arguments)) return flags;
-  if (!arguments.Given("--demosaic")) flags |= ConversionFlags::kAdaptive;
+  if (!arguments.Given("--demosaic")) flags |= arguments.method.value_or(ConversionFlags::kAdaptive);
   if (!arguments.Given("--filter-order")) flags |= ConversionFlags::kFilterFirst;
   return flags;
 }
 
-std::optional<RGBFilter> WhiteBalanceOf(const ConvertArguments& arguments, bool toPicture) {
-  const auto& [gain, offset] = std::tie(arguments.gain, arguments.offset);
-  const bool changes =
-      gain.red != 1 || gain.green != 1 || gain.blue != 1 || offset.red != 0 || offset.green != 0 || offset.blue != 0;
-  if (!changes) return std::nullopt;
+void NoteUnusedColors(const ConvertArguments& arguments, bool toPicture) {
+  if (!arguments.colors.Change() || arguments.colors.develops) return;
   const bool fromGray = IsGray(arguments.from);
   const bool copied = arguments.to == arguments.from && !toPicture;
   if (fromGray || (arguments.Given("--to") && (copied || IsMosaic(arguments.to)))) {
-    std::cerr << "lmimaging: note: --gain and --offset do nothing "
+    std::cerr << "lmimaging: note: --gain, --offset and the like do nothing "
               << (fromGray ? "from " + Label(arguments.from) : "to " + Label(arguments.to))
               << ", because only colours are balanced, and not in copies\n";
   }
-  std::optional<RGBFilter> filter(8);  // offsets are in 8-bit steps; conversions derive tables of other depths
-  filter->SetMultipliers(gain.red, gain.green, gain.blue, static_cast<unsigned short>(offset.red),
-                         static_cast<unsigned short>(offset.green), static_cast<unsigned short>(offset.blue));
-  return filter;
 }
 
 }  // namespace LmTool

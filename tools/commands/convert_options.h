@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "LmImagingLib/RGBFilter.h"
 #include "convert_files.h"
 #include "options.h"
 
@@ -23,8 +22,8 @@ struct ConvertArguments {
   std::optional<FrameRange> frames;
   MosaicLayout mosaic;
   unsigned long flags = 0;
-  Triple gain{1, 1, 1};
-  Triple offset{0, 0, 0};
+  ColorArguments colors;
+  std::optional<unsigned long> method;  ///< of demosaicing, as --development says
   LmImagingLib::ConversionDepth depth = LmImagingLib::ConversionDepth::kFull;
   CLI::App* command = nullptr;
 
@@ -42,7 +41,7 @@ void CheckArguments(const ConvertArguments& arguments, const std::vector<FilePai
 /// The flags of the conversion: those of the options, with the best method for a mosaic unless one is given.
 unsigned long FlagsOf(const ConvertArguments& arguments);
 
-/// The tables that the conversion looks colours up in; nothing where they change nothing.
-std::optional<LmImagingLib::RGBFilter> WhiteBalanceOf(const ConvertArguments& arguments, bool toPicture);
+/// Prints a note if options that change colours do nothing.
+void NoteUnusedColors(const ConvertArguments& arguments, bool toPicture);
 
 }  // namespace LmTool
