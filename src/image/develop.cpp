@@ -183,10 +183,8 @@ ConversionResult Develop(const Development& development, const ConstImageView& s
   try {
     const DevelopmentTables& tables = TablesOf(development);
     DevelopmentPlan plan;
-    if (ConversionResult refused = PlanDevelopment(tables.settings, source, destination, options, plan);
-        !refused.IsOK()) {
-      return refused;
-    }
+    ConversionResult refused = PlanDevelopment(tables.settings, source, destination, options, plan);
+    if (plan.writer == nullptr) return refused;  // the writer is found last
     Run(plan, tables, *SampleDepth(source.type), FrameOf(plan, source, destination));
     return {};
   } catch (const std::bad_alloc&) {
