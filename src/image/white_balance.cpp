@@ -32,12 +32,15 @@ struct Cells {
 /// Sums and histograms of the usable cells.
 class Statistics {
  public:
-  Statistics(unsigned depth, bool histograms) : mLeast(White(depth) / 50), mMost(White(depth) - mLeast), mDepth(depth) {
+  Statistics(unsigned depth, bool histograms)
+      : mLeast(White(depth) / 50), mRange(White(depth) - 2 * mLeast), mDepth(depth) {
     if (histograms) mCounts.resize(3 * kBins);
   }
 
   void Add(std::uint32_t red, std::uint32_t green1, std::uint32_t green2, std::uint32_t blue) {
-    if (std::min({red, green1, green2, blue}) < mLeast || std::max({red, green1, green2, blue}) > mMost) return;
+    // One comparison a sample: those below the least one wrap.
+    const auto isOutside = [this](std::uint32_t sample) { return sample - mLeast > mRange; };
+    if (isOutside(red) || isOutside(green1) || isOutside(green2) || isOutside(blue)) return;
     ++mUsable;
     mSums[0] += red;
     mSums[1] += green1 + green2;
@@ -70,7 +73,7 @@ class Statistics {
 
   std::size_t BinOf(std::uint32_t sample) const { return sample * std::size_t{kBins} >> mDepth; }
 
-  const std::uint32_t mLeast, mMost;
+  const std::uint32_t mLeast, mRange;
   const unsigned mDepth;
   std::size_t mUsable = 0;
   std::uint64_t mSums[3] = {};  // of green twice

@@ -100,6 +100,15 @@ inline U16 IndexOf(U16 light, std::uint16_t /*sample*/) { return light; }
 inline const std::uint8_t* TableOf(const MatrixSteps& steps, std::uint8_t /*sample*/) { return steps.bytes; }
 inline const std::uint16_t* TableOf(const MatrixSteps& steps, std::uint16_t /*sample*/) { return steps.words; }
 
+// Four at a time, which compilers leave undone; `count` is a multiple.
+template <class Sample>
+inline void LookUp(const std::uint16_t* index, std::size_t count, const Sample* table, Sample* out) {
+  for (std::size_t i = 0; i < count; i += 4) {
+    const Sample found[] = {table[index[i]], table[index[i + 1]], table[index[i + 2]], table[index[i + 3]]};
+    std::memcpy(out + i, found, sizeof found);
+  }
+}
+
 // Places in the table are computed for some pixels, and then looked up one by one.
 template <class Sample>
 std::size_t ApplyToBlocks(const Channels<Sample>& in, const MatrixSteps& steps, std::size_t count,
@@ -124,9 +133,7 @@ std::size_t ApplyToBlocks(const Channels<Sample>& in, const MatrixSteps& steps, 
       const I16 blues[] = {ZipFours<0>(b, b), ZipFours<4>(b, b)};
       for (std::size_t k = 0; k < 3; ++k) Store(IndexOf(rows[k](redGreen, blues), Sample{}), index[k] + i);
     }
-    for (std::size_t k = 0; k < 3; ++k) {
-      for (std::size_t i = 0; i < some; ++i) to[k][at + i] = table[index[k][i]];
-    }
+    for (std::size_t k = 0; k < 3; ++k) LookUp(index[k], some, table, to[k] + at);
   }
   return whole;
 }
