@@ -3,8 +3,10 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -16,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "LmImagingLib/Development.h"
 #include "LmImagingLib/Extended.h"
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/LmImagingLib.h"
@@ -39,6 +42,9 @@ constexpr std::pair<const char*, unsigned long> kDemosaics[] = {{"block", Conver
                                                                 {"mhc", ConversionFlags::kGradientCorrected},
                                                                 {"adaptive", ConversionFlags::kAdaptive},
                                                                 {"half", ConversionFlags::kHalfSize}};
+
+constexpr std::pair<const char*, ToneCurve::Kind> kTones[] = {
+    {"linear", ToneCurve::kLinear}, {"srgb", ToneCurve::kSRGB}, {"bt709", ToneCurve::kBT709}};
 
 // The bytes between the first and the last element of an array, whatever lies between its rows.
 std::size_t Extent(const py::buffer_info& array) {
@@ -133,38 +139,120 @@ void WithoutInterpreterLock(const Work& work) {
   if (fault) std::rethrow_exception(fault);
 }
 
-// Gains and offsets of red, green and blue.
-using Balance = std::pair<std::array<double, 3>, std::array<unsigned short, 3>>;
-
+using Values = std::array<double, 3>;                  // of red, green and blue
+using Tone = std::pair<int, double>;                   // the kind of a curve, and its gamma
 using Size = std::pair<unsigned long, unsigned long>;  // width and height
 
-// A line size of 0 stands for lines without padding.
-void Convert(const PixelTypeID& from, const py::buffer& source, std::size_t sourceLineSize, const PixelTypeID& to,
-             const py::buffer& destination, std::size_t destinationLineSize, const Size& size, const Size& newSize,
-             unsigned long flags, const std::pair<unsigned long, unsigned long>& lines,
-             const std::optional<Balance>& balance, bool fullDepth) {
-  // Requested buffers keep their memory until they are given back.
-  const py::buffer_info in = source.request();
-  const py::buffer_info out = destination.request(true);
-  const ConstImageView sourceView{from, in.ptr, Extent(in), size.first, size.second, sourceLineSize};
-  const ImageView destinationView{to, out.ptr, Extent(out), newSize.first, newSize.second, destinationLineSize};
+// What tables do to colours: black level in steps of the samples, gains, offsets in 8-bit steps, and tone.
+using Curve = std::tuple<Values, Values, Values, Tone>;
 
+ToneCurve CurveOf(const Tone& tone) { return {static_cast<ToneCurve::Kind>(tone.first), tone.second}; }
+RGBValues ValuesOf(const Values& values) { return {values[0], values[1], values[2]}; }
+
+// Gains and offsets alone are multipliers, which are truncated; curves are rounded.
+void SetTables(RGBFilter& filter, const Curve& curve, unsigned depth) {
+  const auto& [black, gains, offset, tone] = curve;
+  const double step = std::ldexp(1.0, 8 - static_cast<int>(depth));
+  const bool isCurve =
+      black != Values{} || tone.first != ToneCurve::kLinear || *std::min_element(offset.begin(), offset.end()) < 0;
+  if (isCurve) {
+    filter.SetCurve({black[0] * step, gains[0], offset[0]}, {black[1] * step, gains[1], offset[1]},
+                    {black[2] * step, gains[2], offset[2]}, CurveOf(tone));
+  } else {
+    filter.SetMultipliers(gains[0], gains[1], gains[2], static_cast<unsigned short>(offset[0]),
+                          static_cast<unsigned short>(offset[1]), static_cast<unsigned short>(offset[2]));
+  }
+}
+
+// A buffer, the bytes from line to line (0 without padding), and width and height.
+using Image = std::tuple<py::buffer, std::size_t, Size>;
+
+// A view of a buffer. Requested buffers keep their memory until they are given back.
+template <class View>
+struct Held {
+  Held(const PixelTypeID& type, const Image& image, bool writable)
+      : buffer(std::get<0>(image).request(writable)), view{type,
+                                                           buffer.ptr,
+                                                           Extent(buffer),
+                                                           std::get<2>(image).first,
+                                                           std::get<2>(image).second,
+                                                           std::get<1>(image)} {}
+
+  const py::buffer_info buffer;
+  const View view;
+};
+using Source = Held<ConstImageView>;
+using Destination = Held<ImageView>;
+
+void Check(const ConversionResult& result) {
+  if (!result.IsOK()) throw py::value_error(result.message);
+}
+
+void Convert(const PixelTypeID& from, const Image& source, const PixelTypeID& to, const Image& destination,
+             unsigned long flags, const std::pair<unsigned long, unsigned long>& lines,
+             const std::optional<Curve>& curve, bool fullDepth) {
+  const Source in(from, source, false);
+  const Destination out(to, destination, true);
   ConversionResult converted;
   WithoutInterpreterLock([&] {
     std::optional<RGBFilter> filter;
-    if (balance) {
-      const auto& [gains, offset] = *balance;
+    if (curve) {
       filter.emplace(8);  // offsets are in 8-bit steps; conversions derive tables of other depths
-      filter->SetMultipliers(gains[0], gains[1], gains[2], offset[0], offset[1], offset[2]);
+      SetTables(*filter, *curve, SampleDepth(from).value_or(8));
     }
     ConvertOptions options;
     options.filter = filter ? &*filter : nullptr;
     options.flags = flags;
     options.depth = fullDepth ? ConversionDepth::kFull : ConversionDepth::kEightBits;
     std::tie(options.firstLine, options.lines) = lines;
-    converted = ConvertImage(sourceView, destinationView, options);
+    converted = ConvertImage(in.view, out.view, options);
   });
-  if (!converted.IsOK()) throw py::value_error(converted.message);
+  Check(converted);
+}
+
+Development MakeDevelopment(const std::optional<unsigned>& defects, const Values& black, const Values& gains,
+                            unsigned long method, const ColorMatrix& matrix, const Tone& tone, bool fullDepth) {
+  DevelopmentSettings settings;
+  settings.correctsDefects = defects.has_value();
+  settings.defectThreshold = defects.value_or(0);
+  settings.black = ValuesOf(black);
+  settings.gains = ValuesOf(gains);
+  settings.method = method;
+  settings.matrix = matrix;
+  settings.tone = CurveOf(tone);
+  settings.depth = fullDepth ? ConversionDepth::kFull : ConversionDepth::kEightBits;
+  Development development;
+  Check(Development::Make(settings, development));
+  return development;
+}
+
+void DevelopImage(const Development& development, const PixelTypeID& from, const Image& source, const PixelTypeID& to,
+                  const Image& destination, unsigned long flags, const std::pair<unsigned long, unsigned long>& lines) {
+  const Source in(from, source, false);
+  const Destination out(to, destination, true);
+  DevelopOptions options;
+  options.flags = flags;
+  std::tie(options.firstLine, options.lines) = lines;
+  ConversionResult developed;
+  WithoutInterpreterLock([&] { developed = Develop(development, in.view, out.view, options); });
+  Check(developed);
+}
+
+// Gains, cells, usable ones, and why there are no gains.
+py::tuple Estimate(const PixelTypeID& from, const Image& source, unsigned long flags, int method,
+                   const std::array<unsigned long, 4>& rectangle, const Values& black) {
+  const Source in(from, source, false);
+  WhiteBalanceOptions options;
+  options.method = static_cast<WhiteBalanceOptions::Method>(method);
+  std::tie(options.x, options.y, options.width, options.height) =
+      std::tie(rectangle[0], rectangle[1], rectangle[2], rectangle[3]);
+  options.flags = flags;
+  options.black = ValuesOf(black);
+  WhiteBalance found;
+  WithoutInterpreterLock([&] { found = EstimateWhiteBalance(in.view, options); });
+  if (!found.result.IsOK()) throw py::value_error(found.message);
+  return py::make_tuple(py::make_tuple(found.gains.red, found.gains.green, found.gains.blue), found.cells,
+                        found.usableCells, found.message);
 }
 
 }  // namespace
@@ -181,6 +269,12 @@ PYBIND11_MODULE(_native, module) {
     return RequiredSize(type, width, height);
   });
   module.def("convert", &Convert);
+  py::class_<Development>(module, "Development").def(py::init(&MakeDevelopment)).def("develop", &DevelopImage);
+  module.def("estimate_white_balance", &Estimate);
+  py::dict tones;
+  for (const auto& [name, kind] : kTones) tones[name] = static_cast<int>(kind);
+  module.attr("TONES") = tones;
+  module.attr("GAMMA") = static_cast<int>(ToneCurve::kGamma);
   py::dict bayer;
   for (const auto& [name, flag] : kBayerLayouts) bayer[name] = flag;
   module.attr("BAYER") = bayer;

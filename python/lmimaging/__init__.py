@@ -4,8 +4,11 @@
     >>> deep = lmimaging.convert(frame, "BayerRG12p", "RGB16", size=(1920, 1080), demosaic="bilinear")
     >>> rgb = lmimaging.convert(frame, "BayerRG10", "RGB8", gains=(1.6, 1.0, 1.09), demosaic="bilinear")
 
+    >>> light = lmimaging.estimate_white_balance(frame, "BayerRG10")
+    >>> picture = lmimaging.Development(gains=light.gains).develop(frame, "BayerRG10", "RGB8")
+
 `convert` takes frames from anything that has a buffer and answers with NumPy arrays; `types` and `converters` list
-what there is to convert.
+what there is to convert. `Development` makes pictures of raw frames, with white balance, colours and tone.
 
 A pixel type is named by a `PixelType`, an id (0x20011), a registered name ("Bayer RGB10-bits"), a class name
 ("BayerRGB10"), or the name or code of the GenICam Pixel Format Naming Convention ("BayerRG10", 0x0110000D), which is
@@ -14,7 +17,17 @@ what a camera's PixelFormat feature holds. Where a camera's name and a class sha
 """
 
 from .conversion import convert
+from .development import Development, WhiteBalance, estimate_white_balance
 from .pixel_types import PixelType, converters, types
 from .version import __version__
 
-__all__ = ["PixelType", "__version__", "convert", "converters", "types"]
+__all__ = [
+    "Development",
+    "PixelType",
+    "WhiteBalance",
+    "__version__",
+    "convert",
+    "converters",
+    "estimate_white_balance",
+    "types",
+]

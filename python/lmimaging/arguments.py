@@ -5,6 +5,8 @@ from __future__ import annotations
 import operator
 from typing import Any, Callable, Optional
 
+import numpy as np
+
 from . import _native
 from .messages import shown
 from .pixel_types import PixelType
@@ -78,20 +80,44 @@ def line_range(lines: Any, height: int) -> tuple[int, int]:
     return first, count
 
 
-def triple(argument: str, values: Any, default: Any, most: int, number: Callable[[Any], Any]) -> tuple:
-    """Numbers for red, green and blue."""
+def triple(
+    argument: str, values: Any, default: Any, most: int, number: Callable[[Any], Any], least: int = 0, one: bool = False
+) -> tuple:
+    """Numbers for red, green and blue.
+
+    :param one: whether a single number stands for three equal ones
+    """
     if values is None:
         return (default,) * 3
-    allowed = f"allowed: {'' if number is float else 'whole '}numbers for red, green and blue, each 0 to {most}"
+    whole = "" if number is float else "whole "
+    single = "a number, or " if one else ""
+    allowed = f"allowed: {single}{whole}numbers for red, green and blue, each {least} to {most}"
+    if one and isinstance(values, (int, float, np.number)) and not isinstance(values, bool):
+        values = (values,) * 3
     try:
         numbers = tuple(number(value) for value in values)
     except OverflowError:  # a whole number that is too large for a float
         numbers = ()
     except (TypeError, ValueError):
         raise TypeError(f"{argument}: {shown(values)} is something else; {allowed}") from None
-    if len(numbers) != 3 or not all(0 <= value <= most for value in numbers):
+    if len(numbers) != 3 or not all(least <= value <= most for value in numbers):
         raise ValueError(f"{argument}: {shown(values)} does not fit; {allowed}")
     return numbers
+
+
+def tone_curve(tone: Any, default: str) -> tuple[int, float]:
+    """The kind of a curve, and its gamma."""
+    allowed = "allowed: " + ", ".join(map(repr, _native.TONES)) + ", or a gamma of 0.1 to 10"
+    if isinstance(tone, str) or tone is None:
+        word = default if tone is None else tone
+        if word not in _native.TONES:
+            raise ValueError(f"tone: {shown(tone)} is unknown; {allowed}")
+        return _native.TONES[word], 1.0
+    if isinstance(tone, bool) or not isinstance(tone, (int, float, np.number)):
+        raise TypeError(f"tone: {shown(tone)} is a {type(tone).__name__}; {allowed}")
+    if not 0.1 <= tone <= 10:
+        raise ValueError(f"tone: {shown(tone)} does not fit; {allowed}")
+    return _native.GAMMA, float(tone)
 
 
 def image_size(size: Any) -> tuple[int, int]:

@@ -3,19 +3,15 @@
 from __future__ import annotations
 
 import operator
-from typing import Any, Optional, Sequence
+from typing import Any, Optional, Sequence, Union
 
 from . import _native
-from .arguments import choice_for, full_depth, layout_flag, line_range, triple
-from .images import destination_image, source_image
-from .messages import shown
-from .pixel_types import TypeLike, converters, resolve
+from .arguments import choice_for, full_depth, line_range, tone_curve, triple
+from .frames import frame_flags, resolve_pair
+from .images import result_image, source_image
+from .pixel_types import TypeLike
 
-_DEMOSAICS = _native.DEMOSAICS
 _FILTER_ORDERS = {"mosaic": _native.FILTER_FIRST, "colour": 0}
-_YUV_RANGES = {"studio": 0, "full": _native.FULL_RANGE}
-_YUV_MATRICES = {"bt601": 0, "bt709": _native.BT709}
-_FIELD_ORDERS = {"top": 0, "bottom": _native.FIELD_ORDER}
 
 
 def convert(
@@ -25,8 +21,10 @@ def convert(
     size: Optional[tuple[int, int]] = None,
     *,
     line_size: Optional[int] = None,
+    black: Union[None, float, Sequence[float]] = None,
     gains: Optional[Sequence[float]] = None,
     offset: Optional[Sequence[int]] = None,
+    tone: Union[None, str, float] = None,
     bayer: Optional[str] = None,
     demosaic: Optional[str] = None,
     filter_order: Optional[str] = None,
@@ -54,15 +52,19 @@ def convert(
     :param to: the destination's pixel type, such as "RGB8" or "Mono8"; ``converters(from_)`` lists what is allowed
     :param size: (width, height) in pixels, for a source that does not tell it
     :param line_size: bytes from one line of a one-dimensional source to the next, if lines are padded
+    :param black: the level of black, one number or three of red, green and blue, which is taken off first; in steps of
+        the samples as the camera counts them, each 0 to 65535
     :param gains: factors of red, green and blue, each 0 to 1000: the white balance. They act where colours are
         converted, not between grayscale types or mosaics.
-    :param offset: added to red, green and blue after the gains, each 0 to 255
+    :param offset: added to red, green and blue after the gains, each -255 to 255, in steps of 8-bit values
+    :param tone: the curve from light to values, after all that: "linear" (the default), "srgb" for screens, "bt709" for
+        video, or a gamma of 0.1 to 10. `Development` has a matrix and more.
     :param bayer: colours of the first two pixels of a mosaic's top row, "GR", "RG", "GB" or "BG". Must be given to
         make colours of a mosaic, unless ``from_`` is a PFNC name or code, which tells it.
     :param demosaic: of a mosaic: "adaptive" (the default) looks along edges, "mhc" uses linear 5 x 5 filters,
         "bilinear" the neighbours of each pixel, and "block" makes four equal pixels of a 2 x 2 cell; "half" makes one
         pixel of each cell, so that the result has half the width and height, rounded down
-    :param filter_order: of a mosaic: whether gains and offset act on its samples, "mosaic" (the default), which makes
+    :param filter_order: of a mosaic: whether gains and the like act on its samples, "mosaic" (the default), which makes
         better colours, or on the colours, "colour"
     :param yuv_range: of YUV: "studio" (brightness of 16 to 235) or "full"; by default as a YCbCr name says, else studio
     :param yuv_matrix: of YUV: "bt601" or "bt709"; by default as a YCbCr name says, else bt601
@@ -79,53 +81,36 @@ def convert(
     :raises ValueError: for a value that is not allowed, or an image that does not fit its buffer; nothing is written
     :raises TypeError: for an object that is not what an argument takes
     """
-    source_type, named_layout, named_flags = resolve("from_", from_)
-    destination_type, wanted_layout, _ = resolve("to", to)
-    if not _native.has_converter(source_type.id, destination_type.id):
-        reached = ", ".join(str(type) for _, type in converters(source_type))
-        raise ValueError(f"to: {source_type} does not convert to {destination_type}; allowed: {reached}")
+    source_type, destination_type = resolve_pair(from_, to)
     demosaics = source_type.bayer and not destination_type.bayer
-    is_yuv = source_type.id & 0x70000 == 0x40000
-
-    def flags_of(argument: str, value: Optional[str], words: dict[str, int], fits: bool, needed: str) -> int:
-        return choice_for(argument, value, words, source_type, fits, needed)
-
     flags = (
-        layout_flag(source_type, destination_type, bayer, named_layout, wanted_layout)
-        | flags_of("demosaic", demosaic, _DEMOSAICS, source_type.bayer, "a mosaic")
-        | flags_of("filter_order", filter_order, _FILTER_ORDERS, source_type.bayer, "a mosaic")
-        | flags_of("yuv_range", yuv_range, _YUV_RANGES, is_yuv, "YUV")
-        | flags_of("yuv_matrix", yuv_matrix, _YUV_MATRICES, is_yuv, "YUV")
-        | flags_of("field_order", field_order, _FIELD_ORDERS, source_type.interlaced, "interlaced")
+        frame_flags(from_, to, bayer, yuv_range, yuv_matrix, field_order)
+        | choice_for("demosaic", demosaic, _native.DEMOSAICS, source_type, source_type.bayer, "a mosaic")
+        | choice_for("filter_order", filter_order, _FILTER_ORDERS, source_type, source_type.bayer, "a mosaic")
     )
-    if yuv_range is None:
-        flags |= named_flags & _native.FULL_RANGE
-    if yuv_matrix is None:
-        flags |= named_flags & _native.BT709
     if demosaics and demosaic is None:
-        flags |= _DEMOSAICS["adaptive"]
+        flags |= _native.DEMOSAICS["adaptive"]
     if demosaics and filter_order is None:
         flags |= _native.FILTER_FIRST
-    balance = None
-    if gains is not None or offset is not None:
-        balance = triple("gains", gains, 1, 1000, float), triple("offset", offset, 0, 255, operator.index)
+    curve = None
+    if any(value is not None for value in (black, gains, offset, tone)):
+        curve = (
+            triple("black", black, 0.0, 65535, float, one=True),
+            triple("gains", gains, 1.0, 1000, float),
+            triple("offset", offset, 0, 255, operator.index, least=-255),
+            tone_curve(tone, "linear"),
+        )
     image = source_image(source, source_type, size, line_size)
-    if lines is not None and out is None:
-        raise ValueError(f"lines: {shown(lines)} is given without out, which keeps the other lines; allowed: None")
     halves = 2 if demosaics and demosaic == "half" else 1
-    result = destination_image(out, destination_type, image.width // halves, image.height // halves)
+    result = result_image(out, destination_type, image, halves, lines)
     _native.convert(
         source_type.id,
-        image.array,
-        image.line_size,
+        image.native(),
         destination_type.id,
-        result.array,
-        result.line_size,
-        (image.width, image.height),
-        (result.width, result.height),
+        result.native(),
         flags,
         line_range(lines, image.height),
-        balance,
+        curve,
         full_depth(depth),
     )
     return result.array if out is None else out

@@ -23,6 +23,9 @@ class Image(NamedTuple):
     line_size: int
     """Bytes from one line to the next; 0 for lines without padding."""
 
+    def native(self) -> tuple[np.ndarray, int, tuple[int, int]]:
+        return self.array, self.line_size, (self.width, self.height)
+
 
 def source_image(source: Any, type: PixelType, size: Any, line_size: Optional[int]) -> Image:
     """The image that a source holds, copied only if its pixels lie apart."""
@@ -78,6 +81,13 @@ def destination_image(out: Any, type: PixelType, width: int, height: int) -> Ima
         return Image(array, width, height, 0)
     shape = f"shape {layout.shape(width, height)} of {layout.dtype}, or " if layout else ""
     raise ValueError(f"out: {_described(array)} does not fit; allowed: {shape}one dimension of bytes")
+
+
+def result_image(out: Any, type: PixelType, source: Image, divisor: int, lines: Any) -> Image:
+    """The image that a whole source, or some of its lines, become."""
+    if lines is not None and out is None:
+        raise ValueError(f"lines: {shown(lines)} is given without out, which keeps the other lines; allowed: None")
+    return destination_image(out, type, source.width // divisor, source.height // divisor)
 
 
 def _source_array(source: Any) -> np.ndarray:

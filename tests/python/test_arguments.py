@@ -146,7 +146,7 @@ WRONG = [
     (ValueError, (RGB, "RGB8", "BGR8"), {"gains": (1, 10**400, 1)}, r"gains: \(1, 10{70,80}\.\.\. .*0 to 1000"),
     (ValueError, (RGB, "RGB8", "BGR8"), {"gains": (1, 10**5000, 1)}, "gains: .*digits.*0 to 1000"),
     (TypeError, (RGB, "RGB8", "BGR8"), {"gains": 2}, "gains: 2.*allowed"),
-    (ValueError, (RGB, "RGB8", "BGR8"), {"offset": (1, 256, 1)}, "offset: .*256.*0 to 255"),
+    (ValueError, (RGB, "RGB8", "BGR8"), {"offset": (1, 256, 1)}, "offset: .*256.*-255 to 255"),
     (TypeError, (RGB, "RGB8", "BGR8"), {"offset": (1, 0.5, 1)}, "offset: .*0.5.*whole"),
 ]
 
