@@ -30,7 +30,7 @@ def picture(pictures, name):
 def crops(pictures, scene, text):
     """[(title, whole picture, left, top)]"""
     rows = [(title, picture(pictures, name), left, top) for title, name, left, top in PLACES]
-    return rows + [(title, scene, left, top) for title, _, left, top in CHARTS] + [("Text", text, 20, 20)]
+    return rows + [(title, scene, left, top) for title, _, left, top in CHARTS] + [("Text", text, 12, 10)]
 
 
 def data_address(pixels):
