@@ -32,10 +32,10 @@ def main():
                         "int f(const uint8_t* mosaic, uint8_t* rgb, unsigned width, unsigned height), 0 on success")
     options = parser.parse_args()
 
+    ours, rows = chosen(options)
     packages = os.path.join(BUILD, "photographs")
     photographs.fetch(packages)
     pictures = photographs.photographs(packages)
-    ours, rows = chosen(options)
     results = tables.Results(
         pictures=pictures,
         quality=measures.quality(rows, pictures),
