@@ -29,7 +29,7 @@ double RarityOf(PixelTypeID type, const SampleMap& map) {
   if (!HasName(type)) rarity += 0.01;
   if ((type & kNormalizedFlag) != 0) rarity += 0.01;
   if ((type & kInterlacedFlag) != 0) rarity += 0.04;
-  if (map.planes > 1) rarity += 0.06;
+  if (map.planes > 1) rarity += 0.12;
   if (map.pixels == 1 && map.planes == 1 && map.bytes <= 4 && map.channels.size() == 3 && map.channels[0].bits % 8 != 0)
     rarity += 0.3;
   if (HasTaps(type) || (type & kDualOutputMask) != 0) rarity += 0.35;

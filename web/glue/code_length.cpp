@@ -23,7 +23,7 @@ Plane Read(const FrameSamples& frame, const Channel& channel, const Tile& tile) 
   for (std::size_t y = 0; y < plane.height; ++y) {
     frame.Read(channel, tile.x / channel.step, tile.y + y, plane.width, &plane.samples[y * plane.width]);
   }
-  for (std::int32_t& sample : plane.samples) sample >>= channel.zeros;
+  for (std::int32_t& sample : plane.samples) sample >>= static_cast<int>(channel.zeros);
   return plane;
 }
 
