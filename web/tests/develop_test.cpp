@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
+#include <memory>
 #include <random>
 #include <sstream>
 #include <stdexcept>
@@ -25,8 +27,8 @@ class Frames : public testing::Test {
 
   RawFrame Of(PixelTypeID type, unsigned long flags, std::vector<std::uint8_t> bytes, std::size_t width,
               std::size_t height) {
-    mBytes = std::move(bytes);
-    return {{mBytes.data(), mBytes.size()}, {type, flags, width, height}, 0};
+    mKept.push_back(std::move(bytes));
+    return {{mKept.back().data(), mKept.back().size()}, {type, flags, width, height}, 0};
   }
   // A mosaic RG of 12 bits in words, whose colours are everywhere the same.
   RawFrame Plain(unsigned red, unsigned green, unsigned blue) {
@@ -40,7 +42,7 @@ class Frames : public testing::Test {
   }
 
  private:
-  std::vector<std::uint8_t> mBytes;
+  std::deque<std::vector<std::uint8_t>> mKept;  // what the frames of a test are in
 };
 
 using Pixel = std::vector<std::uint8_t>;
