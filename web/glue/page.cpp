@@ -93,7 +93,7 @@ EMSCRIPTEN_KEEPALIVE void lm_look(unsigned method, double black, double red, dou
   sSettings.tone = {static_cast<LmImagingLib::ToneCurve::Kind>(tone), gamma};
 }
 
-/// Returns the pixels, or null; lm_width and lm_height tell how many.
+/// Returns the pixels, or null; lm_width and lm_height are the size.
 EMSCRIPTEN_KEEPALIVE const std::uint8_t* lm_develop() {
   Text([] {
     sPicture = {};

@@ -35,7 +35,7 @@ void Add(MappedSample& sample, const StoredBit& bit, std::uint32_t byte, unsigne
   sample.pieces[sample.count++] = {byte, static_cast<std::uint8_t>(at), 1, static_cast<std::uint8_t>(bit.bit)};
 }
 
-// Where a sample of one name is found again tells how many pixels share it.
+// Samples of a group are as many as its pixels, or fewer where pixels share them.
 void Sort(const SampleMap& map, Channel& channel) {
   std::sort(channel.samples.begin(), channel.samples.end(),
             [](const MappedSample& a, const MappedSample& b) { return a.pixel < b.pixel; });

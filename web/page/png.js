@@ -1,5 +1,5 @@
-// PNG (ISO/IEC 15948) with all of its bits: the canvas would cut 16 bits to 8. What is not read here (palettes, fewer
-// than 8 bits, interlaced files) is left to the browser.
+// PNG (ISO/IEC 15948) with all of its bits: the canvas would cut 16 bits to 8. The browser reads
+// the other files: palettes, fewer than 8 bits, interlaced ones.
 const PNG_BEGIN = [137, 80, 78, 71, 13, 10, 26, 10];
 
 const isPng = (bytes) => PNG_BEGIN.every((byte, i) => bytes[i] === byte);
