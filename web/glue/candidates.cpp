@@ -22,8 +22,7 @@ bool HasName(PixelTypeID type) {
   return format != nullptr && format->type == type;
 }
 
-// What cameras of today deliver is common; fields, planes, taps, colours that share bytes and bits at the top of a word
-// are rare.
+// Named formats are common. Fields, planes, taps, colours that share bytes and bits at the top of a word are rare.
 double RarityOf(PixelTypeID type, const SampleMap& map) {
   double rarity = 0.0005 * map.channels[0].bits;
   if (!HasName(type)) rarity += 0.01;

@@ -42,7 +42,7 @@ class Frames : public testing::Test {
   }
 
  private:
-  std::deque<std::vector<std::uint8_t>> mKept;  // what the frames of a test are in
+  std::deque<std::vector<std::uint8_t>> mKept;  // the memory of the frames of a test
 };
 
 using Pixel = std::vector<std::uint8_t>;

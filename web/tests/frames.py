@@ -3,7 +3,7 @@
 import numpy as np
 
 PHOTOS = "/usr/lib/python3/dist-packages/skimage/data"
-CAST = (0.55, 1.0, 0.72)  # what a sensor sees of white
+CAST = (0.55, 1.0, 0.72)  # of a sensor without white balance
 
 
 def linear(rgb):
@@ -13,7 +13,7 @@ def linear(rgb):
 
 
 def counts(light, bits, noise=0.004):
-    """What a sensor counts, with the noise of light."""
+    """The counts of a sensor, with the noise of light."""
     light = light + np.random.default_rng(1).normal(0, noise, light.shape) * np.sqrt(light + 0.01)
     return np.clip(np.round(light * (2**bits - 1)), 0, 2**bits - 1).astype(np.uint32)
 

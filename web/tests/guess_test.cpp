@@ -60,7 +60,7 @@ TEST_F(Guesses, KeepToAKnownSize) {
   }
 }
 
-// Depths that have room for all values cannot be told apart, nor red and blue: the others follow the first.
+// Red and blue are not known from the bytes, so the other orders follow the first.
 TEST_F(Guesses, OfferTheOtherOrdersOfColours) {
   const std::vector<std::uint8_t> bytes = Scene(Format("BayerGB8"), 640, 480);
   const std::vector<Guess> guesses = GuessReadings({bytes.data(), bytes.size()});

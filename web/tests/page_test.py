@@ -134,7 +134,7 @@ class PageTest(unittest.TestCase):
         return samples, self.write("photo.raw", frames.stream(samples, 12))
 
     def test_guesses_photographs(self):
-        """Red and blue cannot be told apart by the bytes; all else can."""
+        """Red and blue may be exchanged, as the bytes do not say which is which; all else is right."""
         same = {"RG": "BG", "BG": "RG", "GR": "GB", "GB": "GR"}
         for name, data in frames.of_photo(self.photo("chelsea.png")).items():
             with self.subTest(name):
@@ -148,7 +148,7 @@ class PageTest(unittest.TestCase):
     def test_balances_white_where_clicked(self):
         gray = np.full((480, 640, 3), 0.4) * frames.CAST
         gray[100:300, 20:200] *= (0.2, 0.9, 0.5)
-        gray[300:, ::7] *= 0.7  # something that tells the width
+        gray[300:, ::7] *= 0.7  # columns that show the width
         samples = frames.counts(frames.mosaic(gray, "RGGB"), 12)
         self.drop(self.write("gray card.raw", frames.stream(samples, 12)))
         self.assertEqual(self.shown(), ("BayerRG12p", "640x480"))
