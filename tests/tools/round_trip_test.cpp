@@ -148,4 +148,18 @@ TEST_F(RoundTrip, WhiteBalanceScalesAndShiftsChannels) {
   EXPECT_EQ(Read("out.raw"), (Bytes{255, 20, 18}));
 }
 
+TEST_F(RoundTrip, OptionsOfYuvWinOverTheNameOfTheType) {
+  RunSilently("synth frame.raw --type YUV422_8 --size 16x8");
+  const auto converted = [&](const std::string& from) {
+    RunSilently("convert frame.raw colors.raw --to RGB8 --size 16x8 --from " + from);
+    return Read("colors.raw");
+  };
+  const Bytes plain = converted("YUV422_8");
+  EXPECT_NE(converted("YCbCr422_8"), plain);
+  EXPECT_NE(converted("YCbCr709_422_8"), plain);
+  EXPECT_EQ(converted("YCbCr422_8 --yuv-range studio"), plain);
+  EXPECT_EQ(converted("YCbCr709_422_8 --yuv-matrix bt601"), plain);
+  EXPECT_EQ(converted("YUV422_8 --yuv-range full"), converted("YCbCr422_8"));
+}
+
 }  // namespace

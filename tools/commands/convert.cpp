@@ -107,11 +107,12 @@ void AddConvertCommand(CLI::App& app) {
           "How a camera's frames become pictures, as JSON: black, gains, matrix, tone (srgb where it is left out), "
           "demosaic, defects and depth. Options that are given too win over the file")
       ->type_name("FILE");
-  AddTypeOption(
-      *command, "--from", options->from, &options->mosaic,
-      "Type of raw frames, which need it: an id, a name, a class name, or what a camera calls it, by PFNC name "
-      "or code. Pictures are Grayscale8 or BGR24 (0x420006), those of 16 bits Grayscale16 or BGR48 (0x20A40)",
-      &options->flags);
+  AddTypeOption(*command, "--from", options->from, &options->mosaic,
+                "Type of raw frames, which need it: an id, a name, a class name, or the name that a camera has for it: "
+                "a PFNC name "
+                "or code, or a V4L2 fourcc. Pictures are Grayscale8 or BGR24 (0x420006), those of 16 bits Grayscale16 "
+                "or BGR48 (0x20A40)",
+                &options->named);
   AddTypeOption(
       *command, "--to", options->to, &options->mosaic,
       "Type to convert to. A picture shows colour types in colour, gray types and mosaics in gray (default for "

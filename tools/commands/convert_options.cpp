@@ -168,6 +168,8 @@ void CheckArguments(const ConvertArguments& arguments, const std::vector<FilePai
 
 unsigned long FlagsOf(const ConvertArguments& arguments) {
   unsigned long flags = arguments.flags | arguments.mosaic.Flag();
+  if (!arguments.Given("--yuv-range")) flags |= arguments.named & ConversionFlags::kFullRange;
+  if (!arguments.Given("--yuv-matrix")) flags |= arguments.named & ConversionFlags::kBT709;
   if (!Demosaics(arguments)) return flags;
   if (!arguments.Given("--demosaic")) flags |= arguments.method.value_or(ConversionFlags::kAdaptive);
   if (!arguments.Given("--filter-order")) flags |= ConversionFlags::kFilterFirst;

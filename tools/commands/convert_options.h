@@ -22,6 +22,7 @@ struct ConvertArguments {
   std::optional<FrameRange> frames;
   MosaicLayout mosaic;
   unsigned long flags = 0;
+  unsigned long named = 0;  // range and matrix of YUV, by the name of the source's type
   ColorArguments colors;
   std::optional<unsigned long> method;  ///< of demosaicing, as --development says
   LmImagingLib::ConversionDepth depth = LmImagingLib::ConversionDepth::kFull;
