@@ -35,6 +35,9 @@ struct ImageView {
   unsigned long width = 0;   ///< pixels
   unsigned long height = 0;  ///< lines
   std::size_t lineSize = 0;  ///< bytes from line to line
+
+  /// The same image to read, so that the result of a conversion is the source of the next one.
+  operator ConstImageView() const { return {type, data, size, width, height, lineSize}; }
 };
 
 /// The bits that destinations of more than 8 bits a sample receive.

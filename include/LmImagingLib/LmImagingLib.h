@@ -5,6 +5,7 @@
 #include "LmImagingLib/Development.h"
 #include "LmImagingLib/Extended.h"
 #include "LmImagingLib/Image.h"
+#include "LmImagingLib/ImageViews.h"
 #include "LmImagingLib/PFNC.h"
 #include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelType.h"
