@@ -23,6 +23,7 @@
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/LmImagingLib.h"
 #include "LmImagingLib/PFNC.h"
+#include "camera_names.h"
 #include "error.h"
 #include "named_type.h"
 #include "pixel_type_names.h"
@@ -265,6 +266,9 @@ PYBIND11_MODULE(_native, module) {
   module.def("find_name", &FindName);
   module.def("converter_ids", &ConverterIDs);
   module.def("has_converter", &PixelTypeFactory::HasConverter);
+  module.def("destinations", [](const PixelTypeID& from) {
+    return LmTool::DestinationsInWords(from, "lmimaging.converters(" + LmTool::HexID(from) + ")");
+  });
   module.def("required_size", [](const PixelTypeID& type, unsigned long width, unsigned long height) {
     return RequiredSize(type, width, height);
   });

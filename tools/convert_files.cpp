@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "LmImagingLib/PixelTypeFactory.h"
+#include "camera_names.h"
 #include "encode/layout.h"
 #include "error.h"
 #include "picture_file.h"
@@ -49,8 +50,8 @@ class Output {
     const bool isGray = mPicture && IsGrayOnly(*mPicture);
     const PixelTypeID to = mConversion.to.value_or(isGray ? kGray : PictureTypeOf(frame.type));
     if (!PixelTypeFactory::HasConverter(frame.type, to)) {
-      throw ToolError("--to", "there is no converter from " + Label(frame.type) + " to " + Label(to) +
-                                  "; allowed: " + ReachedFrom(frame.type));
+      throw ToolError("--to", "there is no converter from " + Label(frame.type) + " to " + Label(to) + "; allowed: " +
+                                  DestinationsInWords(frame.type, "lmimaging converters --from " + HexID(frame.type)));
     }
     if (!mColors) mColors.emplace(mConversion.colors, mConversion.depth, frame, mFiles.source.string());
     const Treatment treatment = mColors->AsTreatment();
@@ -113,15 +114,6 @@ std::size_t CountFrames(const fs::path& source, const Conversion& conversion) {
   } catch (const ToolError&) {  // told when it is this file's turn
     return 0;
   }
-}
-
-std::string ReachedFrom(const PixelTypeID& from) {
-  std::string list;
-  PixelTypeID to = 0;
-  for (unsigned long i = 0; PixelTypeFactory::EnumConverterTo(i, from, to); ++i) {
-    list += (i == 0 ? "" : ", ") + Label(to);
-  }
-  return list;
 }
 
 }  // namespace LmTool

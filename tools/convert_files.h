@@ -35,7 +35,4 @@ void ConvertFile(const FilePair& files, const Conversion& conversion, Progress& 
 /// The frames that `ConvertFile` would convert, for showing progress; 0 if that cannot be told.
 std::size_t CountFrames(const std::filesystem::path& source, const Conversion& conversion);
 
-/// The types that a type has converters to, told to a person.
-std::string ReachedFrom(const LmImagingLib::PixelTypeID& from);
-
 }  // namespace LmTool

@@ -24,7 +24,7 @@ std::string LossInWords(const KeptBits& bits) {
 
 BitProbe::BitProbe(const PixelTypeID& from) : mFrom(from), mLayout(BitsOf(from)), mUnchanged(Frame(kNone, 0)) {
   for (const char sample : {'p', 'R', 'G', 'B', 'Y'}) {
-    const unsigned bits = BitsOfSample(sample);
+    const unsigned bits = BitsOfSample(mLayout, sample);
     if (bits == 0) continue;
     mChannels.push_back({sample, bits});
     AddChannel(mChannels.back());
@@ -49,18 +49,6 @@ KeptBits BitProbe::To(const PixelTypeID& to) const {
   return least;
 }
 
-unsigned BitProbe::BitsOfSample(char sample) const {
-  unsigned bits = 0;
-  for (const auto& plane : mLayout.planes) {
-    for (const LayoutBits::Byte& byte : plane) {
-      for (const StoredBit& bit : byte) {
-        if (bit.sample == sample) bits = std::max(bits, bit.bit + 1);
-      }
-    }
-  }
-  return bits;
-}
-
 void BitProbe::AddChannel(const Channel& channel) {
   for (unsigned bit = 0; bit < channel.bits; ++bit) mFlipped[channel.sample].push_back(Frame(channel.sample, bit));
 }
@@ -80,7 +68,7 @@ RawFrame BitProbe::Frame(char flippedSample, unsigned flippedBit) const {
     const bool isChroma = bit.sample == 'U' || bit.sample == 'V';
     const bool isFlipped =
         (bit.sample == flippedSample || (flippedSample == kAll && !isChroma)) && bit.bit == flippedBit;
-    return isFlipped != (bit.bit + (isChroma ? 1 : 2) == BitsOfSample(bit.sample));
+    return isFlipped != (bit.bit + (isChroma ? 1 : 2) == BitsOfSample(mLayout, bit.sample));
   };
   RawFrame frame{mFrom, kSize, IsMosaic(mFrom) ? ConversionFlags::kBayerRG : ConversionFlags::kNone,
                  Bytes(RequiredSize(mFrom, kSize.width, kSize.height).value())};

@@ -37,7 +37,6 @@ class BitProbe {
     unsigned bits;
   };
 
-  unsigned BitsOfSample(char sample) const;
   RawFrame Frame(char flippedSample, unsigned flippedBit) const;
   void AddChannel(const Channel& channel);
   KeptBits Kept(const LmImagingLib::PixelTypeID& to, const Channel& channel) const;

@@ -9,6 +9,7 @@
 
 #include "LmImagingLib/PFNC.h"
 #include "LmImagingLib/PixelTypeFactory.h"
+#include "v4l2_formats.h"
 
 namespace LmTool {
 
@@ -87,17 +88,30 @@ std::size_t EditDistance(const std::string& a, const std::string& b) {
   return row.back();
 }
 
-// What one may have meant: PFNC names, and those of types whose colours they say. The name of a mosaic's type would
-// leave its layout to be guessed.
+struct Suggestion {
+  std::size_t distance;
+  std::string name;
+};
+
+// Names of cameras, and those of types whose colours they say: the name of a mosaic's type would leave its layout to be
+// guessed. Names of cameras, which come first, win over others as close.
 std::vector<std::string> NamesToSuggest() {
   std::vector<std::string> names;
   for (std::size_t i = 0; const auto* const format = LmImagingLib::EnumPFNC(i); ++i) names.emplace_back(format->name);
+  for (const V4L2Format& format : kV4L2Formats) names.emplace_back(format.fourcc);
   for (const PixelTypeID id : RegisteredTypes()) {
     if (PixelTypeFactory::FindPixelType(id)->IsBayerPattern()) continue;
     names.push_back(ClassName(id));
     names.emplace_back(PixelTypeFactory::GetPixelTypeName(id));
   }
   return names;
+}
+
+// The edits between two names; one for a name that goes on where the text ends.
+std::size_t Distance(const std::string& text, const std::string& name) {
+  constexpr std::size_t kLeastBeginning = 3;
+  const bool begins = text.size() >= kLeastBeginning && name.compare(0, text.size(), text) == 0;
+  return begins ? 1 : EditDistance(text, name);
 }
 
 }  // namespace
@@ -152,20 +166,20 @@ std::vector<PixelTypeID> TypesNamed(const std::string& text) {
 std::string ClosestNames(const std::string& text) {
   constexpr std::size_t kMost = 3;
   const std::string wanted = Lower(text);
-  const std::size_t farthest = std::max<std::size_t>(2, wanted.size() / 2);
-  std::vector<std::pair<std::size_t, std::string>> names;
+  const std::size_t farthest = std::max<std::size_t>(1, wanted.size() / 3);
+  std::vector<Suggestion> suggestions;
   for (const std::string& name : NamesToSuggest()) {
-    const auto [shorter, longer] = std::minmax({wanted.size(), name.size()});
-    if (longer - shorter > farthest) continue;  // an edit changes the length by one at most
-    const std::size_t distance = EditDistance(wanted, Lower(name));
-    const auto isIt = [&](const auto& other) { return other.second == name; };
-    if (distance <= farthest && std::none_of(names.begin(), names.end(), isIt)) names.emplace_back(distance, name);
+    const std::size_t distance = Distance(wanted, Lower(name));
+    const auto isIt = [&](const Suggestion& other) { return other.name == name; };
+    if (distance <= farthest && std::none_of(suggestions.begin(), suggestions.end(), isIt)) {
+      suggestions.push_back({distance, name});
+    }
   }
-  // PFNC names, which come first, stay before others as close.
-  std::stable_sort(names.begin(), names.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::stable_sort(suggestions.begin(), suggestions.end(),
+                   [](const Suggestion& a, const Suggestion& b) { return a.distance < b.distance; });
   std::string list;
-  for (std::size_t i = 0; i < std::min(names.size(), kMost); ++i)
-    list += (i == 0 ? "'" : ", '") + names[i].second + "'";
+  for (std::size_t i = 0; i < std::min(suggestions.size(), kMost); ++i)
+    list += (i == 0 ? "'" : ", '") + suggestions[i].name + "'";
   return list;
 }
 

@@ -4,11 +4,13 @@
 
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeFactory.h"
+#include "camera_names.h"
 #include "encode/layout.h"
 #include "encode/layout_bits.h"
 #include "layout_drawing.h"
 #include "named_type.h"
 #include "pixel_type_names.h"
+#include "type_facts.h"
 
 namespace LmTool {
 
@@ -47,6 +49,7 @@ nlohmann::ordered_json CameraNamesOf(const PixelTypeID& id) {
 nlohmann::ordered_json DescribeType(const PixelTypeID& id) {
   const PixelType& type = *PixelTypeFactory::FindPixelType(id);
   const LayoutBits layout = BitsOf(id);
+  const TypeFacts facts = FactsOf(id);
   return {{"id", id},
           {"hex", HexID(id)},
           {"name", PixelTypeFactory::GetPixelTypeName(id)},
@@ -59,6 +62,10 @@ nlohmann::ordered_json DescribeType(const PixelTypeID& id) {
           {"interlaced", (id & kInterlacedFlag) != 0},
           {"packed", (id & kPackedFlag) != 0},
           {"planar", (id & kPlanarFlag) != 0},
+          {"v4l2", FourccsOf(id)},
+          {"sample_bits", facts.sampleBits},
+          {"pixel_bytes", facts.pixelBytes},
+          {"note", facts.note},
           {"layout", LayoutInWords(id)},
           {"group", layout.pixels},
           {"memory", MemoryOf(layout)},

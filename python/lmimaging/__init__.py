@@ -11,8 +11,8 @@
 what there is to convert. `Development` makes pictures of raw frames, with white balance, colours and tone.
 
 A pixel type is named by a `PixelType`, an id (0x20011), a registered name ("Bayer RGB10-bits"), a class name
-("BayerRGB10"), or the name or code of the GenICam Pixel Format Naming Convention ("BayerRG10", 0x0110000D), which is
-what a camera's PixelFormat feature holds. Where a camera's name and a class share one ("RGB16"), the camera's wins:
+("BayerRGB10"), the name or code of the GenICam Pixel Format Naming Convention ("BayerRG10", 0x0110000D), which is the
+value of a camera's PixelFormat feature, or a V4L2 fourcc ("RG10", "pRAA"). Names are found in any case. Where a camera's name and a class share one ("RGB16"), the camera's wins:
 "RGB16" is 3 x 16 bits (0x20004); the 5-6-5 type is "RGB565", its registered name, or its id.
 """
 

@@ -6,7 +6,7 @@ from typing import Optional
 
 from . import _native
 from .arguments import choice_for, layout_flag
-from .pixel_types import PixelType, TypeLike, converters, resolve
+from .pixel_types import PixelType, TypeLike, resolve
 
 _YUV_RANGES = {"studio": 0, "full": _native.FULL_RANGE}
 _YUV_MATRICES = {"bt601": 0, "bt709": _native.BT709}
@@ -18,8 +18,8 @@ def resolve_pair(from_: TypeLike, to: TypeLike) -> tuple[PixelType, PixelType]:
     source, _, _ = resolve("from_", from_)
     destination, _, _ = resolve("to", to)
     if not _native.has_converter(source.id, destination.id):
-        reached = ", ".join(str(type) for _, type in converters(source))
-        raise ValueError(f"to: {source} does not convert to {destination}; allowed: {reached}")
+        allowed = _native.destinations(source.id)
+        raise ValueError(f"to: {source} does not convert to {destination}; allowed: {allowed}")
     return source, destination
 
 

@@ -39,7 +39,7 @@ class PixelType(NamedTuple):
 TypeLike = Union[PixelType, SupportsIndex, str]
 """What names a pixel type; see the module's own documentation."""
 
-_ALLOWED = "allowed: a PixelType, an id, a name or a PFNC code"
+_ALLOWED = "allowed: a PixelType, an id, a name, a PFNC code or a V4L2 fourcc"
 
 
 def resolve(argument: str, wanted: TypeLike) -> tuple[PixelType, Optional[str], int]:

@@ -41,7 +41,8 @@ const BadCommand kBadCommands[] = {
     {"convert . out.bmp --from BayerRG8 --size 1x1", {"SOURCE", "'.'", "directory"}},
 
     {"convert frame.raw out.raw --from BayerRG10 --size 640x480", {"--to"}},
-    {"convert frame.raw out.raw --from BayerRG10 --to YUV8 --size 640x480", {"--to", "0x40001", "0x420006", "0x20010"}},
+    {"convert frame.raw out.raw --from BayerRG10 --to YUV8 --size 640x480",
+     {"--to", "0x40001", "0x420006", "more that `lmimaging converters --from 0x20011` lists"}},
     {"convert frame.raw out.bmp --from BayerRG10 --to YUV10 --size 640x480", {"--to", "0x40002", "0x10001"}},
     {"convert frame.raw out.pgm --from BayerRG10 --to RGB8 --size 640x480", {"DESTINATION", "0x420002", ".ppm"}},
     {"convert frame.raw out.jpg --from BayerRG10 --to RGB8 --size 640x480", {"DESTINATION", "'out.jpg'", ".png, .tif"}},

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <sstream>
 #include <string>
 
 #include "tools/tool.h"
@@ -13,10 +14,10 @@ using nlohmann::json;
 // docs/formats.md pins the layouts and the names of all types; here is the rest that is said of them.
 TEST_F(Lists, TypesAreToldToPeopleAndPrograms) {
   const json types = json::parse(Run("types --json").output);
-  const std::string table = Run("types").output;
+  const std::string table = Run("types --all").output;
   for (const json& type : types) {
     EXPECT_EQ(type["class"].get<std::string>().empty(), (type["id"].get<int>() & 0x0800) != 0) << type["name"];
-    EXPECT_NE(table.find(type["name"].get<std::string>()), std::string::npos) << type["name"];
+    EXPECT_NE(table.find('\n' + type["hex"].get<std::string>() + ' '), std::string::npos) << type["hex"];
     json flags = json::array();
     for (const char* const flag : {"normalized", "interlaced", "packed", "planar"}) flags.push_back(type[flag]);
     const int id = type["id"];
@@ -33,6 +34,32 @@ TEST_F(Lists, TypesAreToldToPeopleAndPrograms) {
   EXPECT_EQ((*packed)["memory"], json::parse(R"([[["p0.7", "p0.6", "p0.5", "p0.4", "p0.3", "p0.2", "p0.1", "p0.0"],
                              ["p1.3", "p1.2", "p1.1", "p1.0", "", "", "p0.9", "p0.8"],
                              ["", "", "p1.9", "p1.8", "p1.7", "p1.6", "p1.5", "p1.4"]]])"));
+}
+
+TEST_F(Lists, FitATerminalAndFoldVariants) {
+  for (const char* const command :
+       {"types", "types --all", "converters --from BayerRG12p", "converters --to 0x20A40",
+        "converters --from 0x8610003 --all", "info BGR10V2Packed", "info YUV411_8_UYYVYY"}) {
+    std::istringstream lines(Run(command).output);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << command << ": " << line;
+  }
+  const std::string types = Run("types").output;
+  EXPECT_NE(types.find("\n0x10001        8     1  Grayscale8-bits +6           Mono8\n"), std::string::npos) << types;
+  EXPECT_NE(types.find("\n0x20020       16     2  Bayer RGB14-bits             BayerGR16 (RG, GB, BG)\n"),
+            std::string::npos);
+  EXPECT_NE(types.find("99 types are left out"), std::string::npos);
+  EXPECT_EQ(types.find("\n0x210001 "), std::string::npos);  // Grayscale8, interlaced
+  EXPECT_NE(Run("converters --to RGB8").output.find("\n  0x10002    Grayscale10-bits +11    Mono10   "),
+            std::string::npos);
+}
+
+TEST_F(Lists, InfoSaysHowTypesWithOddNamesAre) {
+  EXPECT_NE(Run("info BGR32").output.find("the first byte is blue"), std::string::npos);
+  const std::string mosaic = Run("info BayerRG16").output;
+  EXPECT_NE(mosaic.find("a sample        16 bits"), std::string::npos) << mosaic;
+  EXPECT_NE(mosaic.find("registered as   14 bits, 2 bytes"), std::string::npos) << mosaic;
+  EXPECT_NE(Run("info Mono10p").output.find("a pixel         1.25 bytes"), std::string::npos);
+  EXPECT_NE(Run("info RGGB").output.find("V4L2            BA81, GBRG, GRBG, RGGB"), std::string::npos);
 }
 
 TEST_F(Lists, InfoNamesWhatATypeReaches) {
@@ -131,6 +158,9 @@ TEST_F(Lists, GalleryShowsEveryTypeAndNothingElseIsNeeded) {
   EXPECT_EQ(count("<dd>exact</dd>"), static_cast<std::size_t>(exact));
   EXPECT_EQ(count("src=\"data:image/png;base64,iVBOR"), types.size() + 2);  // and the scene in colour and gray
   EXPECT_EQ(count("src="), types.size() + 2);
+  EXPECT_EQ(count("<details>"), 25U) << "types with variants";
+  EXPECT_EQ(count("data-names=\"pBAA pGAA pgAA pRAA\""), 1U);
+  EXPECT_EQ(count("BayerRG10p"), 2U) << "the placeholder of the search, and the names of a card";
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ using namespace LmImagingLib;
 
 namespace {
 
-struct Conversion {
+struct BenchPair {
   const char* name;
   PixelTypeID from, to;
   unsigned long flags;
@@ -32,7 +32,7 @@ struct Conversion {
 constexpr unsigned long kBlock = ConversionFlags::kBayerRG;
 constexpr unsigned long kBilinear = ConversionFlags::kBayerRG | ConversionFlags::kBilinear;
 
-constexpr Conversion kConversions[] = {
+constexpr BenchPair kBenchPairs[] = {
     {"Grayscale8 to RGB24", 0x10001, 0x420002, 0, false},
     {"Grayscale12, packed, to RGB24", 0x410003, 0x420002, 0, false},
     {"RGB24 to BGR24", 0x420002, 0x420006, 0, false},
@@ -77,7 +77,7 @@ Bytes Noise(std::size_t bytes) {
   return noise;
 }
 
-void Measure(const Conversion& conversion, const ImageSize& size) {
+void Measure(const BenchPair& conversion, const ImageSize& size) {
   const PixelConverter& converter = *PixelTypeFactory::FindConverter(conversion.from, conversion.to);
   const std::size_t read = SourceLayout(conversion.from, size).Bytes();
   const std::size_t written = DestinationLayout(converter, size).Bytes();
@@ -115,7 +115,7 @@ void Run(const ImageSize& size) {
             << ", one thread; the copy moves as many bytes as the conversion reads and writes\n\n"
             << std::left << std::setw(43) << "conversion" << std::right << std::setw(9) << "ns/pixel" << std::setw(9)
             << "GB/s" << std::setw(15) << "copy ns/pixel" << std::setw(13) << "ours / copy" << '\n';
-  for (const Conversion& conversion : kConversions) Measure(conversion, size);
+  for (const BenchPair& conversion : kBenchPairs) Measure(conversion, size);
 }
 
 }  // namespace

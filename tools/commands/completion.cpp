@@ -12,6 +12,7 @@
 #include "error.h"
 #include "named_type.h"
 #include "pixel_type_names.h"
+#include "text_columns.h"
 
 namespace LmTool {
 
@@ -30,12 +31,6 @@ std::string TypeWords() {
     } catch (const ToolError&) {  // a name with two meanings
     }
   }
-  return text;
-}
-
-std::string Joined(const std::vector<std::string>& words, const char* separator) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : separator) + word;
   return text;
 }
 

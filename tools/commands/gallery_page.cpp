@@ -8,45 +8,20 @@
 
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeFactory.h"
+#include "camera_names.h"
+#include "commands/gallery_template.h"
+#include "named_type.h"
 #include "pixel_type_names.h"
 #include "png_image.h"
+#include "text_columns.h"
+#include "type_facts.h"
+#include "type_variants.h"
 
 namespace LmTool {
 
 using namespace LmImagingLib;
 
 namespace {
-
-constexpr const char* kHead = R"(<!DOCTYPE html>
-<html lang="en">
-<head>
-<meta charset="utf-8">
-<meta name="viewport" content="width=device-width, initial-scale=1">
-<title>Pixel types</title>
-<style>
-:root { color-scheme: light dark; --page: #f6f6f4; --card: #fff; --text: #1d1d1b; --soft: #66665f; --line: #deded8; }
-@media (prefers-color-scheme: dark) {
-  :root { --page: #161615; --card: #21211f; --text: #ecece8; --soft: #a2a29a; --line: #383834; }
-}
-body { margin: 0 auto; max-width: 1340px; padding: 24px; background: var(--page); color: var(--text);
-       font: 14px/1.45 system-ui, sans-serif; }
-h1 { font-size: 26px; margin: 0 0 8px; }
-h2 { font-size: 19px; margin: 36px 0 4px; }
-p { max-width: 76ch; margin: 0 0 12px; color: var(--soft); }
-nav a { margin-right: 16px; color: inherit; }
-.cells { display: grid; grid-template-columns: repeat(auto-fill, minmax(240px, 1fr)); gap: 14px; margin-top: 14px; }
-figure { margin: 0; background: var(--card); border: 1px solid var(--line); border-radius: 6px; overflow: hidden; }
-img { display: block; width: 100%; height: auto; image-rendering: auto; }
-figcaption { padding: 8px 10px 10px; }
-h3 { font-size: 14px; margin: 0; overflow-wrap: anywhere; }
-code { font-size: 12px; color: var(--soft); }
-dl { display: grid; grid-template-columns: 44px 1fr; gap: 1px 8px; margin: 6px 0 0; font-size: 12.5px; }
-dt { color: var(--soft); }
-dd { margin: 0; }
-</style>
-</head>
-<body>
-)";
 
 struct Family {
   const char* anchor;
@@ -104,14 +79,49 @@ std::string PsnrText(double psnr) {
   return text.str();
 }
 
-void PutCell(std::ostream& html, const GalleryCell& cell) {
-  const std::string name = PixelTypeFactory::GetPixelTypeName(cell.type);
-  html << "<figure>\n"
-       << Image(cell.picture, name) << "<figcaption><h3>" << name << "</h3>\n<code>" << HexID(cell.type) << " "
-       << ClassName(cell.type) << "</code>\n<dl><dt>PSNR</dt><dd>" << PsnrText(cell.psnr) << "</dd><dt>Layout</dt><dd>"
-       << cell.layout << "</dd><dt>Buffer</dt><dd>" << Grouped(cell.bufferBytes) << " bytes";
+void PutFigures(std::ostream& html, const GalleryCell& cell) {
+  html << "<dl><dt>PSNR</dt><dd>" << PsnrText(cell.psnr) << "</dd><dt>Layout</dt><dd>" << cell.layout
+       << "</dd><dt>Buffer</dt><dd>" << Grouped(cell.bufferBytes) << " bytes";
   if (cell.frameBytes != cell.bufferBytes) html << ", pixels take " << Grouped(cell.frameBytes);
-  html << "</dd></dl></figcaption>\n</figure>\n";
+  html << "</dd></dl>";
+}
+
+std::string Identity(const GalleryCell& cell) { return HexID(cell.type) + " " + ClassName(cell.type); }
+
+// All names that cameras have for a type, for the search; the card shortens those of mosaics.
+std::string AllNames(const PixelTypeID& type) {
+  std::vector<std::string> names = FourccsOf(type);
+  for (const PFNCFormat* const format : FormatsOf(type)) names.emplace_back(format->name);
+  return Joined(names, " ");
+}
+
+// A card with the names that cameras have for the type, its registered name, and its variants folded below.
+void PutCard(std::ostream& html, const GalleryCell& cell, const std::vector<const GalleryCell*>& variants) {
+  const std::string name = PixelTypeFactory::GetPixelTypeName(cell.type);
+  const std::string cameras = CameraNames(cell.type);
+  const std::string note = FactsOf(cell.type).note;
+  html << "<figure>\n"
+       << Image(cell.picture, name) << "<figcaption>\n<div data-names=\"" << AllNames(cell.type) << "\"><h3>"
+       << (cameras.empty() ? name : cameras) << "</h3>\n";
+  if (!cameras.empty() && cameras != name) html << "<h4>" << name << "</h4>\n";
+  html << "<code>" << Identity(cell) << "</code>\n";
+  PutFigures(html, cell);
+  if (!note.empty()) html << "\n<p>Note: " << note << ".</p>";
+  html << "</div>\n";
+  if (!variants.empty()) {
+    html << "<details><summary>" << variants.size() << (variants.size() == 1 ? " variant" : " variants")
+         << "</summary><div class=\"cells\">\n";
+    for (const GalleryCell* const variant : variants) {
+      const std::string variantName = PixelTypeFactory::GetPixelTypeName(variant->type);
+      html << "<figure>\n"
+           << Image(variant->picture, variantName) << "<figcaption><h4>" << variantName << "</h4>\n<code>"
+           << Identity(*variant) << "</code>\n";
+      PutFigures(html, *variant);
+      html << "</figcaption>\n</figure>\n";
+    }
+    html << "</div></details>\n";
+  }
+  html << "</figcaption>\n</figure>\n";
 }
 
 void PutIntroduction(std::ostream& html, std::size_t count, const Picture& colorScene, const Picture& grayScene) {
@@ -121,35 +131,43 @@ void PutIntroduction(std::ostream& html, std::size_t count, const Picture& color
           "closer, and exact if not a byte differs. Buffer is what an application allocates for such an image.</p>\n"
        << "<nav>";
   for (const Family& family : kFamilies) html << "<a href=\"#" << family.anchor << "\">" << family.title << "</a>";
-  html << "</nav>\n<div class=\"cells\">\n<figure>" << Image(colorScene, "the scene in colour")
-       << "<figcaption><h3>The scene</h3></figcaption></figure>\n<figure>" << Image(grayScene, "the scene in gray")
+  html << "<input type=\"search\" id=\"search\" placeholder=\"Search, such as BayerRG10p, 0x20011 or planar\" "
+          "aria-label=\"Search\"> <span id=\"found\"></span></nav>\n<div class=\"cells\">\n<figure>"
+       << Image(colorScene, "the scene in colour") << "<figcaption><h3>The scene</h3></figcaption></figure>\n<figure>"
+       << Image(grayScene, "the scene in gray")
        << "<figcaption><h3>The scene in gray</h3></figcaption></figure>\n</div>\n";
 }
 
 }  // namespace
 
 std::string GalleryPage(const std::vector<GalleryCell>& cells, const Picture& colorScene, const Picture& grayScene) {
-  // A format beside its variants.
-  std::vector<const GalleryCell*> sorted;
-  sorted.reserve(cells.size());
-  for (const GalleryCell& cell : cells) sorted.push_back(&cell);
-  const auto key = [](const GalleryCell* cell) {
-    return std::make_tuple(cell->type & (kColorSpaceMask | kFormatNumberMask), cell->type);
+  std::vector<PixelTypeID> types;
+  types.reserve(cells.size());
+  for (const GalleryCell& cell : cells) types.push_back(cell.type);
+  // A format beside its packed and planar relatives.
+  const auto key = [](const PixelTypeID& type) {
+    return std::make_tuple(type & (kColorSpaceMask | kFormatNumberMask), type);
   };
-  std::sort(sorted.begin(), sorted.end(), [&](const GalleryCell* a, const GalleryCell* b) { return key(a) < key(b); });
+  std::sort(types.begin(), types.end(), [&](const PixelTypeID& a, const PixelTypeID& b) { return key(a) < key(b); });
+  const auto cellOf = [&](const PixelTypeID& type) {
+    return &*std::find_if(cells.begin(), cells.end(), [&](const GalleryCell& cell) { return cell.type == type; });
+  };
 
   std::ostringstream html;
-  html << kHead;
+  html << kGalleryHead;
   PutIntroduction(html, cells.size(), colorScene, grayScene);
   for (std::size_t family = 0; family < std::size(kFamilies); ++family) {
-    html << "<h2 id=\"" << kFamilies[family].anchor << "\">" << kFamilies[family].title << "</h2>\n<p>"
+    html << "<section>\n<h2 id=\"" << kFamilies[family].anchor << "\">" << kFamilies[family].title << "</h2>\n<p>"
          << kFamilies[family].text << "</p>\n<div class=\"cells\">\n";
-    for (const GalleryCell* cell : sorted) {
-      if (FamilyOf(cell->type) == family) PutCell(html, *cell);
+    for (const TypeWithVariants& row : Folded(types)) {
+      if (FamilyOf(row.type) != family) continue;
+      std::vector<const GalleryCell*> variants;
+      for (const PixelTypeID& variant : row.variants) variants.push_back(cellOf(variant));
+      PutCard(html, *cellOf(row.type), variants);
     }
-    html << "</div>\n";
+    html << "</div>\n</section>\n";
   }
-  html << "</body>\n</html>\n";
+  html << kGalleryScript << "</body>\n</html>\n";
   return html.str();
 }
 

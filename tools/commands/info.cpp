@@ -9,12 +9,16 @@
 
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeFactory.h"
+#include "camera_names.h"
 #include "commands/commands.h"
+#include "commands/type_rows.h"
 #include "encode/layout.h"
 #include "kept_bits.h"
 #include "layout_drawing.h"
 #include "options.h"
 #include "pixel_type_names.h"
+#include "text_columns.h"
+#include "type_facts.h"
 #include "type_report.h"
 
 namespace LmTool {
@@ -23,9 +27,10 @@ using namespace LmImagingLib;
 
 namespace {
 
-struct Options {
+struct InfoOptions {
   PixelTypeID type = 0;
   bool json = false;
+  bool all = false;
 };
 
 using Enumerate = bool (*)(unsigned long index, const PixelTypeID& of, PixelTypeID& found);
@@ -60,25 +65,14 @@ void PrintJson(const PixelTypeID& id) {
   std::cout << type.dump(2) << '\n';
 }
 
-// What is said of each goes behind it.
-template <class Remark>
-void PrintTypes(const char* title, const std::vector<PixelTypeID>& types, const Remark& remark) {
-  std::cout << '\n' << title << '\n';
-  for (const PixelTypeID id : types) {
-    const std::string text = remark(id);
-    std::cout << "  " << std::left << std::setw(12) << HexID(id) << std::setw(33) << ClassName(id)
-              << PixelTypeFactory::GetPixelTypeName(id) << (text.empty() ? "" : ", " + text) << '\n';
-  }
-}
-
-std::string CameraNames(const PixelTypeID& id) {
+std::string NamesWithCodes(const PixelTypeID& id) {
   std::string names;
   for (const PFNCFormat* const format : FormatsOf(id)) {
     std::ostringstream code;
     code << std::hex << std::uppercase << std::setw(8) << std::setfill('0') << format->code;
     names += (names.empty() ? "" : ", ") + std::string(format->name) + " (0x" + code.str() + ")";
   }
-  return names.empty() ? "none" : names;
+  return names;
 }
 
 // The pixels of a line of eight in the order in which they come; empty if that is from left to right.
@@ -90,20 +84,25 @@ std::string Readout(const PixelTypeID& id) {
   return text;
 }
 
-void PrintText(const PixelTypeID& id) {
+void PrintText(const PixelTypeID& id, bool all) {
   const PixelType& type = *PixelTypeFactory::FindPixelType(id);
   const LayoutBits layout = BitsOf(id);
-  const auto row = [](const char* name, const auto& value) {
-    std::cout << std::left << std::setw(16) << name << value << '\n';
+  const TypeFacts facts = FactsOf(id);
+  const auto row = [](const char* name, const std::string& value) {
+    PrintRow(std::cout, {{name, 15}, {value.empty() ? "none" : value, kTerminalColumns - 16}});
   };
   row("id", HexID(id) + " (" + std::to_string(id) + ")");
   row("name", PixelTypeFactory::GetPixelTypeName(id));
+  if (!facts.note.empty()) row("", "(" + facts.note + ")");
   row("class", ClassName(id));
-  row("PFNC", CameraNames(id));
-  row("bits", type.GetPixelBitSize());
-  row("bytes", type.GetPixelByteSize());
-  row("Bayer mosaic", type.IsBayerPattern() ? "yes" : "no");
+  row("PFNC", NamesWithCodes(id));
+  row("V4L2", Joined(FourccsOf(id), ", "));
+  row("a sample", facts.sampleBits + " bits");
+  row("a pixel", PixelBytesInWords(facts.pixelBytes) + " bytes");
   row("layout", LayoutInWords(id));
+  row("Bayer mosaic", type.IsBayerPattern() ? "yes" : "no");
+  row("registered as",
+      std::to_string(type.GetPixelBitSize()) + " bits, " + std::to_string(type.GetPixelByteSize()) + " bytes");
 
   std::cout << "\nIn memory, each byte from its highest to its lowest bit";
   if (layout.pixels > 1) std::cout << ", " << layout.pixels << " pixels together";
@@ -112,29 +111,35 @@ void PrintText(const PixelTypeID& id) {
     std::cout << "\nThe pixels of a line of eight come in the order" << order << ".\n";
   }
   const BitProbe probe(id);
-  PrintTypes("Converts to", DestinationsOf(id), [&](const PixelTypeID& to) { return LossInWords(probe.To(to)); });
-  PrintTypes("Is converted from", SourcesOf(id),
-             [&](const PixelTypeID& from) { return LossInWords(BitProbe(from).To(id)); });
+  std::cout << "\nConverts to\n";
+  std::size_t omitted =
+      PrintTypes(DestinationsOf(id), all, [&](const PixelTypeID& to) { return LossInWords(probe.To(to)); });
+  std::cout << "\nIs converted from\n";
+  omitted +=
+      PrintTypes(SourcesOf(id), all, [&](const PixelTypeID& from) { return LossInWords(BitProbe(from).To(id)); });
+  PrintOmitted(omitted, "types");
 }
 
 }  // namespace
 
 void AddInfoCommand(CLI::App& app) {
   CLI::App* const command = app.add_subcommand("info", "Tell everything about a type, and draw its bits in memory");
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<InfoOptions>();
   AddTypeOption(*command, "TYPE", options->type, nullptr,
-                "An id, a name, a class name, or what a camera calls it, by PFNC name or code")
+                "An id, a name, a class name, or the name that a camera has for it: a PFNC name or code, or a V4L2 "
+                "fourcc")
       ->required();
+  AddAllOption(*command, options->all);
   command->add_flag("--json", options->json, "For programs, as JSON");
   command->footer(
       "In the drawing, R, G, B, Y, U and V are samples of a channel, p is the only sample of a pixel. The number "
       "behind\n"
       "the letter counts the pixels that are stored together; then follow the bits of the sample, 0 for the lowest.\n"
-      "Bits with a dash are not used. `bits` are the significant ones of a pixel, of wide RGB types of a sample; "
-      "`bytes`\n"
-      "are those of a pixel, of packed types nominal. Behind a type to convert to or from are the bits that are kept,\n"
-      "where some are lost.");
-  command->callback([options] { options->json ? PrintJson(options->type) : PrintText(options->type); });
+      "Bits with a dash are not used. Behind a type to convert to or from are the bits of a sample that are kept, "
+      "where\n"
+      "some are lost. A type is registered with bits that are the significant ones of a pixel, of wide RGB types of a\n"
+      "sample, and with bytes that are those of a pixel, of packed types rounded up.");
+  command->callback([options] { options->json ? PrintJson(options->type) : PrintText(options->type, options->all); });
 }
 
 }  // namespace LmTool

@@ -15,7 +15,7 @@ namespace LmTool {
 
 namespace {
 
-struct Options {
+struct SynthOptions {
   std::string destination;
   LmImagingLib::PixelTypeID type = 0x420006;
   CLI::Option* typeOption = nullptr;
@@ -24,7 +24,7 @@ struct Options {
   unsigned long flags = 0;
 };
 
-void Run(const Options& options) {
+void Run(const SynthOptions& options) {
   CheckEnding("DESTINATION", options.destination);
   const std::optional<PictureFormat> picture = PictureFormatOf(options.destination);
   if (!picture && options.typeOption->empty()) {
@@ -49,7 +49,7 @@ void Run(const Options& options) {
 
 void AddSynthCommand(CLI::App& app) {
   CLI::App* const command = app.add_subcommand("synth", "Make a raw frame or a picture of a test scene");
-  const auto options = std::make_shared<Options>();
+  const auto options = std::make_shared<SynthOptions>();
   command
       ->add_option("DESTINATION", options->destination,
                    "The file to write: a picture if its name ends in " + PictureEndings() +

@@ -16,8 +16,7 @@ using namespace LmImagingLib;
 
 namespace {
 
-constexpr std::size_t kWidestGroup = 4;     // pixels that share a chroma pair
-constexpr std::size_t kMostPixelBytes = 8;  // of any layout
+constexpr std::size_t kWidestGroup = 4;  // pixels that share a chroma pair
 
 // The colours of a mosaic's top left 2 x 2 pixels, row by row.
 const char* MosaicOf(unsigned long flags) {

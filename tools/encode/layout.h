@@ -9,6 +9,9 @@
 
 namespace LmTool {
 
+/// Bytes that a pixel of any layout may take.
+constexpr std::size_t kMostPixelBytes = 8;
+
 /// A line to encode, widened to a multiple of four pixels by repeating the last one, so that encoders see whole groups.
 struct Line {
   std::size_t width = 0;               ///< its own pixels, for layouts whose last group may be shorter

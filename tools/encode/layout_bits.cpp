@@ -15,7 +15,6 @@ using namespace LmImagingLib;
 namespace {
 
 constexpr std::size_t kProbed = 8;  // pixels: whole groups of every layout
-constexpr std::size_t kMostPixelBytes = 8;
 
 Line BlackLine(std::size_t chromaPixels) {
   Line line{kProbed, std::vector<Color16>(kProbed), {}, std::vector<std::uint16_t>(kProbed)};
@@ -103,6 +102,18 @@ LayoutBits BitsOf(const PixelTypeID& type) {
   for (std::size_t plane = 0; plane < planes; ++plane) {
     const auto begin = map.begin() + static_cast<std::ptrdiff_t>(plane * frame.lineBytes);
     bits.planes.emplace_back(begin, begin + static_cast<std::ptrdiff_t>(groupBytes));
+  }
+  return bits;
+}
+
+unsigned BitsOfSample(const LayoutBits& layout, char sample) {
+  unsigned bits = 0;
+  for (const auto& plane : layout.planes) {
+    for (const LayoutBits::Byte& byte : plane) {
+      for (const StoredBit& bit : byte) {
+        if (bit.sample == sample) bits = std::max(bits, bit.bit + 1);
+      }
+    }
   }
   return bits;
 }

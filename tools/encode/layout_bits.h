@@ -27,6 +27,9 @@ struct LayoutBits {
 /// Where the bits of a registered type lie, found by encoding one after the other.
 LayoutBits BitsOf(const LmImagingLib::PixelTypeID& type);
 
+/// The bits that a sample has: of 'R', 'Y' and so on; 0 of a sample that the layout lacks.
+unsigned BitsOfSample(const LayoutBits& layout, char sample);
+
 /// Which pixels of a line of eight come first, second and so on: not in their order where a sensor has several taps.
 std::vector<std::size_t> ReadoutOf(const LmImagingLib::PixelTypeID& type);
 

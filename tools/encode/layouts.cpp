@@ -3,14 +3,13 @@
 #include <string>
 
 #include "encode/layout.h"
+#include "type_variants.h"
 
 namespace LmTool {
 
 using namespace LmImagingLib;
 
 namespace {
-
-constexpr PixelTypeID kLineOrderFlags = kNormalizedFlag | kInterlacedFlag | kDualOutputMask;
 
 constexpr const char* kByte = "one byte a pixel";
 constexpr const char* kWord = "one 16-bit word a pixel, low byte first";
@@ -137,7 +136,7 @@ constexpr FlagInWords kFlags[] = {
 
 const Layout& LayoutOf(const PixelTypeID& type) {
   return *std::find_if(std::begin(kLayouts), std::end(kLayouts),
-                       [&](const Layout& layout) { return layout.type == (type & ~kLineOrderFlags); });
+                       [&](const Layout& layout) { return layout.type == (type & ~kVariantFlags); });
 }
 
 std::string LayoutInWords(const PixelTypeID& type) {

@@ -62,7 +62,7 @@ BestLuma FindLuma(const Factors& by, const Color8& color, const Color8& chroma) 
   return best;
 }
 
-std::uint16_t Sample(int of8Bits) { return static_cast<std::uint16_t>(of8Bits << 8); }
+std::uint16_t SampleOf(int of8Bits) { return static_cast<std::uint16_t>(of8Bits << 8); }
 
 }  // namespace
 
@@ -93,11 +93,11 @@ YuvGroup NearestYuv(const Color16* pixels, std::size_t count, unsigned long flag
   for (int u = std::max(0, centerU - 1); u <= std::min(255, centerU + 1); ++u) {
     for (int v = std::max(0, centerV - 1); v <= std::min(255, centerV + 1); ++v) {
       const Color8 chroma = ChromaOf(by, u, v);
-      YuvGroup group{{}, Sample(u), Sample(v)};
+      YuvGroup group{{}, SampleOf(u), SampleOf(v)};
       long error = 0;
       for (std::size_t i = 0; i < count; ++i) {
         const BestLuma found = FindLuma(by, colors[i], chroma);
-        group.luma[i] = Sample(found.y);
+        group.luma[i] = SampleOf(found.y);
         error += found.error;
       }
       if (error < bestError) {
