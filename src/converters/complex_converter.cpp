@@ -28,8 +28,6 @@ unsigned long CombinedStep(unsigned long a, unsigned long b) {
   return divides ? larger : a * b;
 }
 
-constexpr std::uint32_t U32(unsigned long value) { return static_cast<std::uint32_t>(value); }
-
 }  // namespace
 
 /// A scratch buffer of at least `needed` bytes for one call: the converter's own, or, where another thread is using

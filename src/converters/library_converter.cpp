@@ -50,12 +50,6 @@ Frame LibraryConverter::HandedLines(const void* source, void* destination, unsig
   return frame;
 }
 
-namespace {
-
-constexpr std::uint32_t U32(unsigned long value) { return static_cast<std::uint32_t>(value); }
-
-}  // namespace
-
 Frame FrameOf(const PixelConverter& converter, const void* source, unsigned long sourceWidth,
               unsigned long sourceHeight, void* destination, unsigned long destinationWidth,
               unsigned long destinationHeight, unsigned long pixelsPerLine, unsigned long lines, unsigned long flags,

@@ -7,12 +7,6 @@ namespace LmImagingLib {
 
 using LmBaseLib::Result;
 
-namespace {
-
-constexpr std::uint32_t U32(unsigned long value) { return static_cast<std::uint32_t>(value); }
-
-}  // namespace
-
 PixelConverter::PixelConverter(const PixelTypeID& source, const PixelTypeID& destination,
                                unsigned long sourcePixelByteSize, unsigned long destinationPixelByteSize,
                                unsigned long pixelsPerStep, unsigned long linesPerStep)
