@@ -1,5 +1,5 @@
-# What `cmake --install` puts where. Everything finds its neighbours by relative paths, so that an installed tree may be
-# moved.
+# Where `cmake --install` puts things. Everything but the file of pkg-config finds its neighbours by relative paths, so
+# that an installed tree may be moved.
 include(CMakePackageConfigHelpers)
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/LmImagingLib)
@@ -21,9 +21,20 @@ write_basic_package_version_file(LmImagingLibConfigVersion.cmake COMPATIBILITY S
 install(FILES ${PROJECT_BINARY_DIR}/LmImagingLibConfig.cmake ${PROJECT_BINARY_DIR}/LmImagingLibConfigVersion.cmake
         DESTINATION ${config_dir} COMPONENT development)
 
-file(RELATIVE_PATH pc_to_prefix ${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir} ${CMAKE_INSTALL_PREFIX})
-string(REGEX REPLACE "/$" "" pc_to_prefix ${pc_to_prefix})
-configure_file(cmake/lmimaginglib.pc.in lmimaginglib.pc @ONLY)
+# pkg-config prints paths as they are written. So the file gets the prefix when that is known, as things are installed.
+# Programs find the library by it, too, unless the system looks there.
+set(LM_PREFIX @LM_PREFIX@)
+set(LM_RUN_PATH @LM_RUN_PATH@)
+configure_file(cmake/lmimaginglib.pc.in lmimaginglib.pc.in @ONLY)
+install(
+  CODE "
+get_filename_component(LM_PREFIX \"\${CMAKE_INSTALL_PREFIX}\" ABSOLUTE)
+set(LM_RUN_PATH)
+if(NOT WIN32 AND NOT LM_PREFIX STREQUAL \"/usr\")
+  set(LM_RUN_PATH \" -Wl,-rpath,\\\${libdir}\")
+endif()
+configure_file(\"${PROJECT_BINARY_DIR}/lmimaginglib.pc.in\" \"${PROJECT_BINARY_DIR}/lmimaginglib.pc\" @ONLY)"
+  COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/lmimaginglib.pc DESTINATION ${pkgconfig_dir} COMPONENT development)
 
 if(TARGET lmimaging)

@@ -1,4 +1,5 @@
-# The Debian packages that `cpack --preset package` makes: the library, what developing with it needs, and the tool.
+# The Debian packages that `cpack --preset package` makes: the library, the files for developing with it, the tool, and
+# the Python module.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "LmImagingLib maintainers <lmimaginglib@example.org>")
 set(CPACK_STRIP_FILES ON)
@@ -43,12 +44,31 @@ set(CPACK_COMPONENT_TOOLS_DESCRIPTION "${about}
 This package contains the command-line tool, which converts files, and makes
 test frames in every format.")
 
+# A compiled module is for one version of Python.
+if(TARGET lm_python)
+  math(EXPR next_minor "${Python_VERSION_MINOR} + 1")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-lmimaging)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+      "python3 (>= 3.${Python_VERSION_MINOR}), python3 (<< 3.${next_minor}), python3-numpy")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/python/postinst
+                                                ${PROJECT_SOURCE_DIR}/packaging/python/prerm)
+  set(CPACK_COMPONENT_PYTHON_DEPENDS library)
+  set(CPACK_COMPONENT_PYTHON_DESCRIPTION "${about}
+.
+This package contains the Python module lmimaging, which converts between
+buffers and NumPy arrays.")
+endif()
+
 # Debian wants these two in each package.
 string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 set(changelog ${PROJECT_BINARY_DIR}/packaging/changelog.Debian)
 configure_file(packaging/changelog.in ${changelog} @ONLY)
 file(ARCHIVE_CREATE OUTPUT ${changelog}.gz PATHS ${changelog} FORMAT raw COMPRESSION GZip COMPRESSION_LEVEL 9)
 set(CPACK_COMPONENTS_ALL library development tools)
+if(TARGET lm_python)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
 foreach(component ${CPACK_COMPONENTS_ALL})
   string(TOUPPER ${component} COMPONENT)
   install(FILES packaging/copyright ${changelog}.gz COMPONENT ${component} EXCLUDE_FROM_ALL
