@@ -4,6 +4,9 @@
 Aravis is a library for GigE Vision and USB3 Vision cameras (Debian: gir1.2-aravis-0.8 python3-gi). Without --camera the
 script starts its fake camera, so that it runs anywhere. Each buffer says its size and its pixel format as a code of the
 GenICam Pixel Format Naming Convention, and `lmimaging.convert` takes that code as it is.
+
+All pictures of the fake camera show the same ramp of colours. Those of BayerRG8 and BayerBG8 have red and blue
+exchanged: Aravis 0.8.26 stores blue first in the former, and red in the latter, against the meaning of their codes.
 """
 
 import argparse
