@@ -206,7 +206,7 @@ TEST_F(Develops, EqualsThePlainFormulasInEachSet) {
         plain.Finish(color);
         for (unsigned k = 0; k < 3; ++k) {
           const std::size_t at = 3 * i + (c.to == 0x20006 ? 2 - k : k);
-          const unsigned got = c.bits == 8 ? out[at] : out[2 * at] | out[2 * at + 1] << 8U;
+          const unsigned got = c.bits == 8 ? out[at] : out[2 * at] | out[2 * at + 1] * 256U;
           ASSERT_EQ(got, color[k]) << "pixel " << i << ", channel " << k;
         }
       }
@@ -276,7 +276,7 @@ TEST_F(Develops, GrayStaysGrayAndWhiteIsWhiteInEveryDestination) {
                                    {0x10001, 255},
                                    {0x10003, 4095}}) {
         const Bytes out = Developed(development, view, to.type, options);
-        const unsigned first = to.white == 255 ? out[0] : out[0] | out[1] << 8U;
+        const unsigned first = to.white == 255 ? out[0] : out[0] | out[1] * 256U;
         for (std::size_t i = 0; i < out.size(); i += to.white == 255 ? 1 : 2) {
           ASSERT_EQ(to.white == 255 ? out[i] : out[i] | out[i + 1] << 8U, first) << std::hex << from << ' ' << to.type;
         }
