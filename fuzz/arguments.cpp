@@ -36,7 +36,7 @@ struct Values {
   std::optional<FrameRange> frames;
   MosaicLayout mosaic;
   unsigned long flags = 0;
-  Triple gain{1, 1, 1}, offset{0, 0, 0};
+  ColorArguments colors;
 };
 
 // Messages begin with the argument and end with what is allowed.
@@ -54,9 +54,11 @@ std::optional<Values> Parse(std::vector<std::string> arguments) {
   AddLineSizeOption(app, values.lineSize);
   AddFramesOption(app, values.frames);
   AddLayoutOptions(app, values.mosaic, values.flags);
-  AddDemosaicOption(app, values.flags);
-  AddTripleOption(app, "--gain", values.gain, 1000, "");
-  AddTripleOption(app, "--offset", values.offset, 255, "");
+  AddDemosaicOptions(app, values.flags);
+  AddTripleOption(app, "--black", values.colors.black, 65535, "", 0, true);
+  AddTripleOption(app, "--gain", values.colors.gain, 1000, "");
+  AddTripleOption(app, "--offset", values.colors.offset, 255, "", -255);
+  AddColorOptions(app, values.colors);
   try {
     std::reverse(arguments.begin(), arguments.end());  // as the parser wants it
     app.parse(arguments);
@@ -69,8 +71,8 @@ std::optional<Values> Parse(std::vector<std::string> arguments) {
   return values;
 }
 
-bool IsIn(const Triple& triple, double most) {
-  const auto fits = [=](double value) { return value >= 0 && value <= most; };
+bool IsIn(const Triple& triple, double least, double most) {
+  const auto fits = [=](double value) { return value >= least && value <= most; };
   return fits(triple.red) && fits(triple.green) && fits(triple.blue);
 }
 
@@ -82,10 +84,14 @@ void CheckRanges(const Values& values) {
   Check(IsAllowed(values.size), "size " + values.size.Text());
   Check(values.lineSize - 1 < 1 << 20, "line size " + std::to_string(values.lineSize));
   Check(!values.frames || values.frames->first <= values.frames->last, "frames " + values.frames->Text());
-  Check((values.flags & ~(Flags::kFieldOrder | Flags::kBilinear)) == 0, "flags " + std::to_string(values.flags));
+  Check((values.flags & ~(Flags::kFieldOrder | kMethodFlags | Flags::kFilterFirst)) == 0,
+        "flags " + std::to_string(values.flags));
   const unsigned long layout = values.mosaic.Flag();
   Check((layout & ~kLayouts) == 0 && (layout & (layout - 1)) == 0, "layout " + std::to_string(layout));
-  Check(IsIn(values.gain, 1000) && IsIn(values.offset, 255), "gain or offset");
+  const ColorArguments& colors = values.colors;
+  Check(IsIn(colors.black, 0, 65535) && IsIn(colors.gain, 0, 1000) && IsIn(colors.offset, -255, 255), "black or gain");
+  Check(colors.tone.IsValid() && colors.defects.value_or(1) <= 65535, "tone or defects");
+  for (const double factor : colors.matrix) Check(factor >= -7 && factor <= 7, "matrix");
 }
 
 void CheckAgain(const Values& values) {
