@@ -37,7 +37,9 @@ struct ImageView {
   std::size_t lineSize = 0;  ///< bytes from line to line
 
   /// The same image to read, so that the result of a conversion is the source of the next one.
-  operator ConstImageView() const { return {type, data, size, width, height, lineSize}; }
+  operator ConstImageView() const {  // NOLINT(google-explicit-constructor): whoever may write may read
+    return {type, data, size, width, height, lineSize};
+  }
 };
 
 /// The bits that destinations of more than 8 bits a sample receive.

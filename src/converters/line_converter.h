@@ -36,6 +36,10 @@ class LineConverter : public LibraryConverter {
 /// The lookup of a conversion from samples of `depth` bits, or null where nothing changes them.
 template <class Sample>
 const LookupTables<Sample>* LookupOf(const Frame& frame, std::uint32_t depth, const Writer& writer);
+template <>
+const LookupTables<std::uint8_t>* LookupOf(const Frame& frame, std::uint32_t depth, const Writer& writer);
+template <>
+const LookupTables<std::uint16_t>* LookupOf(const Frame& frame, std::uint32_t depth, const Writer& writer);
 
 /// The shift from samples of `depth` bits to those of a writer: as bytes, for conversions that reduce colours to 8
 /// bits, or in full.
