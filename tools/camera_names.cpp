@@ -54,6 +54,7 @@ std::string CameraNames(const PixelTypeID& type) {
     return fourccs.empty() ? "" : Joined(fourccs, ", ") + " (V4L2)";
   }
   std::vector<std::string> names;
+  names.reserve(formats.size());
   for (const PFNCFormat* const format : formats) names.emplace_back(format->name);
   if (!PixelTypeFactory::FindPixelType(type)->IsBayerPattern()) return Joined(names, ", ");
   constexpr std::size_t kLayoutAt = 5;  // of "BayerRG8"

@@ -126,14 +126,15 @@ DevelopmentFile ReadDevelopmentFile(const std::string& argument, const std::file
   DevelopmentFile file;
   file.colors.develops = true;
   file.colors.tone = DevelopmentSettings{}.tone;
-  for (const auto& [name, value] : json.items()) {
+  for (const auto& item : json.items()) {
+    const std::string& name = item.key();
     const auto* const key =
         std::find_if(std::begin(kKeys), std::end(kKeys), [&](const Key& entry) { return name == entry.name; });
     if (key == std::end(kKeys)) throw refuse("has the unknown key '" + name + "'; allowed: " + KeyNames());
     try {
-      key->set(value, file);
+      key->set(item.value(), file);
     } catch (const Fault& fault) {
-      throw refuse("has the " + name + " " + value.dump() + "; allowed: " + fault.allowed);
+      throw refuse("has the " + name + " " + item.value().dump() + "; allowed: " + fault.allowed);
     }
   }
   return file;

@@ -38,7 +38,8 @@ struct Plain {
 
   static double Light(unsigned sample, unsigned bits) {
     const std::uint64_t u = sample << (16 - bits) | sample >> (2 * bits - 16);
-    return static_cast<double>(u * u / 65536 + u / 32768);
+    const std::uint64_t light = u * u / 65536 + u / 32768;
+    return static_cast<double>(light);
   }
 
   // What the colours that came of it are in the picture.
@@ -74,7 +75,8 @@ Words WithoutDefects(const Words& in, int width, int height, unsigned threshold)
           most = std::max(most, s);
         }
       }
-      std::uint16_t& s = out[static_cast<std::size_t>(y * width + x)];
+      std::uint16_t& s =
+          out[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
       if (s > most + threshold) s = static_cast<std::uint16_t>(most);
       if (s + threshold < least) s = static_cast<std::uint16_t>(least);
     }

@@ -16,13 +16,13 @@ constexpr PixelTypeID kGray8 = 0x10001, kGray16 = 0x10005, kRGB8 = 0x420002;
 struct Matrix {
   struct Step {
     std::size_t bytes;
-    operator std::size_t() const { return bytes; }
+    operator std::size_t() const { return bytes; }  // NOLINT(google-explicit-constructor)
   };
   int rows, cols;
   std::uint8_t* data;
   Step step;
   std::size_t element;
-  std::size_t elemSize() const { return element; }
+  std::size_t elemSize() const { return element; }  // NOLINT(readability-identifier-naming)
 };
 
 TEST(ImageViews, OfContainersHaveAllTheirBytes) {
