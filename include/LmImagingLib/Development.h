@@ -62,6 +62,7 @@ class LM_EXPORT Development {
   ///   `NOT_ENOUGH_MEMORY`
   static ConversionResult Make(const DevelopmentSettings& settings, Development& made);
 
+  /// The settings that it was made of.
   const DevelopmentSettings& Settings() const;
 
  private:

@@ -6,13 +6,14 @@ namespace LmImagingLib {
 
 /// A value for each colour channel.
 struct RGBValues {
-  double red = 0;
-  double green = 0;
-  double blue = 0;
+  double red = 0;    ///< the value of red
+  double green = 0;  ///< the value of green
+  double blue = 0;   ///< the value of blue
 };
 
 /// The curve from light to the values of a picture. Black and white stay black and white.
 struct LM_EXPORT ToneCurve {
+  /// The curves that there are.
   enum Kind {
     kLinear,  ///< values are proportional to light
     kSRGB,    ///< IEC 61966-2-1, for computer screens and most picture files
@@ -20,8 +21,8 @@ struct LM_EXPORT ToneCurve {
     kGamma,   ///< light to the power of 1 / `gamma`
   };
 
-  Kind kind = kLinear;
-  double gamma = 2.2;  ///< of `kGamma`, more than 0
+  Kind kind = kLinear;  ///< which of them
+  double gamma = 2.2;   ///< of `kGamma`, more than 0
 
   /// Whether it is a curve: its kind is known, and its gamma is a finite number above 0.
   bool IsValid() const;

@@ -20,8 +20,11 @@ struct WhiteBalanceOptions {
     kRectangle,   ///< the mean of a rectangle that is known to be gray, such as a card
   };
 
-  Method method = kGrayWorld;
-  unsigned long x = 0, y = 0, width = 0, height = 0;  ///< the rectangle in pixels, for `kRectangle`
+  Method method = kGrayWorld;  ///< how gray is found
+  unsigned long x = 0;         ///< the first column of the rectangle, for `kRectangle`
+  unsigned long y = 0;         ///< its first line
+  unsigned long width = 0;     ///< its columns
+  unsigned long height = 0;    ///< its lines
   /// The Bayer layout of a mosaic, `kFieldOrder`, `kFullRange` and `kBT709`, as bits of `ConversionFlags`.
   unsigned long flags = ConversionFlags::kNone;
   /// The level of black in steps of the samples as the camera counts them, which will be taken off before the gains
