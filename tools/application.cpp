@@ -2,11 +2,13 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <memory>
 #include <new>
 #include <stdexcept>
 
 #include "LmImagingLib/Extended.h"
 #include "commands/commands.h"
+#include "help_format.h"
 #include "terminal.h"
 
 namespace LmTool {
@@ -18,10 +20,11 @@ int RunTool(int argc, char** argv) {
       "  lmimaging types                      lists the pixel types it knows\n"
       "  lmimaging info BayerRG12p            draws how its pixels lie in memory\n"
       "  lmimaging synth frame.raw --type BayerRG10 --size 640x480\n"
-      "  lmimaging convert frame.raw picture.png --from BayerRG10 --size 640x480 --demosaic bilinear\n",
+      "  lmimaging convert frame.raw picture.png --from BayerRG10 --size 640x480\n",
       "lmimaging"};
+  app.formatter(std::make_shared<HelpFormat>());
   app.set_version_flag("--version", "lmimaging " LM_VERSION);
-  app.require_subcommand(0, 1);  // none is told below, by the help
+  app.require_subcommand(0, 1);  // without a command, the help is printed below
   AddTypesCommand(app);
   AddInfoCommand(app);
   AddConvertersCommand(app);
@@ -31,8 +34,8 @@ int RunTool(int argc, char** argv) {
   AddBenchCommand(app);
   AddCompletionCommand(app);
   AddManualCommand(app);
-  app.footer(
-      "`lmimaging COMMAND --help` tells what a command takes.");  // behind the commands, which would take it over
+  // Set after the commands, which would inherit it.
+  app.footer("`lmimaging COMMAND --help` lists the options of a command.");
   app.failure_message([](const CLI::App*, const CLI::Error& error) {
     return Printable(error.what()) + "\nRun with --help for more information.\n";
   });

@@ -21,10 +21,10 @@ struct ColorArguments {
   Triple gain{1, 1, 1};
   Triple offset{0, 0, 0};  ///< in steps of 8-bit values
   LmImagingLib::ToneCurve tone;
-  /// How to find the gains in the first frame of each file; nothing to take those above.
+  /// How to find the gains in the first frame of each file; empty to take those above.
   std::optional<LmImagingLib::WhiteBalanceOptions> balance;
   LmImagingLib::ColorMatrix matrix = LmImagingLib::kIdentityMatrix;
-  std::optional<unsigned> defects;  ///< the threshold, 0 for the library's own; nothing to leave defects alone
+  std::optional<unsigned> defects;  ///< the threshold, 0 for the library's own; empty to leave defects alone
   bool develops = false;            ///< whether a development is needed, for more than tables do
 
   /// Whether they change colours.

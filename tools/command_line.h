@@ -6,7 +6,7 @@
 
 namespace LmTool {
 
-/// An option or a positional argument, as help, completion and manual tell it.
+/// An option or a positional argument, as help, completion and manual show it.
 struct ArgumentText {
   std::vector<std::string> names;  ///< "--from"; of a positional argument "FILES"
   bool positional;
@@ -14,7 +14,7 @@ struct ArgumentText {
   std::string value;  ///< "TYPE", "png|bmp|raw"; empty for a flag
   std::string description;
 
-  /// The words that the value may be, if these are all; otherwise nothing.
+  /// The words that the value may be, if these are all; otherwise empty.
   std::vector<std::string> Words() const;
 };
 

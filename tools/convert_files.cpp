@@ -111,7 +111,7 @@ std::size_t CountFrames(const fs::path& source, const Conversion& conversion) {
   if (IsStandardStream(source) || !fs::is_regular_file(source, ignored)) return 0;  // what is taken from a pipe is gone
   try {
     return RawFile(source, conversion.from, conversion.frames).Count();
-  } catch (const ToolError&) {  // told when it is this file's turn
+  } catch (const ToolError&) {  // reported when it is this file's turn
     return 0;
   }
 }

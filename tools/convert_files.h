@@ -16,8 +16,8 @@ namespace LmTool {
 /// How files are converted.
 struct Conversion {
   RawFormat from;                               ///< of sources that are no pictures
-  std::optional<FrameRange> frames;             ///< of those; nothing where a file is one frame
-  std::optional<LmImagingLib::PixelTypeID> to;  ///< nothing for what shows the source best, in a picture
+  std::optional<FrameRange> frames;             ///< of those; empty where a file is one frame
+  std::optional<LmImagingLib::PixelTypeID> to;  ///< empty for the type that shows the source best, in a picture
   ColorArguments colors;
   LmImagingLib::ConversionDepth depth = LmImagingLib::ConversionDepth::kFull;
 };
@@ -27,12 +27,12 @@ struct FilePair {
   std::filesystem::path source, destination;
 };
 
-/// Converts the frames of a file, one at a time. Raw frames go to one file, one behind the other. Pictures of `frames`
+/// Converts the frames of a file, one at a time. Raw frames go to one file, one after the other. Pictures of `frames`
 /// are numbered, "name-0007.png", unless a single one is asked for.
 /// @throws ToolError; the file that was being written is not there then
 void ConvertFile(const FilePair& files, const Conversion& conversion, Progress& progress);
 
-/// The frames that `ConvertFile` would convert, for showing progress; 0 if that cannot be told.
+/// The frames that `ConvertFile` would convert, for showing progress; 0 if that is unknown.
 std::size_t CountFrames(const std::filesystem::path& source, const Conversion& conversion);
 
 }  // namespace LmTool

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 
+#include "color_options.h"
 #include "error.h"
 #include "file_io.h"
 #include "options.h"

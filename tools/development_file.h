@@ -11,7 +11,7 @@ namespace LmTool {
 /// What a file says about how the frames of a camera become pictures.
 struct DevelopmentFile {
   ColorArguments colors;
-  std::optional<unsigned long> method;  ///< of demosaicing, a flag; nothing where it is left out
+  std::optional<unsigned long> method;  ///< of demosaicing, a flag; empty where it is left out
   std::optional<LmImagingLib::ConversionDepth> depth;
 };
 

@@ -49,7 +49,8 @@ fs::path FollowLinks(fs::path path) {
   return path;
 }
 
-// The stream for frames, whose bytes stay as they are. Who stops reading them makes writing fail, and ends nothing.
+// The stream for frames, whose bytes stay as they are. A reader that closes its end makes writing fail instead of
+// ending the process.
 std::FILE* StandardStream(std::FILE* stream) {
 #ifdef _WIN32
   _setmode(_fileno(stream), _O_BINARY);

@@ -20,7 +20,7 @@ class FileReader {
  public:
   FileReader(std::string argument, std::filesystem::path path);
 
-  /// The bytes of the whole file; nothing for a pipe or a device.
+  /// The bytes of the whole file; empty for a pipe or a device.
   const std::optional<std::size_t>& Size() const { return mSize; }
 
   /// Reads the next bytes, as many as there are up to `count`.
@@ -37,7 +37,7 @@ class FileReader {
   File mFile;
 };
 
-/// Writes a whole file or nothing: the bytes go to a `TemporaryFile`. A symbolic link stays, and the file is the one
+/// Writes a whole file or none: the bytes go to a `TemporaryFile`. A symbolic link stays, and the file is the one
 /// that it leads to. Devices, pipes and the standard
 /// output are written at once. Faults are `ToolError`s that name the argument and the
 /// file.

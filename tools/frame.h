@@ -24,7 +24,7 @@ FrameLayout SourceLayout(const LmImagingLib::PixelTypeID& type, const ImageSize&
 /// What `converter` writes for an image.
 FrameLayout DestinationLayout(const LmImagingLib::PixelConverter& converter, const ImageSize& size);
 
-/// Bytes that a frame buffer needs behind its frame, because some layouts are read in groups that pass the end of
+/// Bytes that a frame buffer needs after its frame, because some layouts are read in groups that pass the end of
 /// a line: packed GEV, packed 12-bit RGB and 4:1:1.
 inline constexpr std::size_t kSlackBytes = 16;
 

@@ -27,7 +27,7 @@ inline bool IsAllowed(const ImageSize& size) {
   return size.width - 1 < kMostLines && size.height - 1 < kMostLines && size.Pixels() <= kMostPixels;
 }
 
-/// What `IsAllowed` allows, told to a person.
+/// The sizes that `IsAllowed` accepts, in words.
 inline std::string AllowedSizes() {
   return "each 1 to " + std::to_string(kMostLines) + ", at most " + std::to_string(kMostPixels) + " pixels";
 }

@@ -16,7 +16,7 @@ struct KeptBits {
   unsigned kept;    ///< bits of it that the destination shows
 };
 
-/// "keeps 8 of 12 bits"; empty where nothing is lost.
+/// "keeps 8 of 12 bits"; empty where no bit is lost.
 std::string LossInWords(const KeptBits& bits);
 
 /// Finds out how many bits conversions of a type keep. It converts small images of one colour that differ in one bit

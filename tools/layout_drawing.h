@@ -9,7 +9,7 @@ namespace LmTool {
 /// The bytes in the order of their addresses, one below the other, each from bit 7 to bit 0, for a terminal.
 std::string Drawing(const LayoutBits& layout);
 
-/// Whether the letter of a sample needs the number of its pixel to be told from others.
+/// Whether the letter of a sample needs the number of its pixel to differ from others.
 bool IsNumbered(const LayoutBits& layout, const StoredBit& bit);
 
 }  // namespace LmTool

@@ -41,7 +41,7 @@ NamedType FindNumber(const std::string& argument, const std::string& text, std::
                                 (reason.empty() ? "" : "; " + reason) + kAllowed);
 }
 
-// The formats with a fourcc: more than one where only the case of a letter tells them apart.
+// The formats with a fourcc: more than one where names differ in the case of a letter alone.
 std::vector<V4L2Format> FindFourccs(const std::string& text, bool inAnyCase) {
   std::vector<V4L2Format> found;
   for (const V4L2Format& format : kV4L2Formats) {

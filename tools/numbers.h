@@ -16,7 +16,7 @@ bool ParseNumber(const std::string& text, Number& value) {
   return error == std::errc() && stop == end;
 }
 
-/// A number of decimal digits, or of hexadecimal ones behind 0x; nothing if the text is none.
+/// A number of decimal digits, or of hexadecimal ones after 0x; empty if the text is no number.
 std::optional<std::uint64_t> ParseWhole(const std::string& text);
 
 /// The shortest text that `ParseNumber` takes back.

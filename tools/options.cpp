@@ -1,7 +1,6 @@
 #include "options.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <vector>
 
@@ -60,33 +59,6 @@ void AddChoiceOption(CLI::App& command, const std::string& name, const Choice (&
     flags |= FindChoice(name, choices, text).flag;
   };
   command.add_option_function<std::string>(name, parse, description)->type_name(WordsOf(choices));
-}
-
-// Numbers between commas; none if any of them is no number.
-std::vector<double> ParseNumbers(const std::string& text) {
-  std::vector<double> numbers;
-  for (const std::string& part : Split(text, ',')) {
-    double number = 0;
-    if (!ParseNumber(part, number)) return {};
-    numbers.push_back(number);
-  }
-  return numbers;
-}
-
-std::optional<WhiteBalanceOptions> ParseWhiteBalance(const std::string& text) {
-  WhiteBalanceOptions options;
-  if (text == "gray") return options;
-  if (text == "white") {
-    options.method = WhiteBalanceOptions::kWhitePatch;
-    return options;
-  }
-  const std::vector<std::string> parts = Split(text, ',');
-  const std::vector<std::string> size = Split(parts.back(), 'x');
-  options.method = WhiteBalanceOptions::kRectangle;
-  const bool valid = parts.size() == 3 && size.size() == 2 && ParseNumber(parts[0], options.x) &&
-                     ParseNumber(parts[1], options.y) && ParseNumber(size[0], options.width) &&
-                     ParseNumber(size[1], options.height);
-  return valid ? std::optional(options) : std::nullopt;
 }
 
 const char* WordOf(unsigned long layout) {
@@ -155,15 +127,15 @@ void AddFramesOption(CLI::App& command, std::optional<FrameRange>& frames) {
                        frames->last < FrameRange::kEnd / kMostFrameBytes;
     if (!valid) {
       throw ToolError("--frames", "'" + text +
-                                      "' tells no frames; allowed: all, a number such as 7, or a range such "
+                                      "' is no range of frames; allowed: all, a number such as 7, or a range such "
                                       "as 10-19, counted from 0");
     }
   };
   command
-      .add_option_function<std::string>(
-          "--frames", parse,
-          "The raw files hold several frames, one behind the other: convert all, the one of "
-          "a number, or a range such as 10-19, counted from 0")
+      .add_option_function<std::string>("--frames", parse,
+                                        "The raw files hold several frames, one after the other: convert all of them, "
+                                        "one such as 7, or a range such as "
+                                        "10-19, counted from 0")
       ->type_name("FRAMES");
 }
 
@@ -213,32 +185,6 @@ void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth) {
       ->type_name("full|8");
 }
 
-CLI::Option* AddTripleOption(CLI::App& command, const std::string& name, Triple& value, double most,
-                             const std::string& description, double least, bool one) {
-  const auto parse = [=, &value](const std::string& text) {
-    std::vector<double> numbers = ParseNumbers(text);
-    if (one && numbers.size() == 1) numbers.resize(3, numbers[0]);
-    const bool valid = numbers.size() == 3 && std::all_of(numbers.begin(), numbers.end(), [=](double number) {
-                         return number >= least && number <= most;
-                       });
-    if (!valid) {
-      throw ToolError(name, "'" + text + "' does not fit; allowed: " + (one ? "a number, or " : "") +
-                                "three numbers R,G,B, each " + ShortText(least) + " to " + ShortText(most));
-    }
-    value = {numbers[0], numbers[1], numbers[2]};
-  };
-  return command.add_option_function<std::string>(name, parse, description)->type_name(one ? "B|R,G,B" : "R,G,B");
-}
-
-std::optional<ToneCurve> ParseTone(const std::string& text) {
-  if (text == "linear") return ToneCurve{ToneCurve::kLinear};
-  if (text == "srgb") return ToneCurve{ToneCurve::kSRGB};
-  if (text == "bt709") return ToneCurve{ToneCurve::kBT709};
-  double gamma = 0;
-  if (!ParseNumber(text, gamma) || !(gamma >= 0.1 && gamma <= 10)) return std::nullopt;
-  return ToneCurve{ToneCurve::kGamma, gamma};
-}
-
 std::optional<unsigned long> ParseMethod(const std::string& word) {
   for (const Choice& choice : kDemosaics) {
     if (word == choice.word) return choice.flag;
@@ -247,71 +193,5 @@ std::optional<unsigned long> ParseMethod(const std::string& word) {
 }
 
 std::string MethodWords() { return WordsOf(kDemosaics); }
-
-void AddColorOptions(CLI::App& command, ColorArguments& colors) {
-  const auto add = [&](const char* name, auto parse, const char* description, const char* type) {
-    command.add_option_function<std::string>(name, parse, description)->type_name(type);
-  };
-  add(
-      "--white-balance",
-      [&colors](const std::string& text) {
-        colors.balance = ParseWhiteBalance(text);
-        if (!colors.balance) {
-          throw ToolError("--white-balance", "'" + text +
-                                                 "' is unknown; allowed: gray, white, or a rectangle X,Y,WxH in "
-                                                 "pixels, such as 240,600,160x160");
-        }
-      },
-      "Find the gains in the first frame of each file, and print them as --gain takes them: by the mean of the picture "
-      "(gray), by its brightest hundredth (white), or by a rectangle that is gray",
-      "gray|white|X,Y,WxH");
-  add(
-      "--tone",
-      [&colors](const std::string& text) {
-        const std::optional<ToneCurve> tone = ParseTone(text);
-        if (!tone) throw ToolError("--tone", "'" + text + "' is unknown; allowed: " + kTones);
-        colors.tone = *tone;
-      },
-      "The curve from light to values, after the gains; srgb is for screens (default: linear, or as --development "
-      "says)",
-      "linear|srgb|bt709|GAMMA");
-  add(
-      "--matrix",
-      [&colors](const std::string& text) {
-        const std::vector<double> numbers = ParseNumbers(text);
-        bool valid = numbers.size() == colors.matrix.size();
-        for (std::size_t row = 0; valid && row < 3; ++row) {
-          const double* const first = &numbers[3 * row];
-          valid = std::abs(first[0]) + std::abs(first[1]) + std::abs(first[2]) <= 7;
-        }
-        if (!valid) {
-          throw ToolError("--matrix", "'" + text +
-                                          "' does not fit; allowed: nine numbers, row by row, the absolute values of a "
-                                          "row sum to 7 at most");
-        }
-        std::copy(numbers.begin(), numbers.end(), colors.matrix.begin());
-        colors.develops = true;
-      },
-      "Nine numbers, row by row: red, green and blue of the picture as sums of the camera's, in linear light, before "
-      "--tone",
-      "A,B,C,...");
-  add(
-      "--defects",
-      [&colors](const std::string& text) {
-        unsigned threshold = 0;
-        if (text == "off") {
-          colors.defects.reset();
-          return;
-        }
-        if (text != "on" && (!ParseNumber(text, threshold) || threshold < 1 || threshold > 65535)) {
-          throw ToolError("--defects", "'" + text + "' is unknown; allowed: on, off, or a threshold of 1 to 65535");
-        }
-        colors.defects = threshold;
-        colors.develops = true;
-      },
-      "Bayer types: correct samples that are outside of the range of the eight around by more than a threshold, in "
-      "steps of the samples (on: 1/64 of their range; default: off)",
-      "on|off|T");
-}
 
 }  // namespace LmTool

@@ -7,7 +7,6 @@
 
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelTypeID.h"
-#include "colors.h"
 #include "image.h"
 #include "named_type.h"
 #include "raw_file.h"
@@ -17,11 +16,11 @@ namespace LmTool {
 /// What pixel types' names and `--bayer` say about the layout of a mosaic. They must agree.
 class MosaicLayout {
  public:
-  /// @param says  which argument tells the layout, with its value
-  /// @throws ToolError naming both arguments if another one told another layout
+  /// @param says  the argument that names the layout, with its value
+  /// @throws ToolError naming both arguments if another one named another layout
   void Set(const std::string& argument, const std::string& says, unsigned long flag);
 
-  /// The bit of `ConversionFlags`; 0 if nobody told, which means GR.
+  /// The bit of `ConversionFlags`; 0 if no argument named one, which means GR.
   unsigned long Flag() const { return mFlag; }
 
  private:
@@ -30,7 +29,7 @@ class MosaicLayout {
 };
 
 /// Adds an option whose value names a pixel type.
-/// @param mosaic  learns the layout of a mosaic if the name tells it; null where no mosaic is read
+/// @param mosaic  gets the layout of a mosaic if the name says it; null where no mosaic is read
 /// @param flags  gets the range and the matrix of YUV if the name says them; null where no colours are made of it
 CLI::Option* AddTypeOption(CLI::App& command, const std::string& name, LmImagingLib::PixelTypeID& value,
                            MosaicLayout* mosaic, const std::string& description, unsigned long* flags = nullptr);
@@ -56,20 +55,8 @@ void AddYuvOptions(CLI::App& command, unsigned long& flags);
 /// Adds `--depth full|8`.
 void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth);
 
-/// Adds an option of three numbers between commas, each from `least` to `most`.
-/// @param one  whether a single number stands for three equal ones
-CLI::Option* AddTripleOption(CLI::App& command, const std::string& name, Triple& value, double most,
-                             const std::string& description, double least = 0, bool one = false);
-
-/// The tone that a text says: linear, srgb, bt709 or a gamma. Nothing if it says none.
-std::optional<LmImagingLib::ToneCurve> ParseTone(const std::string& text);
-inline constexpr const char* kTones = "linear, srgb, bt709, or a gamma of 0.1 to 10";
-
-/// The flag of the method of demosaicing that a word names; nothing if it names none.
+/// The flag of the method of demosaicing that a word names; empty for any other word.
 std::optional<unsigned long> ParseMethod(const std::string& word);
 std::string MethodWords();
-
-/// Adds `--tone`, `--white-balance`, `--matrix` and `--defects`.
-void AddColorOptions(CLI::App& command, ColorArguments& colors);
 
 }  // namespace LmTool

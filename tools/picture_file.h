@@ -10,7 +10,7 @@ namespace LmTool {
 
 enum class PictureFormat { kBmp, kPng, kTiff, kPgm, kPpm };
 
-/// The format that the ending of a file's name stands for; nothing for any other ending, which means raw frames.
+/// The format that the ending of a file's name stands for; empty for any other ending, which means raw frames.
 std::optional<PictureFormat> PictureFormatOf(const std::filesystem::path& path);
 
 /// The endings of pictures: ".png, .tif" and so on.

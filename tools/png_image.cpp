@@ -62,7 +62,7 @@ class PngReader {
     for (int pass = 0; pass < passes; ++pass) {
       for (std::size_t y = 0; y < height; ++y) png_read_row(mPng, pixels + y * rowBytes, nullptr);
     }
-    png_read_end(mPng, nullptr);  // finds a file that was cut off behind its pixels
+    png_read_end(mPng, nullptr);  // fails if the file was cut off after its pixels
     return true;
   }
 

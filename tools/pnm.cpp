@@ -30,7 +30,7 @@ class Header {
  public:
   explicit Header(const Bytes& file) : mFile(file) {}
 
-  // The next number, behind white space and comments.
+  // The next number, after white space and comments.
   std::size_t Number(const char* name, std::size_t most) {
     while (mAt < mFile.size() && (std::isspace(mFile[mAt]) != 0 || mFile[mAt] == '#')) {
       if (mFile[mAt] == '#') {
@@ -50,7 +50,7 @@ class Header {
     return value;
   }
 
-  // Where the samples begin: behind a single white space.
+  // Where the samples begin: after a single white space.
   std::size_t End() const {
     if (mAt >= mFile.size() || std::isspace(mFile[mAt]) == 0) throw std::runtime_error("its header does not end");
     return mAt + 1;

@@ -6,7 +6,7 @@
 
 namespace LmTool {
 
-/// A bar on the error stream for a person who waits; nothing where none watches, or for a single step.
+/// A bar on the error stream for a person who waits; absent where none watches, and for a single step.
 class Progress {
  public:
   explicit Progress(std::size_t steps);

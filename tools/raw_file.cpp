@@ -66,7 +66,7 @@ std::optional<RawFrame> RawFile::Next() {
   const std::size_t least = mFormat.LeastFrameBytes();
   if (mRange ? mNext > mRange->last : mNext == 1) return std::nullopt;
   if (mRange && mNext == mRange->first) mReader.Skip(mNext * frameBytes);
-  // One byte more than the only frame tells a file that is too long.
+  // A file that has one byte more than its only frame is too long.
   Bytes bytes(frameBytes + (mRange ? 0 : 1));
   bytes.resize(mReader.Read(bytes.data(), bytes.size()));
   if (!mRange) {

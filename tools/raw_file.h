@@ -20,9 +20,9 @@ struct RawFormat {
   unsigned long flags;
   std::size_t lineSize;  ///< bytes from line to line; 0 for lines without padding
 
-  /// The bytes of a frame, with the padding behind its last line.
+  /// The bytes of a frame, with the padding after its last line.
   std::size_t FrameBytes() const;
-  /// The bytes that a frame has at least: the padding behind the last line may be missing.
+  /// The bytes that a frame has at least: the padding after the last line may be missing.
   std::size_t LeastFrameBytes() const;
 };
 
@@ -39,13 +39,13 @@ struct FrameRange {
 /// Reads the frames of a raw file one after the other. Faults are `ToolError`s that name the file.
 class RawFile {
  public:
-  /// @param range  nothing for a file that must be exactly one frame
+  /// @param range  empty for a file that must be exactly one frame
   RawFile(const std::filesystem::path& path, const RawFormat& format, const std::optional<FrameRange>& range);
 
-  /// The number of frames to come; 0 if a pipe does not tell.
+  /// The number of frames to come; 0 for a pipe.
   std::size_t Count() const { return mCount; }
 
-  /// The next frame; nothing behind the last one.
+  /// The next frame; empty after the last one.
   std::optional<RawFrame> Next();
   /// The number of the frame that `Next` gave, counted from 0.
   std::size_t Number() const { return mNext - 1; }

@@ -92,7 +92,7 @@ File Create(const fs::path& path, const fs::path& target) {
 
 void Keep(std::FILE*) {}
 
-// The handler of a signal knows nothing but this table. A signal may come at any time, so each change is one store.
+// The handler of a signal uses this table alone. A signal may come at any time, so each change is one store.
 std::array<std::atomic<const char*>, 16> sNames;
 
 std::atomic<const char*>& EntryOf(const char* name) {

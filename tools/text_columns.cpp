@@ -16,6 +16,11 @@ std::vector<std::string> Wrapped(const std::string& text, std::size_t width) {
   std::vector<std::string> lines;
   std::istringstream words(text);
   for (std::string word; words >> word;) {
+    // A word that no line has room for is broken after a bar between alternatives.
+    for (std::size_t bar; word.size() > width && (bar = word.rfind('|', width - 1)) != std::string::npos;) {
+      lines.push_back(word.substr(0, bar + 1));
+      word.erase(0, bar + 1);
+    }
     if (lines.empty() || lines.back().size() + 1 + word.size() > width) {
       lines.push_back(word);
     } else {

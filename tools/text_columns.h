@@ -12,7 +12,8 @@ constexpr std::size_t kTerminalColumns = 80;
 /// Words with a separator between them.
 std::string Joined(const std::vector<std::string>& words, const char* separator);
 
-/// The text in lines of at most `width` characters, broken between words; a longer word has a line of its own.
+/// The text in lines of at most `width` characters, broken between words. A longer word is
+/// broken between alternatives such as png|bmp, or else has a line of its own.
 std::vector<std::string> Wrapped(const std::string& text, std::size_t width);
 
 /// A cell of a table.

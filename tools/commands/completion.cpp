@@ -180,8 +180,8 @@ void AddCompletionCommand(CLI::App& app) {
   command->add_option_function<std::string>("SHELL", run, "For which shell")->required()->type_name("bash|zsh");
   command->footer(
       "Where lmimaging is installed as a package, shells find the script themselves. Elsewhere:\n"
-      "  bash  source <(lmimaging completion bash)        in ~/.bashrc\n"
-      "  zsh   source <(lmimaging completion zsh)         in ~/.zshrc, behind compinit");
+      "  bash  source <(lmimaging completion bash)   in ~/.bashrc\n"
+      "  zsh   source <(lmimaging completion zsh)    in ~/.zshrc, after compinit");
 }
 
 }  // namespace LmTool

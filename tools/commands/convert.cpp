@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "color_options.h"
 #include "commands/commands.h"
 #include "commands/convert_options.h"
 #include "development_file.h"
@@ -72,11 +73,11 @@ void AddConvertCommand(CLI::App& app) {
   const auto options = std::make_shared<ConvertArguments>();
   options->command = command;
   command
-      ->add_option("FILES", options->files,
-                   "SOURCE DESTINATION, or with --output any number of sources. Files whose names end in " +
-                       PictureEndings() +
-                       " are pictures, all others raw frames: lines one after the other, nothing else. For raw frames "
-                       "- is the standard input or output")
+      ->add_option(
+          "FILES", options->files,
+          "SOURCE DESTINATION, or with --output any number of sources. Files whose names end in " + PictureEndings() +
+              " are pictures, all others raw frames: lines one after the other, without a header. For raw frames "
+              "- is the standard input or output")
       ->type_name("FILE");
   command
       ->add_option("--output", options->directory,
@@ -135,32 +136,40 @@ void AddConvertCommand(CLI::App& app) {
   command->footer(
       "Examples:\n"
       "  A 10-bit camera whose mosaic begins with red, brought to neutral gray\n"
-      "    lmimaging convert frame.raw picture.png --from BayerRG10 --size 1920x1080 \\\n"
-      "        --gain 1.6,1,1.09\n"
+      "    lmimaging convert frame.raw picture.png --from BayerRG10 \\\n"
+      "        --size 1920x1080 --gain 1.6,1,1.09\n"
       "  The same for a screen, with the gains from a gray card at 240,600\n"
-      "    lmimaging convert frame.raw picture.png --from BayerRG10 --size 1920x1080 \\\n"
-      "        --white-balance 240,600,160x160 --tone srgb\n"
-      "  A camera's settings in a file: {\"black\": 64, \"gains\": [1.6, 1, 1.09], \"tone\": \"srgb\",\n"
-      "  \"matrix\": [[1.5, -0.3, -0.2], [-0.2, 1.4, -0.2], [0, -0.5, 1.5]], \"defects\": true}\n"
-      "    lmimaging convert frame.raw picture.png --from BayerRG10 --size 1920x1080 --development camera.json\n"
+      "    lmimaging convert frame.raw picture.png --from BayerRG10 \\\n"
+      "        --size 1920x1080 --white-balance 240,600,160x160 --tone srgb\n"
+      "  A camera's settings in a file, such as\n"
+      "  {\"black\": 64, \"gains\": [1.6, 1, 1.09], \"tone\": \"srgb\", \"defects\": true,\n"
+      "   \"matrix\": [[1.5, -0.3, -0.2], [-0.2, 1.4, -0.2], [0, -0.5, 1.5]]}\n"
+      "    lmimaging convert frame.raw picture.png --from BayerRG10 \\\n"
+      "        --size 1920x1080 --development camera.json\n"
       "  A folder of frames\n"
-      "    lmimaging convert frames/*.raw --output pictures --from Mono12p --size 640x480\n"
-      "  A recording: all its frames as pictures movie-0000.png and so on, or as one raw file again\n"
-      "    lmimaging convert movie.raw movie.png --from BayerRG8 --size 640x480 --frames all\n"
-      "    lmimaging convert movie.raw rgb.raw --from BayerRG8 --to RGB8 --size 640x480 --frames all\n"
+      "    lmimaging convert frames/*.raw --output pictures --from Mono12p \\\n"
+      "        --size 640x480\n"
+      "  All frames of a recording, as pictures movie-0000.png and so on\n"
+      "    lmimaging convert movie.raw movie.png --from BayerRG8 --size 640x480 \\\n"
+      "        --frames all\n"
+      "  The same as one raw file again\n"
+      "    lmimaging convert movie.raw rgb.raw --from BayerRG8 --to RGB8 \\\n"
+      "        --size 640x480 --frames all\n"
       "  A pipe: frame by frame, as the frames come\n"
-      "    ffmpeg -i movie.mkv -f rawvideo -pix_fmt bayer_rggb8 - | lmimaging convert - - --from BayerRG8 --to RGB8 "
-      "\\\n"
-      "        --size 640x480 --frames all | ...\n"
+      "    ffmpeg -i movie.mkv -f rawvideo -pix_fmt bayer_rggb8 - |\n"
+      "        lmimaging convert - - --from BayerRG8 --to RGB8 --size 640x480 \\\n"
+      "        --frames all | ...\n"
       "\n"
-      "No bit is lost that the destination has room for: values of fewer bits are shifted up, so that white is white,\n"
-      "and those of more bits are cut. A picture of a source with more than 8 bits has 16 bits a sample, if its kind\n"
-      "can (BMP cannot) and --to names no type of 8 bits. `lmimaging converters` says which pairs lose bits.\n"
-      "A file is written whole or not at all, also when a signal ends the tool. One that is replaced keeps its\n"
-      "permissions and its owner. With --output, a source that fails is reported and the others are still converted;\n"
-      "the exit code is 1 then. Numbered pictures that were made before a frame failed stay.\n"
-      "Layouts that share colours between pixels leave incomplete groups at the end of a line black, and interlaced\n"
-      "types a last odd line.");
+      "No bit is lost that the destination has room for: values of fewer bits are shifted up, so that white is white, "
+      "and those of more bits are cut. A picture of a source with more than 8 bits has 16 bits a sample, if its format "
+      "has them (BMP has not) and --to names no type of 8 bits. `lmimaging converters` lists which pairs lose bits.\n"
+      "\n"
+      "A file is written whole or not at all, also when a signal ends the tool. A file that is replaced keeps its "
+      "permissions and its owner. With --output, a source that fails is reported, and the rest are still converted; "
+      "the exit code is 1 then. Numbered pictures made before a frame failed stay.\n"
+      "\n"
+      "In formats whose pixels share colours, an incomplete group at the end of a line is black. So is an odd last "
+      "line of interlaced formats.");
   command->callback([options] { Run(*options); });
 }
 

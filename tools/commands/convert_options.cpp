@@ -43,8 +43,8 @@ void CheckFiles(const ConvertArguments& arguments, const std::vector<FilePair>& 
     for (const char* const option : {"--from", "--size", "--line-size", "--frames"}) {
       if (arguments.Given(option)) {
         throw ToolError(option, "is for raw frames; '" + pairs.front().source.string() +
-                                    "' is a picture, which tells "
-                                    "its type and size itself");
+                                    "' is a picture, which has "
+                                    "a type and a size of its own");
       }
     }
   } else {
@@ -116,7 +116,7 @@ void CheckFrameBytes(const RawFormat& format) {
 std::vector<FilePair> FilePairsOf(const ConvertArguments& arguments) {
   const std::vector<std::string>& files = arguments.files;
   if (!arguments.Given("--output")) {
-    if (arguments.Given("--as")) throw ToolError("--as", "goes with --output; without it DESTINATION's ending tells");
+    if (arguments.Given("--as")) throw ToolError("--as", "goes with --output; without it DESTINATION's ending decides");
     if (files.empty()) throw ToolError("SOURCE", "is missing; allowed: SOURCE DESTINATION, or SOURCE... --output DIR");
     if (files.size() == 1) throw ToolError("DESTINATION", "is missing; name a file, or a directory by --output DIR");
     if (files.size() > 2) {

@@ -118,9 +118,8 @@ void AddConvertersCommand(CLI::App& app) {
   AddAllOption(*command, options->all);
   command->add_flag("--json", options->json, "For programs: all pairs, as JSON");
   command->footer(
-      "Bits are those of a sample, of the channel that loses most. They are lost where the destination has no room "
-      "for\n"
-      "them. Colours of YUV are made at 8 bits.");
+      "Bits are those of a sample of the channel that loses most. They are lost where the destination has no room for "
+      "them. Colours are made of YUV at 8 bits.");
   command->callback([options] {
     const std::vector<Pair> pairs = Select(*options);
     options->json ? PrintJson(pairs) : PrintLists(pairs, *options);

@@ -123,7 +123,7 @@ void PrintText(const PixelTypeID& id, bool all) {
 }  // namespace
 
 void AddInfoCommand(CLI::App& app) {
-  CLI::App* const command = app.add_subcommand("info", "Tell everything about a type, and draw its bits in memory");
+  CLI::App* const command = app.add_subcommand("info", "Describe a type, and draw its bits in memory");
   const auto options = std::make_shared<InfoOptions>();
   AddTypeOption(*command, "TYPE", options->type, nullptr,
                 "An id, a name, a class name, or the name that a camera has for it: a PFNC name or code, or a V4L2 "
@@ -132,13 +132,15 @@ void AddInfoCommand(CLI::App& app) {
   AddAllOption(*command, options->all);
   command->add_flag("--json", options->json, "For programs, as JSON");
   command->footer(
-      "In the drawing, R, G, B, Y, U and V are samples of a channel, p is the only sample of a pixel. The number "
-      "behind\n"
-      "the letter counts the pixels that are stored together; then follow the bits of the sample, 0 for the lowest.\n"
-      "Bits with a dash are not used. Behind a type to convert to or from are the bits of a sample that are kept, "
-      "where\n"
-      "some are lost. A type is registered with bits that are the significant ones of a pixel, of wide RGB types of a\n"
-      "sample, and with bytes that are those of a pixel, of packed types rounded up.");
+      "In the drawing, R, G, B, Y, U and V are samples of a channel, and p is the only sample of a pixel. The number "
+      "after "
+      "the letter counts the pixels that are stored together. The bits of the sample follow, 0 for the lowest. Bits "
+      "with a dash are not used. Where a conversion loses bits, the list of types shows how many of a sample are "
+      "kept.\n"
+      "\n"
+      "The registered bits are the significant bits of a pixel, but of a sample in wide RGB types. The registered "
+      "bytes "
+      "are those of a pixel, rounded up in packed types.");
   command->callback([options] { options->json ? PrintJson(options->type) : PrintText(options->type, options->all); });
 }
 

@@ -4,6 +4,7 @@
 
 #include "command_line.h"
 #include "commands/commands.h"
+#include "help_format.h"
 
 namespace LmTool {
 
@@ -22,7 +23,7 @@ std::string Roff(const std::string& text) {
 }
 
 // Lines that are to stay as they are.
-std::string Verbatim(const std::string& text) { return ".PP\n.nf\n" + Roff(text) + "\n.fi\n"; }
+std::string Verbatim(const std::string& text) { return ".PP\n.nf\n" + Roff(text) + ".fi\n"; }
 
 std::string ManualOf(const ArgumentText& argument) {
   std::string names;
@@ -41,7 +42,7 @@ std::string ManualOf(const CLI::App& command) {
   }
   std::string text = ".SS lmimaging " + command.get_name() + Roff(synopsis) + "\n" + Roff(command.get_description()) +
                      ".\n" + arguments;
-  if (!command.get_footer().empty()) text += Verbatim(command.get_footer());
+  if (!command.get_footer().empty()) text += Verbatim(WrappedFooter(command));
   return text;
 }
 
@@ -53,12 +54,12 @@ std::string Manual(const CLI::App& app) {
       ".SH SYNOPSIS\n.B lmimaging\n.I COMMAND\n[\\fIOPTION\\fR...] [\\fIARGUMENT\\fR...]\n"
       ".SH DESCRIPTION\n"
       "Converts between the pixel types of cameras, which \\fBlmimaging types\\fR lists, and pictures. "
-      "\\fBlmimaging \\fICOMMAND\\fB \\-\\-help\\fR tells what a command takes.\n"
+      "\\fBlmimaging \\fICOMMAND\\fB \\-\\-help\\fR lists the options of a command.\n"
       ".SH PIXEL TYPES\n"
       "Where a type is asked for, it may be named by its id (0x20011 or 131089), its registered name (\"Bayer "
       "RGB10\\-bits\"), its class name (BayerRGB10), or the name or code that the GenICam Pixel Format Naming "
       "Convention "
-      "has for it (BayerRG10 or 0x0110000D). Such a name of a mosaic tells its layout too, which \\fB\\-\\-bayer\\fR "
+      "has for it (BayerRG10 or 0x0110000D). Such a name of a mosaic says its layout too, which \\fB\\-\\-bayer\\fR "
       "then "
       "need not. Where a camera's name and a class share one (RGB16), the camera's wins: RGB16 is 3 x 16 bits "
       "(0x20004); "

@@ -63,8 +63,9 @@ void AddSynthCommand(CLI::App& app) {
   AddSizeOption(*command, options->size, "Width and height in pixels")->required();
   AddLayoutOptions(*command, options->mosaic, options->flags);
   command->footer(
-      "The scene shows colour bars, grays, hues, rings, edges and fine lines. `lmimaging convert` with the same type,\n"
-      "size, --bayer and --field-order turns the frame back into a picture.");
+      "The scene shows colour bars, grays, hues, rings, edges and fine lines. `lmimaging convert` with the same type, "
+      "size, "
+      "--bayer and --field-order turns the frame back into a picture.");
   command->callback([options] { Run(*options); });
 }
 

@@ -52,11 +52,9 @@ void AddTypesCommand(CLI::App& app) {
   AddAllOption(*command, options->all);
   command->add_flag("--json", options->json, "For programs: all types and attributes, as JSON");
   command->footer(
-      "Bits are those of a sample, bytes those that a pixel takes in memory. Names of cameras are those of the "
-      "GenICam\n"
-      "Pixel Format Naming Convention, or else of V4L2. Any of the names stands for the type, in any case. A mosaic "
-      "has\n"
-      "a name for each layout: BayerGR10 (RG, GB, BG) means BayerGR10, BayerRG10, BayerGB10 and BayerBG10.");
+      "Bits are those of a sample. Bytes are those of a pixel in memory. Cameras' names are those of the GenICam Pixel "
+      "Format Naming Convention, or else of V4L2. Any of the names is accepted, in upper or lower case. A mosaic has a "
+      "name for each layout: BayerGR10 (RG, GB, BG) means BayerGR10, BayerRG10, BayerGB10 and BayerBG10.");
   command->callback([options] { options->json ? PrintJson() : PrintTable(options->all); });
 }
 
