@@ -83,23 +83,9 @@ void DevelopSteps::MakeMatrix(const ColorMatrix& matrix, const ToneCurve& tone) 
   mMatrix.words = mToneWords.data();
 }
 
-DevelopmentTables::~DevelopmentTables() {
-  for (const DevelopSteps* steps = mSteps.load(std::memory_order_acquire); steps != nullptr;) {
-    delete std::exchange(steps, steps->next);
-  }
-}
-
-// Threads that need the same tables at once may make them twice, as those of a filter.
 const DevelopSteps& DevelopmentTables::Steps(std::uint32_t depth, std::uint32_t resultDepth) const {
-  const DevelopSteps* newest = mSteps.load(std::memory_order_acquire);
-  for (const DevelopSteps* steps = newest; steps != nullptr; steps = steps->next) {
-    if (steps->Serves(depth, resultDepth)) return *steps;
-  }
-  auto* const made = new DevelopSteps(settings, depth, resultDepth);
-  do {
-    made->next = newest;
-  } while (!mSteps.compare_exchange_weak(newest, made, std::memory_order_acq_rel, std::memory_order_acquire));
-  return *made;
+  return mSteps.FindOrMake([=](const DevelopSteps& steps) { return steps.Serves(depth, resultDepth); },
+                           [=] { return DevelopSteps(settings, depth, resultDepth); });
 }
 
 const DevelopmentTables& TablesOf(const Development& development) { return *development.mTables; }

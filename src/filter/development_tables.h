@@ -1,10 +1,10 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <vector>
 
 #include "LmImagingLib/Development.h"
+#include "filter/derived_list.h"
 #include "simd/color_matrix.h"
 
 namespace LmImagingLib {
@@ -36,8 +36,6 @@ class DevelopSteps {
   /// How far samples may be outside of the range of their neighbours; 0xFFFF where that does not matter.
   std::uint32_t DefectThreshold() const { return mDefectThreshold; }
 
-  const DevelopSteps* next = nullptr;  ///< of a list
-
  private:
   void MakeMatrix(const ColorMatrix& matrix, const ToneCurve& tone);
 
@@ -58,9 +56,6 @@ inline constexpr std::uint32_t kNoDefects = 0xFFFF;
 /// The settings of a development and the tables that were made of them.
 struct DevelopmentTables {
   explicit DevelopmentTables(const DevelopmentSettings& theSettings) : settings(theSettings) {}
-  DevelopmentTables(const DevelopmentTables&) = delete;
-  DevelopmentTables& operator=(const DevelopmentTables&) = delete;
-  ~DevelopmentTables();
 
   /// Made at the first call and kept; any number of threads may call. Throws `std::bad_alloc`.
   const DevelopSteps& Steps(std::uint32_t depth, std::uint32_t resultDepth) const;
@@ -68,7 +63,7 @@ struct DevelopmentTables {
   const DevelopmentSettings settings;
 
  private:
-  mutable std::atomic<const DevelopSteps*> mSteps{nullptr};  // a list, newest first
+  mutable DerivedList<DevelopSteps> mSteps;
 };
 
 /// The factors of a matrix in 4096ths.

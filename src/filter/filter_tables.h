@@ -1,9 +1,9 @@
 #pragma once
 
-#include <atomic>
 #include <optional>
 #include <vector>
 
+#include "filter/derived_list.h"
 #include "filter/filter_curve.h"
 #include "filter/wide_tables.h"
 #include "simd/strip.h"
@@ -18,7 +18,6 @@ struct RGBFilterTables {
   explicit RGBFilterTables(unsigned long bits);
   RGBFilterTables(const RGBFilterTables&) = delete;
   RGBFilterTables& operator=(const RGBFilterTables&) = delete;
-  ~RGBFilterTables() { ForgetDerived(); }
 
   /// The tables that kernels look bytes up in, or null where they change nothing and the lookup may be left out.
   ///
@@ -34,7 +33,7 @@ struct RGBFilterTables {
   void FindGains();
 
   /// Drops the derived tables, before the tables change.
-  void ForgetDerived();
+  void ForgetDerived() { mDerived.Clear(); }
 
   alignas(64) unsigned char red8[256];
   alignas(64) unsigned char green8[256];
@@ -52,7 +51,7 @@ struct RGBFilterTables {
   std::optional<FilterCurve> curve;
 
  private:
-  mutable std::atomic<const WideTables*> mDerived{nullptr};  // a list, newest first
+  mutable DerivedList<WideTables> mDerived;
 };
 
 /// The tables of `filter`, for as long as it or a copy of it lives.

@@ -38,25 +38,11 @@ void RGBFilterTables::FindGains() {
   lookup.blue.gain = *blue;
 }
 
-void RGBFilterTables::ForgetDerived() {
-  if (mDerived.load(std::memory_order_relaxed) == nullptr) return;
-  for (const WideTables* tables = mDerived.exchange(nullptr, std::memory_order_relaxed); tables != nullptr;) {
-    delete std::exchange(tables, tables->next);
-  }
-}
-
-// Threads that need the same tables at once may derive them twice; the list keeps both. No lock: none may be held while
-// the process forks.
 const LookupTables<std::uint16_t>* RGBFilterTables::Lookup(unsigned depth, unsigned resultDepth) const {
-  const WideTables* newest = mDerived.load(std::memory_order_acquire);
-  for (const WideTables* tables = newest; tables != nullptr; tables = tables->next) {
-    if (tables->Serves(depth, resultDepth)) return tables->Lookup();
-  }
-  auto* const made = new WideTables(*this, depth, resultDepth);
-  do {
-    made->next = newest;
-  } while (!mDerived.compare_exchange_weak(newest, made, std::memory_order_acq_rel, std::memory_order_acquire));
-  return made->Lookup();
+  return mDerived
+      .FindOrMake([=](const WideTables& tables) { return tables.Serves(depth, resultDepth); },
+                  [=] { return WideTables(*this, depth, resultDepth); })
+      .Lookup();
 }
 
 const RGBFilterTables& TablesOf(const RGBFilter& filter) { return *filter.mTables; }

@@ -32,8 +32,6 @@ class WideTables {
   /// Null where the tables change nothing.
   const LookupTables<std::uint16_t>* Lookup() const { return mIsIdentity ? nullptr : &mLookup; }
 
-  const WideTables* next = nullptr;  ///< of a list
-
  private:
   unsigned mDepth, mResultDepth;
   bool mIsIdentity = false;

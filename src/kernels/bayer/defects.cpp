@@ -1,17 +1,9 @@
 // Defect pixels of a row of a mosaic: samples far outside of the range of the eight around of the same colour.
+#include "kernels/bayer/numbers.h"
 #include "simd/mosaic.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
-
-template <class Sample>
-inline Sample LesserOf(Sample a, Sample b) {
-  return a < b ? a : b;
-}
-template <class Sample>
-inline Sample GreaterOf(Sample a, Sample b) {
-  return a > b ? a : b;
-}
 
 // Plain enough for compilers to make vectors of it.
 template <class Sample>
@@ -20,13 +12,13 @@ void Correct(const Sample* __restrict above, const Sample* __restrict row, const
   const auto most = static_cast<Sample>(threshold);
   for (std::size_t i = 0; i < width; ++i) {
     // Samples at columns i - 2, i and i + 2 are at i, i + 2 and i + 4: rows begin with two that are mirrored.
-    const Sample lowest = LesserOf(LesserOf(LesserOf(above[i], above[i + 2]), LesserOf(above[i + 4], row[i])),
-                                   LesserOf(LesserOf(row[i + 4], below[i]), LesserOf(below[i + 2], below[i + 4])));
-    const Sample highest = GreaterOf(GreaterOf(GreaterOf(above[i], above[i + 2]), GreaterOf(above[i + 4], row[i])),
-                                     GreaterOf(GreaterOf(row[i + 4], below[i]), GreaterOf(below[i + 2], below[i + 4])));
+    const Sample lowest = Lesser(Lesser(Lesser(above[i], above[i + 2]), Lesser(above[i + 4], row[i])),
+                                 Lesser(Lesser(row[i + 4], below[i]), Lesser(below[i + 2], below[i + 4])));
+    const Sample highest = Greater(Greater(Greater(above[i], above[i + 2]), Greater(above[i + 4], row[i])),
+                                   Greater(Greater(row[i + 4], below[i]), Greater(below[i + 2], below[i + 4])));
     const Sample sample = row[i + 2];
-    const auto over = static_cast<Sample>(GreaterOf(sample, highest) - highest);
-    const auto under = static_cast<Sample>(lowest - LesserOf(sample, lowest));
+    const auto over = static_cast<Sample>(Greater(sample, highest) - highest);
+    const auto under = static_cast<Sample>(lowest - Lesser(sample, lowest));
     out[i] = over > most ? highest : under > most ? lowest : sample;
   }
 }

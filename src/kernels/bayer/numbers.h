@@ -7,6 +7,15 @@
 namespace LmImagingLib::LM_ISA {
 namespace {
 
+template <class Value>
+inline Value Lesser(Value a, Value b) {
+  return a < b ? a : b;
+}
+template <class Value>
+inline Value Greater(Value a, Value b) {
+  return a > b ? a : b;
+}
+
 #if LM_LANES
 
 template <class Value>
@@ -38,15 +47,6 @@ inline Numbers<Value> ReadWeights(const std::int16_t* from) {
     std::memcpy(&half, from, sizeof half);
     return __builtin_convertvector(half, I32);
   }
-}
-
-template <class Vector>
-inline Vector Lesser(Vector a, Vector b) {
-  return a < b ? a : b;
-}
-template <class Vector>
-inline Vector Greater(Vector a, Vector b) {
-  return a > b ? a : b;
 }
 
 /// Where the condition is true 1, else 0.
@@ -87,8 +87,6 @@ template <class Value>
 inline std::int32_t ReadWeights(const std::int16_t* from) {
   return *from;
 }
-inline std::int32_t Lesser(std::int32_t a, std::int32_t b) { return a < b ? a : b; }
-inline std::int32_t Greater(std::int32_t a, std::int32_t b) { return a > b ? a : b; }
 inline std::int32_t One(bool condition) { return condition ? 1 : 0; }
 inline std::int32_t Choose(bool condition, std::int32_t a, std::int32_t b) { return condition ? a : b; }
 template <class Sample>
