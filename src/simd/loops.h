@@ -155,10 +155,12 @@ inline void FetchAhead(const SourceLines& in, std::size_t line, std::size_t at, 
   }
 }
 
-/// Calls `use` with a reader of a last block of `rest` pixels, which reads no byte after them. Takes its own lines: the
+/// Calls `use` with a reader of a last block of `rest` pixels, which reads no byte after them. Has its own lines: the
 /// caller's would no longer stay in registers if `use` had their address.
 template <class Layout, class Sample, class Use>
-inline void ReadRest(SourceLines in, std::size_t at, std::size_t rest, const Use& use) {
+[[gnu::always_inline]] inline void ReadRest(const SourceLines& caller, std::size_t at, std::size_t rest,
+                                            const Use& use) {
+  SourceLines in = At<Layout>(caller, 0);
   const std::size_t bytes = BytesOf<Layout>(rest) + Layout::kBeyond;
 #if LM_HAS_MASKS
   use(PartOfBlock{in, at, bytes});
@@ -186,7 +188,11 @@ Channels<Sample> DecodeBlocks(const SourceLines& lines, std::size_t first, std::
     if (in.ahead != 0) FetchAhead<Layout>(in, 0, at, kStep);
     DecodeBlock<Layout, Sample>(WholeBlock{in, at}, red + i, green + i, blue + i);
   }
-  if (i < count) {
+  if (!Layout::kGray && i < count && count >= kStep) {
+    // Some colours once more are faster than a part of a block. Gray may be decoded in place, where its source is gone.
+    i = count - kStep;
+    DecodeBlock<Layout, Sample>(WholeBlock{At<Layout>(lines, first + i), 0}, red + i, green + i, blue + i);
+  } else if (i < count) {
     const std::size_t rest = count - i;
     alignas(kLanes) Sample pixels[3][kStep];
     ReadRest<Layout, Sample>(
