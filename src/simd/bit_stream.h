@@ -69,7 +69,14 @@ struct BitStream {
 
   template <class Groups, class Reader>
   static U16 TopBytes(const Reader& read) {
-    return Words<Groups>(read) >> static_cast<std::uint16_t>(read.in.shift) & 0xFF;
+    if constexpr (kBits <= 12) {
+      const U16 tops = PackedWords<Groups, TwoBytes>(read, 0) * EightValues<ToTop>();
+      if constexpr (kBits == 10) return tops >> 8;
+      // Twelve bits may hold a sample of ten.
+      return tops >> static_cast<std::uint16_t>(kAbove + read.in.shift) & 0xFF;
+    } else {
+      return Words<Groups>(read) >> (kBits - 8) & 0xFF;
+    }
   }
 #endif
 };

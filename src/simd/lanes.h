@@ -120,6 +120,7 @@ inline U8 Fill(std::uint8_t value) { return U8{} + value; }
 #else
 #include "simd/lanes_neon.h"
 #endif
+#include "simd/parts.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -132,35 +133,6 @@ inline Vector Pinned(Vector v) {
   __asm__("" : "+x"(v));
 #endif
   return v;
-}
-
-/// Loads and stores the first `count` samples, at most a register's, and touches no other; the rest loads as 0.
-inline U16 LoadPart(const std::uint16_t* from, std::size_t count) {
-  return U16(LoadPart(reinterpret_cast<const std::uint8_t*>(from), 2 * count));
-}
-inline void StorePart(U16 v, std::uint16_t* to, std::size_t count) {
-  StorePart(U8(v), reinterpret_cast<std::uint8_t*>(to), 2 * count);
-}
-
-/// Where to store the first `bytes` bytes, and no others.
-struct Part {
-  std::uint8_t* at;
-  std::size_t bytes;
-
-  Part operator+(std::size_t count) const { return {at + count, bytes - (count < bytes ? count : bytes)}; }
-};
-
-inline void Store(U8 v, Part to) {
-  if (to.bytes >= kLanes) {
-    Store(v, to.at);
-  } else if (to.bytes != 0) {
-    StorePart(v, to.at, to.bytes);
-  }
-}
-
-template <class To>
-inline void Store(U16 v, To to) {
-  Store(U8(v), to);
 }
 
 /// The truncated mean of each pair of samples: halves were rounded up where the sum is odd.

@@ -11,14 +11,6 @@ inline void Store(U8 v, Stream to) { Store(v, to.at); }
 
 inline U8 LoadHalf(const std::uint8_t* from) { return U8(vcombine_u8(vld1_u8(from), vdup_n_u8(0))); }
 
-/// Loads and stores the first `count` bytes, at most kLanes, and touches no other; the rest loads as 0.
-inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
-  U8 v{};
-  std::memcpy(&v, from, count);
-  return v;
-}
-inline void StorePart(U8 v, std::uint8_t* to, std::size_t count) { std::memcpy(to, &v, count); }
-
 /// The bytes of a vector as the upper halves of 16-bit lanes, in two parts whose order only `ClampJoin` knows.
 inline U16 LowWords(U8 v) { return U16(vzip1q_u8(vdupq_n_u8(0), uint8x16_t(v))); }
 inline U16 HighWords(U8 v) { return U16(vzip2q_u8(vdupq_n_u8(0), uint8x16_t(v))); }

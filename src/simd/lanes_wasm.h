@@ -11,14 +11,6 @@ inline void Store(U8 v, Stream to) { Store(v, to.at); }
 
 inline U8 LoadHalf(const std::uint8_t* from) { return U8(wasm_v128_load64_zero(from)); }
 
-/// Loads and stores the first `count` bytes, at most kLanes, and touches no other; the rest loads as 0.
-inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
-  U8 v{};
-  std::memcpy(&v, from, count);
-  return v;
-}
-inline void StorePart(U8 v, std::uint8_t* to, std::size_t count) { std::memcpy(to, &v, count); }
-
 /// 16 bytes each from `from`, and from every `step` bytes on.
 inline U8 LoadUnits(const std::uint8_t* from, std::size_t /*step*/) { return Load(from); }
 

@@ -61,13 +61,6 @@ inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
 inline void StorePart(U8 v, std::uint8_t* to, std::size_t count) {
   _mm512_mask_storeu_epi8(to, _bzhi_u64(~std::uint64_t{0}, static_cast<unsigned>(count)), __m512i(v));
 }
-#else
-inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {
-  U8 v{};
-  std::memcpy(&v, from, count);
-  return v;
-}
-inline void StorePart(U8 v, std::uint8_t* to, std::size_t count) { std::memcpy(to, &v, count); }
 #endif
 
 /// The bytes of a vector as the upper halves of 16-bit lanes, in two parts whose order only `ClampJoin` knows.

@@ -165,9 +165,11 @@ template <class Layout, class Sample, class Use>
 #if LM_HAS_MASKS
   use(PartOfBlock{in, at, bytes});
 #else
-  // Zeros keep the bytes after the line from becoming indices of tables.
-  std::uint8_t copy[Layout::kLines][BytesOf<Layout>(kBlock<Sample>) + Layout::kBeyond] = {};
+  constexpr std::size_t kRegisters = (BytesOf<Layout>(kBlock<Sample>) + Layout::kBeyond - 1) / kLanes + 1;
+  std::uint8_t copy[Layout::kLines][kRegisters * kLanes];
   for (std::size_t k = 0; k < Layout::kLines; ++k) {
+    // Zeros keep the bytes after the line from becoming indices of tables.
+    for (std::size_t byte = 0; byte < sizeof copy[k]; byte += kLanes) Store(U8{}, copy[k] + byte);
     in.line[k] = static_cast<const std::uint8_t*>(std::memcpy(copy[k], in.line[k] + at, bytes));
   }
   use(WholeBlock{in, 0});

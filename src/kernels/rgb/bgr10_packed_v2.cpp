@@ -2,7 +2,8 @@
 // and RGB, which has red in bits 9-0.
 #include "kernels/decoder.h"
 #include "kernels/rgb/exchanged.h"
-#include "simd/samples.h"
+#include "simd/fields.h"
+#include "simd/loops.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -22,37 +23,17 @@ struct BGR10PackedV2Layout {
   }
 
 #if LM_LANES
-  // The top 8 bits of each sample as bytes 0, 1 and 2 of the word.
-  struct Bytes {
-    static constexpr std::size_t kPixels = 1, kSamples = 4;
-    static constexpr std::size_t kAt[][kPixels] = {{0}, {1}, {2}};
-  };
-
   template <class Reader>
   static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
-    U8 window[4];
-    for (std::size_t k = 0; k < 4; ++k) {
-      const U32 word = U32(read(0, k * kLanes));
-      window[k] = U8((word >> 22 & 0xFF) | (word >> 4 & 0xFF00) | (word << 14 & 0xFF0000));
-    }
-    return {Pick<SampleIndex<Bytes, 0>>(window), Pick<SampleIndex<Bytes, 1>>(window),
-            Pick<SampleIndex<Bytes, 2>>(window)};
+    U32 pixels[4];
+    for (std::size_t k = 0; k < 4; ++k) pixels[k] = U32(read(0, k * kLanes));
+    return {FieldOf(pixels, 22), FieldOf(pixels, 12), FieldOf(pixels, 2)};
   }
-
-  // The lower word of each pixel.
-  struct LowIndex {
-    static constexpr std::size_t At(std::size_t lane) { return 2 * lane; }
-  };
 
   template <class Reader>
   static RgbLanes<std::uint16_t> Block(const Reader& read, Of<std::uint16_t>) {
-    const U32 first = U32(read(0, 0));
-    const U32 second = U32(read(0, kLanes));
-    const auto sample = [&](unsigned at) {
-      const U16 window[2] = {U16(first >> at), U16(second >> at)};
-      return Pick<LowIndex>(window) & 0x3FF;
-    };
-    return {sample(20), sample(10), sample(0)};
+    const U32 pixels[] = {U32(read(0, 0)), U32(read(0, kLanes))};
+    return {FieldOf(pixels, 20, 0x3FF), FieldOf(pixels, 10, 0x3FF), FieldOf(pixels, 0, 0x3FF)};
   }
 #endif
 };

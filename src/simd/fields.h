@@ -1,0 +1,40 @@
+#pragma once
+
+#include "simd/interleave.h"
+
+// Samples that are bits of 32-bit pixels, as registers of samples. Packs narrow them within 16 bytes of a register; the
+// fours that come out are collected in their order afterwards.
+#if LM_LANES
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+inline constexpr std::size_t kUnits = kLanes / 16;
+
+// The reverse of `Deal`.
+template <std::size_t... kLane>
+inline U32 Collect(U32 v, std::index_sequence<kLane...>) {
+  return __builtin_shufflevector(v, v, (kLane % kUnits * 4 + kLane / kUnits)...);
+}
+
+// Of words the fours are eight bytes.
+template <std::size_t... kLane>
+inline U32 CollectPairs(U32 v, std::index_sequence<kLane...>) {
+  return __builtin_shufflevector(v, v, (kLane / 2 % kUnits * 4 + kLane / 2 / kUnits * 2 + kLane % 2)...);
+}
+
+/// Bits `at` to `at` + 7 of each pixel of four registers.
+inline U8 FieldOf(const U32 (&pixels)[4], unsigned at) {
+  const auto field = [&](std::size_t k) { return I32(pixels[k] >> at & 0xFF); };
+  const I16 first = ClampPack(field(0), field(1)), second = ClampPack(field(2), field(3));
+  return U8(Collect(U32(ClampJoin(first, second)), std::make_index_sequence<kLanes / 4>{}));
+}
+
+/// The bits of `mask`, at most 15, from bit `at` on of each pixel of two registers.
+inline U16 FieldOf(const U32 (&pixels)[2], unsigned at, std::uint32_t mask) {
+  const auto field = [&](std::size_t k) { return I32(pixels[k] >> at & mask); };
+  return U16(CollectPairs(U32(ClampPack(field(0), field(1))), std::make_index_sequence<kLanes / 4>{}));
+}
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+#endif
