@@ -11,6 +11,7 @@
 
 #include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelTypeFactory.h"
+#include "color_options.h"
 #include "error.h"
 #include "named_type.h"
 #include "numbers.h"
