@@ -183,7 +183,7 @@ ConversionResult PlanConversion(const ConstImageView& source, const ImageView& d
   }
   if (Overlap(source.data, *plan.source.Required(plan.width, plan.height, plan.sourceLine), destination.data,
               *plan.destination.Required(destination.width, destination.height, plan.destinationLine))) {
-    return Refused("source.data and destination.data are memory that overlaps; the images must lie apart");
+    return Refused("source.data and destination.data are memory that overlaps; the images must not overlap");
   }
   plan.sourceWidth = PixelsThatFill(plan.source, plan.width, plan.sourceLine);
   return CheckAbilities(source, plan);
