@@ -13,7 +13,7 @@ std::string ProcessorName() {
     if (colon != std::string::npos) facts[line.substr(0, line.find_first_of("\t:"))] = line.substr(colon + 2);
   }
   if (facts["model name"].empty()) return "unknown processor";
-  // Virtual machines keep the model's number to themselves; these two still tell the generation.
+  // Virtual machines hide the model's name. These two numbers still identify the generation.
   return facts["model name"] + " (family " + facts["cpu family"] + ", model " + facts["model"] + ")";
 }
 

@@ -64,7 +64,7 @@ class Queue {
   bool mClosed = false;
 };
 
-// Stands for the camera: what a real one tells of its frames, and frames whose brightness is their number.
+// Stands for the camera: what a real one reports of its frames, and frames whose brightness is their number.
 struct Camera {
   const char* pixelFormat = "BayerRG12Packed";
   unsigned long width = 640;

@@ -67,7 +67,7 @@ bool RegisterThermal() {
 int main() {
   if (!RegisterThermal()) return EXIT_FAILURE;
 
-  // From here on nothing tells the type from a built-in one.
+  // From here on the type is used like a built-in one.
   const std::uint16_t frame[] = {2732, 2932, 3132, 2000, 4000, 2832};
   const ConstImageView source{kThermal, frame, sizeof frame, 3, 2};
   std::uint8_t picture[3 * 2 * 4] = {};

@@ -24,7 +24,7 @@ struct Color {
   double red, green, blue;
 };
 
-// A frame as a camera would deliver it under warm light: words of 10 bits behind the filters R G / G B. A gray card
+// A frame as a camera would deliver it under warm light: words of 10 bits from a sensor with the filters R G / G B. A gray card
 // lies on a dark blue table.
 std::vector<std::uint16_t> TakeFrame() {
   constexpr Color kLight{1.0, 0.8, 0.45};
@@ -89,7 +89,7 @@ int main() {
   const Color measured = Mean(Convert(patch, options));
   Print("gray patch", measured);
   if (std::min({measured.red, measured.green, measured.blue}) < 1) {
-    std::fprintf(stderr, "The patch is too dark to tell the light's colour\n");
+    std::fprintf(stderr, "The patch is too dark to find the light's colour\n");
     return EXIT_FAILURE;
   }
 

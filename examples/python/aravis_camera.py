@@ -33,7 +33,7 @@ def picture_of(buffer):
     """The picture of a buffer, as an array of its own that outlives the buffer."""
     code = buffer.get_image_pixel_format()
     width, height = buffer.get_image_width(), buffer.get_image_height()
-    padding, _ = buffer.get_image_padding()  # bytes behind each line
+    padding, _ = buffer.get_image_padding()  # bytes after each line
     bits = code >> 16 & 0xFF  # the code says the bits of a pixel
     line_size = (width * bits + 7) // 8 + padding if padding else None
     return lmimaging.convert(buffer.get_data(), code, "RGB8", size=(width, height), line_size=line_size)

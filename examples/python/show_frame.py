@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Shows a frame from the buffer of a GenICam producer.
 
-Acquisition libraries hand out buffers that tell their payload, the image's size, a pixel format code of the GenICam
-Pixel Format Naming Convention, and the padding behind each line. That is all `lmimaging.convert` needs. The camera of
+Acquisition libraries hand out buffers with their payload, the image's size, a pixel format code of the GenICam
+Pixel Format Naming Convention, and the padding after each line. That is all `lmimaging.convert` needs. The camera of
 this script is a stand-in, so that it runs anywhere; with a real one, `shown` stays as it is.
 """
 
@@ -24,7 +24,7 @@ class Buffer:
     width: int
     height: int
     pixel_format: int  # PFNC code
-    padding_x: int  # bytes behind each line
+    padding_x: int  # bytes after each line
     timestamp: int
 
 
@@ -51,7 +51,7 @@ class StandInCamera:
 
 
 def line_size(buffer):
-    bits = buffer.pixel_format >> 16 & 0xFF  # the code tells the bits of a pixel
+    bits = buffer.pixel_format >> 16 & 0xFF  # these bits of the code are the bits of a pixel
     return (buffer.width * bits + 7) // 8 + buffer.padding_x
 
 

@@ -48,7 +48,7 @@ def layout_flag(
 ) -> int:
     """The conversion flag of a mosaic's layout, which is never guessed: a wrong one swaps red and blue.
 
-    :param named, wanted: the layouts that the names of the source and the destination tell
+    :param named, wanted: the layouts that the names of the source and the destination say
     """
     if bayer is not None:
         choice("bayer", bayer, _native.BAYER)
@@ -61,8 +61,8 @@ def layout_flag(
         raise ValueError(f"to: the mosaic's layout is {wanted!r}, but the source's is {layout!r}, which stays")
     if layout is None and source.bayer and not destination.bayer:
         allowed = ", ".join(map(repr, _native.BAYER))
-        hint = f", or a from_ that tells it, such as {source.pfnc[0]!r}" if source.pfnc else ""
-        raise ValueError(f"bayer: is missing, and {source} does not tell the mosaic's layout; allowed: {allowed}{hint}")
+        hint = f", or a from_ that says it, such as {source.pfnc[0]!r}" if source.pfnc else ""
+        raise ValueError(f"bayer: is missing, and {source} does not say the mosaic's layout; allowed: {allowed}{hint}")
     return _native.BAYER[layout] if layout else 0
 
 

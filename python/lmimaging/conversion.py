@@ -44,13 +44,13 @@ def convert(
 
     :param source: a NumPy array, an object of the array interface such as a PIL image, or any other object with a
         buffer (bytes, bytearray, memoryview, mmap, ctypes array).
-        An array of the shape and dtype of the type tells its own size: (height, width) for one sample a pixel, uint8
+        The size is taken from an array of the shape and dtype of the type: (height, width) for one sample a pixel, uint8
         up to 8 bits and uint16 above; (height, width, samples) for several; (planes, height, width) for planar types.
         Anything else is taken as bytes, in one dimension or in rows, and needs ``size``. Rows may be padded or belong
         to a wider array; only arrays whose pixels do not lie side by side are copied.
     :param from_: the source's pixel type, such as "BayerRG10", 0x20011 or a camera's PixelFormat code
     :param to: the destination's pixel type, such as "RGB8" or "Mono8"; ``converters(from_)`` lists what is allowed
-    :param size: (width, height) in pixels, for a source that does not tell it
+    :param size: (width, height) in pixels, for a source that has none
     :param line_size: bytes from one line of a one-dimensional source to the next, if lines are padded
     :param black: the level of black, one number or three of red, green and blue, which is taken off first; in steps of
         the samples as the camera counts them, each 0 to 65535
@@ -60,7 +60,7 @@ def convert(
     :param tone: the curve from light to values, after all that: "linear" (the default), "srgb" for screens, "bt709" for
         video, or a gamma of 0.1 to 10. `Development` has a matrix and more.
     :param bayer: colours of the first two pixels of a mosaic's top row, "GR", "RG", "GB" or "BG". Must be given to
-        make colours of a mosaic, unless ``from_`` is a PFNC name or code, which tells it.
+        make colours of a mosaic, unless ``from_`` is a PFNC name or code, which says it.
     :param demosaic: of a mosaic: "adaptive" (the default) looks along edges, "mhc" uses linear 5 x 5 filters,
         "bilinear" the neighbours of each pixel, and "block" makes four equal pixels of a 2 x 2 cell; "half" makes one
         pixel of each cell, so that the result has half the width and height, rounded down
@@ -75,7 +75,7 @@ def convert(
         threads share a frame.
     :param out: where to write: an array of the result's shape and dtype whose pixels lie side by side in each row, or
         a writable buffer of at least as many bytes. It must not overlap the source.
-    :return: ``out`` if given; otherwise a new array of the destination's shape and dtype, like those told for
+    :return: ``out`` if given; otherwise a new array of the destination's shape and dtype, like those described for
         ``source``. Types whose pixels share bytes come as uint8 in one dimension.
         Pixels that a conversion leaves alone, such as half of a pair that shares its colour, are 0 in a new array.
     :raises ValueError: for a value that is not allowed, or an image that does not fit its buffer; nothing is written

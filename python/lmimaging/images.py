@@ -34,19 +34,19 @@ def source_image(source: Any, type: PixelType, size: Any, line_size: Optional[in
         raise ValueError(f"source: {_described(array)} is empty; allowed: 1 pixel or more")
     wanted = None if size is None else image_size(size)
     layout = layout_of(type)
-    told = layout.size(array) if layout else None
-    if line_size is not None and (told or array.ndim != 1):
-        raise ValueError(f"line_size: {shown(line_size)} is given, but {_described(array)} tells it; allowed: None")
-    if layout and told:
-        if wanted not in (None, told):
-            raise ValueError(f"size: {shown(size)} is given, but the source is an array of {told[0]} x {told[1]}")
+    known = layout.size(array) if layout else None
+    if line_size is not None and (known or array.ndim != 1):
+        raise ValueError(f"line_size: {shown(line_size)} is given, but {_described(array)} has one; allowed: None")
+    if layout and known:
+        if wanted not in (None, known):
+            raise ValueError(f"size: {shown(size)} is given, but the source is an array of {known[0]} x {known[1]}")
         step = layout.line_size(array)
-        return Image(array, *told, step) if step else Image(np.ascontiguousarray(array), *told, 0)
+        return Image(array, *known, step) if step else Image(np.ascontiguousarray(array), *known, 0)
     if array.ndim not in (1, 2) or not _holds_bytes(array, layout):
         raise ValueError(f"source: {_described(array)} is no image of {type}; allowed: {_allowed(layout)}")
     if wanted is None:
         shape = f", or an array of shape {layout}" if layout else ""
-        raise ValueError(f"size: is missing, and {_described(array)} does not tell it; allowed: (width, height){shape}")
+        raise ValueError(f"size: is missing, and {_described(array)} has none; allowed: (width, height){shape}")
     if array.ndim == 1:
         return Image(np.ascontiguousarray(array), *wanted, _line_size(line_size))
     rows = wanted[1] * (layout.samples if layout and layout.planar else 1)
@@ -74,7 +74,7 @@ def destination_image(out: Any, type: PixelType, width: int, height: int) -> Ima
         if step is None:
             raise ValueError(
                 f"out: the pixels of {_described(array)} lie apart (strides {array.strides}); "
-                "allowed: pixels side by side in each row, and planes one behind the other"
+                "allowed: pixels side by side in each row, and planes one after the other"
             )
         return Image(array, width, height, step)
     if array.ndim == 1 and array.itemsize == 1 and array.flags.c_contiguous:

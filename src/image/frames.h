@@ -6,7 +6,7 @@
 namespace LmImagingLib {
 
 /// The source of a frame, from which no byte after a line is read.
-/// @param type  whose flags tell the fields: the converter's, or the view's own
+/// @param type  whose flags name the fields: the converter's, or the view's own
 inline Frame SourceFrame(const ConstImageView& source, std::uint64_t lineSize, PixelTypeID type) {
   Frame frame;
   frame.source = static_cast<const std::uint8_t*>(source.data);

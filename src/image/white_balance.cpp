@@ -113,8 +113,8 @@ void AddColors(const SourceType& source, const Frame& frame, const Cells& cells,
     if (line == nullptr) continue;
     lines.ForEachStrip(line, [&](const Channels<Sample>& colors, std::size_t count, std::size_t first) {
       // The next cell on the grid, which strips do not divide evenly.
-      const std::size_t behind = first > cells.left ? (first - cells.left + cells.step - 1) / cells.step : 0;
-      for (std::size_t x = cells.left + behind * cells.step; x < std::min<std::size_t>(cells.right, first + count);
+      const std::size_t before = first > cells.left ? (first - cells.left + cells.step - 1) / cells.step : 0;
+      for (std::size_t x = cells.left + before * cells.step; x < std::min<std::size_t>(cells.right, first + count);
            x += cells.step) {
         const std::size_t i = x - first;
         statistics.Add(colors.red[i], colors.green[i], colors.green[i], colors.blue[i]);
