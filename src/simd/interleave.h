@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simd/lanes.h"
+#include "simd/pick.h"
 
 // Channels of samples to interleaved pixels, and back.
 #if LM_LANES
@@ -61,6 +61,27 @@ template <std::size_t kLow, std::size_t kHigh, class Vector>
 inline Vector Units(Vector a, Vector b) {
   return Vector(Units<kLow, kHigh>(U8(a), U8(b), std::make_index_sequence<32>{}));
 }
+#elif LM_LANES > LM_BYTE_SHUFFLE
+// Units of 16 bytes in the order in which three registers hold them in turn: unit `kFirst` + l of all is in register
+// (kFirst + l) % 3.
+template <std::size_t kFirst>
+struct UnitsInTurn {
+  static constexpr std::size_t At(std::size_t lane) {
+    const std::size_t unit = kFirst + lane / 2;
+    return unit % 3 * (kLanes / 8) + unit / 3 * 2 + lane % 2;
+  }
+};
+// Every third unit of three registers.
+template <std::size_t kFirst>
+struct EveryThirdUnit {
+  static constexpr std::size_t At(std::size_t lane) { return (lane / 2 * 3 + kFirst) * 2 + lane % 2; }
+};
+template <class Index, class Vector>
+inline Vector PickUnits(const Vector (&window)[3]) {
+  const Lanes<std::uint64_t> units[] = {Lanes<std::uint64_t>(window[0]), Lanes<std::uint64_t>(window[1]),
+                                        Lanes<std::uint64_t>(window[2])};
+  return Vector(Pick<Index>(units));
+}
 #endif
 
 /// Stores a0 b0 c0 a1 b1 c1 ...: three registers.
@@ -80,13 +101,36 @@ inline void StoreInterleaved(Lanes<Sample> a, Lanes<Sample> b, Lanes<Sample> c, 
   Store(Units<0, 3>(part[2], part[0]), to + kLanes);
   Store(Units<1, 3>(part[1], part[2]), to + 2 * kLanes);
 #else
+#if LM_LANES > LM_BYTE_SHUFFLE
+  if constexpr (kUnit<Sample> < kBlock<Sample>) {
+    Store(PickUnits<UnitsInTurn<0>>(part), to);
+    Store(PickUnits<UnitsInTurn<kLanes / 16>>(part), to + kLanes);
+    Store(PickUnits<UnitsInTurn<kLanes / 8>>(part), to + 2 * kLanes);
+    return;
+  }
+#endif
   for (std::size_t k = 0; k < 3; ++k) Store(part[k], to + k * kLanes);
 #endif
 }
 
+#if LM_LANES == 64 && LM_BYTE_SHUFFLE < 64
+template <std::size_t kPart>
+struct TripledUnit {
+  static constexpr std::size_t At(std::size_t lane) { return (kPart * kLanes + lane * 8) / 48 * 2 + lane % 2; }
+};
+#endif
+
 template <std::size_t kPart, std::size_t... kLane>
 inline U8 Tripled(U8 v, std::index_sequence<kLane...>) {
+#if LM_LANES == 64 && LM_BYTE_SHUFFLE < 64
+  // The 16 bytes that each 16 are made of, and then a shuffle within these.
+  const Lanes<std::uint64_t> window[] = {Lanes<std::uint64_t>(v)};
+  v = U8(Pick<TripledUnit<kPart>>(window));
+  return __builtin_shufflevector(
+      v, v, (kLane / 16 * 16 + (kPart * kLanes + kLane) / 3 - (kPart * kLanes + kLane) / 48 * 16)...);
+#else
   return __builtin_shufflevector(v, v, ((kPart * kLanes + kLane) / 3)...);
+#endif
 }
 
 /// Stores a0 a0 a0 a1 a1 a1 ...: 3 * kLanes bytes.
@@ -98,21 +142,31 @@ inline void StoreTripled(U8 v, To to) {
   Store(Tripled<2>(v, kAll), to + 2 * kLanes);
 }
 
-/// Lane i of the result is sample 3 i + kChannel of the window.
+// Sample 3 i + c of three parts, in whose unit l it is in lane l of part k where (k * kUnit + l) % 3 is c. kUnit % 3 is
+// its own inverse.
 template <std::size_t kChannel, class Sample>
-inline Lanes<Sample> Deinterleave(const Lanes<Sample> (&window)[3]) {
+inline Lanes<Sample> GatherChannel(const Lanes<Sample> (&part)[3]) {
   constexpr AllLanes<Sample> kAll{};
-#if LM_LANES == 32
-  const Lanes<Sample> part[3] = {Units<0, 3>(window[0], window[1]), Units<1, 2>(window[0], window[2]),
-                                 Units<0, 3>(window[1], window[2])};
-#else
-  const Lanes<Sample>(&part)[3] = window;
-#endif
-  // Sample 3 i + c is in lane l of part k where (k * kUnit + l) % 3 is c. kUnit % 3 is its own inverse.
   constexpr std::size_t kTurn = kUnit<Sample> % 3;
   constexpr std::size_t kOf0 = kChannel * kTurn % 3, kOf1 = (kChannel + 2) * kTurn % 3,
                         kOf2 = (kChannel + 1) * kTurn % 3;
   return GatherThirds<kChannel, Sample>(BlendThirds<0, Sample>(part[kOf0], part[kOf1], part[kOf2], kAll), kAll);
+}
+
+/// Lane i of the result is sample 3 i + kChannel of the window.
+template <std::size_t kChannel, class Sample>
+inline Lanes<Sample> Deinterleave(const Lanes<Sample> (&window)[3]) {
+  if constexpr (kUnit<Sample> == kBlock<Sample>) {
+    return GatherChannel<kChannel, Sample>(window);
+  } else {
+#if LM_LANES == 32
+    return GatherChannel<kChannel, Sample>(
+        {Units<0, 3>(window[0], window[1]), Units<1, 2>(window[0], window[2]), Units<0, 3>(window[1], window[2])});
+#elif LM_LANES > LM_BYTE_SHUFFLE
+    return GatherChannel<kChannel, Sample>({PickUnits<EveryThirdUnit<0>>(window), PickUnits<EveryThirdUnit<1>>(window),
+                                            PickUnits<EveryThirdUnit<2>>(window)});
+#endif
+  }
 }
 
 // Elements from one half of each 16 bytes, in turn from a and b.

@@ -29,6 +29,19 @@ struct Groups {
   }
 
   static constexpr std::size_t ByteAt(std::size_t group, std::size_t byte) { return group * kBytesOfEight + byte; }
+#elif LM_WORD_SHUFFLE == 64
+  // One register holds all the bytes, too. A shuffle of words brings each group into 16 bytes of its own.
+  static_assert(kStep == 1 && kBytesOfEight % 2 == 0);
+  struct WordOfGroup {
+    static constexpr std::size_t At(std::size_t lane) { return lane / 8 * kBytesOfEight / 2 + lane % 8; }
+  };
+  template <class Reader>
+  static U8 Load(const Reader& read, std::size_t line) {
+    const U16 window[] = {U16(read.First(line, kFirst * kBytesOfEight, kWordGroups * kBytesOfEight))};
+    return U8(Pick<WordOfGroup>(window));
+  }
+
+  static constexpr std::size_t ByteAt(std::size_t group, std::size_t byte) { return group * 16 + byte; }
 #else
   // The 16 bytes of the last group begin earlier than its samples, as they must not pass the end of the block.
   static constexpr std::size_t Early(std::size_t group) {
