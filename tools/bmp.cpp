@@ -19,7 +19,7 @@ constexpr std::size_t kPixelsBegin = 10;
 constexpr std::size_t kInfoSize = 14;
 constexpr std::size_t kWidth = 18;
 constexpr std::size_t kHeight = 22;
-constexpr std::size_t kPlanes = 26;
+constexpr std::size_t kPlaneCount = 26;
 constexpr std::size_t kBits = 28;
 constexpr std::size_t kCompression = 30;
 constexpr std::size_t kPixelBytes = 34;
@@ -49,7 +49,7 @@ Bytes EncodeBmp(const Picture& picture) {
   Put32(file, kInfoSize, kInfoHeaderBytes);
   Put32(file, kWidth, width);
   Put32(file, kHeight, height);
-  file[kPlanes] = 1;
+  file[kPlaneCount] = 1;
   file[kBits] = 24;
   Put32(file, kPixelBytes, stride * height);
   const std::size_t channels = picture.gray ? 1 : 3;

@@ -16,7 +16,7 @@ using namespace LmImagingLib;
 
 namespace {
 
-using Json = nlohmann::json;
+using Json = nlohmann::ordered_json;  // as the rest of the tool has it
 
 constexpr std::size_t kMostBytes = 1 << 20;
 

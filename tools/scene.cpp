@@ -98,8 +98,6 @@ std::uint16_t To16(double channel) {
   return static_cast<std::uint16_t>(std::lround(std::clamp(channel, 0.0, 1.0) * 65535));
 }
 
-std::uint8_t Top8(std::uint16_t value) { return static_cast<std::uint8_t>(value >> 8); }
-
 }  // namespace
 
 Color16 SceneColor(const ImageSize& size, std::size_t x, std::size_t y) {

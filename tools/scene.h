@@ -12,6 +12,9 @@ struct Color16 {
   std::uint16_t red, green, blue;
 };
 
+/// The upper bits of a sample.
+constexpr std::uint8_t Top8(std::uint16_t sample) { return static_cast<std::uint8_t>(sample >> 8); }
+
 /// The test scene at a pixel: colour bars, gray ramp and wedge, a field of hues and saturations, a zone plate, slanted
 /// edges and discs, colour ramps and fine lines. Any size shows all of it.
 Color16 SceneColor(const ImageSize& size, std::size_t x, std::size_t y);

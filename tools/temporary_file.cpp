@@ -32,19 +32,19 @@ namespace {
 
 #ifdef _WIN32
 
-std::string LastError() { return std::system_category().message(static_cast<int>(GetLastError())); }
+std::string SystemError() { return std::system_category().message(static_cast<int>(GetLastError())); }
 
 // The system removes a marked file when its last handle is closed, however the process ends.
 void MarkForRemoval(HANDLE file, bool marked) {
   FILE_DISPOSITION_INFO disposition{};
   disposition.DeleteFile = marked ? TRUE : FALSE;
-  if (SetFileInformationByHandle(file, FileDispositionInfo, &disposition, sizeof disposition) == 0) Fail(LastError());
+  if (SetFileInformationByHandle(file, FileDispositionInfo, &disposition, sizeof disposition) == 0) Fail(SystemError());
 }
 
 File Create(const fs::path& path, const fs::path&) {
   const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                                   CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) Fail("no new file in its folder: " + LastError());
+  if (file == INVALID_HANDLE_VALUE) Fail("no new file in its folder: " + SystemError());
   File stream(_fdopen(_open_osfhandle(reinterpret_cast<std::intptr_t>(file), _O_BINARY), "wb"));
   if (stream == nullptr) Fail(std::strerror(errno));
   MarkForRemoval(file, true);
@@ -58,12 +58,12 @@ void CatchSignals() {}
 
 #else
 
-std::string LastError() { return std::strerror(errno); }
+std::string SystemError() { return std::strerror(errno); }
 
 // Takes over from the file that is to be replaced: its permissions, its owner and, if possible, its group.
 void TakeOver(int file, const struct stat& replaced) {
   struct stat own {};
-  if (fstat(file, &own) != 0) Fail(LastError());
+  if (fstat(file, &own) != 0) Fail(SystemError());
   mode_t permissions = replaced.st_mode & 0777;
   if (own.st_gid != replaced.st_gid && fchown(file, own.st_uid, replaced.st_gid) != 0) {
     permissions &= ~mode_t{070} | (permissions & 07) << 3;  // another group may do what everyone may
@@ -72,20 +72,20 @@ void TakeOver(int file, const struct stat& replaced) {
     Fail("it belongs to user " + std::to_string(replaced.st_uid) +
          ", to whom a new file cannot be given; allowed: a file of your own, or a new name");
   }
-  if (fchmod(file, permissions) != 0) Fail("its permissions cannot be kept: " + LastError());
+  if (fchmod(file, permissions) != 0) Fail("its permissions cannot be kept: " + SystemError());
 }
 
 File Create(const fs::path& path, const fs::path& target) {
   struct stat replaced {};
   const bool replaces = stat(target.c_str(), &replaced) == 0;
   if (replaces && faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) {
-    Fail(LastError() + "; allowed: a file with write permission, or a new name");
+    Fail(SystemError() + "; allowed: a file with write permission, or a new name");
   }
   // A file that replaces a private one is private from the start.
   const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? 0600 : 0666);
-  if (descriptor < 0) Fail("no new file in its folder: " + LastError());
+  if (descriptor < 0) Fail("no new file in its folder: " + SystemError());
   File file(fdopen(descriptor, "wb"));
-  if (file == nullptr) Fail(LastError());
+  if (file == nullptr) Fail(SystemError());
   if (replaces) TakeOver(descriptor, replaced);
   return file;
 }

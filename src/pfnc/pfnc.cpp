@@ -56,8 +56,8 @@ PFNCResult Found(const PFNCFormat& format) {
 }
 
 PFNCResult FindSpelt(const char* name, const Spelling& isNamed) {
-  const Entry* const entry =
-      FindIn(kFormats, [&](const Entry& e) { return isNamed(e.format.name, name) || isNamed(e.olderName, name); });
+  const Entry* const entry = FindIn(
+      PFNC::kFormats, [&](const Entry& e) { return isNamed(e.format.name, name) || isNamed(e.olderName, name); });
   if (entry != nullptr) return Found(entry->format);
   const PFNCFormat* const byName = FindIn(kByNameOnly, [&](const PFNCFormat& f) { return isNamed(f.name, name); });
   if (byName != nullptr) return {byName, nullptr};
@@ -75,7 +75,7 @@ bool HasMeaning(const PFNCFormat& format, unsigned long flags) {
 }  // namespace
 
 PFNCResult FindPFNC(std::uint32_t code) {
-  const Entry* const entry = FindIn(kFormats, [code](const Entry& e) { return e.format.code == code; });
+  const Entry* const entry = FindIn(PFNC::kFormats, [code](const Entry& e) { return e.format.code == code; });
   if (entry != nullptr) return Found(entry->format);
   const Unsupported* const known = FindIn(kUnsupported, [code](const Unsupported& u) { return u.code == code; });
   if (known != nullptr) return {nullptr, known->reason};
@@ -102,12 +102,12 @@ const PFNCFormat* FindPFNC(PixelTypeID type, unsigned long flags) {
   const Synonym* const synonym = FindIn(kSynonyms, [type](const Synonym& s) { return s.type == type; });
   if (synonym != nullptr) type = synonym->inTable;
   const Entry* const entry =
-      FindIn(kFormats, [&](const Entry& e) { return e.format.type == type && HasMeaning(e.format, flags); });
+      FindIn(PFNC::kFormats, [&](const Entry& e) { return e.format.type == type && HasMeaning(e.format, flags); });
   return entry != nullptr && IsRegistered(entry->format) ? &entry->format : nullptr;
 }
 
 const PFNCFormat* EnumPFNC(std::size_t index) {
-  for (const Entry& entry : kFormats) {
+  for (const Entry& entry : PFNC::kFormats) {
     if (IsRegistered(entry.format) && index-- == 0) return &entry.format;
   }
   return nullptr;

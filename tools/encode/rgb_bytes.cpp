@@ -5,8 +5,6 @@ namespace LmTool {
 
 namespace {
 
-std::uint8_t Top8(std::uint16_t sample) { return static_cast<std::uint8_t>(sample >> 8); }
-
 void EncodePixels(const Line& line, std::size_t pixelBytes, std::size_t red, std::size_t blue, std::uint8_t* out) {
   for (const Color16& color : line.pixels) {
     out[red] = Top8(color.red);
