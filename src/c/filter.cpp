@@ -44,9 +44,8 @@ LmiCode lmiSetGains(LmiFilter* filter, const double* gains, const uint16_t* offs
     RequirePointer(filter, "filter");
     RequirePointer(gains, "gains");
     CheckNumbers(gains, "gains", 0);
-    constexpr std::uint16_t kNone[3] = {};
-    if (offsets == nullptr) offsets = kNone;
-    return {filter->filter.SetMultipliers(gains[0], gains[1], gains[2], offsets[0], offsets[1], offsets[2]), ""};
+    const auto offset = [offsets](std::size_t i) { return offsets != nullptr ? offsets[i] : std::uint16_t{0}; };
+    return {filter->filter.SetMultipliers(gains[0], gains[1], gains[2], offset(0), offset(1), offset(2)), ""};
   });
 }
 
