@@ -25,9 +25,13 @@ struct V4L2View {
 
 namespace Detail {
 
-// The members that both structs of Video4Linux have, and their values where a driver leaves them out.
+/// The members that both structs of Video4Linux have.
 struct V4L2Properties {
-  std::uint32_t fourcc, field, colorspace, encoding, quantization;
+  std::uint32_t fourcc;        ///< the four characters
+  std::uint32_t field;         ///< `v4l2_field`
+  std::uint32_t colorspace;    ///< `v4l2_colorspace`
+  std::uint32_t encoding;      ///< `v4l2_ycbcr_encoding`; 0 for that of the colour space
+  std::uint32_t quantization;  ///< `v4l2_quantization`; 0 for that of the colour space
 };
 
 /// Adds the range and the matrix of YUV.
@@ -57,6 +61,7 @@ inline void AddFields(const V4L2Properties& format, V4L2View& image) {
   }
 }
 
+/// The view of memory whose type is not known yet.
 inline V4L2View MakeV4L2View(const V4L2Properties& format, const ConstImageView& memory) {
   V4L2View image;
   const V4L2Result found = FindV4L2(format.fourcc);

@@ -16,6 +16,8 @@ namespace {
 constexpr unsigned long kLayouts =
     ConversionFlags::kBayerGR | ConversionFlags::kBayerGB | ConversionFlags::kBayerRG | ConversionFlags::kBayerBG;
 
+std::string HexID(const PixelTypeID& id) { return Hex(static_cast<std::uint64_t>(id)); }
+
 [[noreturn]] void ReportNone(std::string message) { Refuse(std::move(message), LMI_NOT_FOUND); }
 
 const V4L2Format* FourccOf(const PixelTypeID& type, unsigned long flags) {
@@ -90,7 +92,8 @@ PixelTypeID FindTypeNamed(const char* name) {
   for (std::size_t i = 0; const auto type = TypeAt(i); ++i) {
     const PixelTypeID id = type->GetTypeID();
     if (!Equal(PixelTypeFactory::GetPixelTypeName(id), name, true)) continue;
-    if (found != 0) ReportNone("'" + std::string(name) + "' names several types: " + Hex(found) + " and " + Hex(id));
+    if (found != 0)
+      ReportNone("'" + std::string(name) + "' names several types: " + HexID(found) + " and " + HexID(id));
     found = id;
   }
   return found;
@@ -125,8 +128,7 @@ LmiCode lmiFindFormatByType(int64_t type, uint32_t flags, LmiFormat* format) {
   return Call([&] {
     CheckStruct(format, "format");
     if (!PixelTypeFactory::HasPixelType(type)) {
-      ReportNone("type is " + Hex(static_cast<std::uint64_t>(type)) +
-                 ", which is not the id of a registered pixel type");
+      ReportNone("type is " + HexID(type) + ", which is not the id of a registered pixel type");
     }
     return GiveFormat(type, flags, nullptr, nullptr, format);
   });
@@ -193,8 +195,7 @@ LmiCode lmiRequiredSize(int64_t type, size_t width, size_t height, size_t lineSi
   return Call([&]() -> ConversionResult {
     RequirePointer(bytes, "bytes");
     if (!PixelTypeFactory::HasPixelType(type)) {
-      return Refused("type is " + Hex(static_cast<std::uint64_t>(type)) +
-                     ", which is not the id of a registered pixel type");
+      return Refused("type is " + HexID(type) + ", which is not the id of a registered pixel type");
     }
     const std::optional<std::size_t> size = RequiredSize(type, Narrow(width), Narrow(height), lineSize);
     if (!size) {

@@ -2,12 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-#include <cstring>
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 #include <string>
-#include <vector>
 
 namespace LmImagingLib {
 namespace {
@@ -66,21 +63,19 @@ TEST(OpenCVBridge, AgreesWithOpenCVAboutColours) {
 
 TEST(OpenCVBridge, MakesMatricesOfPackedRows) {
   RegisterExtendedFormats();
-  cv::Mat buffer = Noise(kHeight, kWidth * 3 / 2 + 7, CV_8UC1, 256);
-  const cv::Mat rows = buffer.colRange(0, kWidth * 3 / 2);  // padded lines
+  const cv::Mat rows = Noise(kHeight, kWidth * 3 / 2 + 7, CV_8UC1, 256).colRange(0, kWidth * 3 / 2);  // padded lines
   const CameraMat frame = ViewOfRows("BayerGB12p", rows, kWidth);
   ASSERT_EQ(frame.reason, nullptr);
   for (const unsigned long method : {ConversionFlags::kAdaptive, ConversionFlags::kHalfSize}) {
     const int divisor = method == ConversionFlags::kHalfSize ? 2 : 1;
+    cv::Mat expected(kHeight / divisor, kWidth / divisor, CV_16UC3), picture;
+    const ImageView view = ViewOf(0x20A40, expected);
     ConvertOptions options;
     options.flags = frame.flags | method;
-    std::vector<std::uint16_t> expected(static_cast<std::size_t>(kWidth / divisor * (kHeight / divisor) * 3));
-    ASSERT_TRUE(
-        ConvertImage(frame.view, ViewOf(0x20A40, expected, kWidth / divisor, kHeight / divisor), options).IsOK());
-    cv::Mat picture;
+    ASSERT_TRUE(ConvertImage(frame.view, view, options).IsOK());
     const ConversionResult result = ConvertToMat(frame.view, CV_16UC3, picture, options);
     ASSERT_TRUE(result.IsOK()) << result.message;
-    EXPECT_TRUE(Equal(picture, cv::Mat(kHeight / divisor, kWidth / divisor, CV_16UC3, expected.data())));
+    EXPECT_TRUE(Equal(picture, expected));
 
     DevelopmentSettings settings;
     settings.method = method;
@@ -88,10 +83,9 @@ TEST(OpenCVBridge, MakesMatricesOfPackedRows) {
     ASSERT_TRUE(Development::Make(settings, development).IsOK());
     DevelopOptions how;
     how.flags = frame.flags;
+    ASSERT_TRUE(Develop(development, frame.view, view, how).IsOK());
     ASSERT_TRUE(DevelopToMat(development, frame.view, CV_16UC3, picture, how).IsOK());
-    ASSERT_TRUE(
-        Develop(development, frame.view, ViewOf(0x20A40, expected, kWidth / divisor, kHeight / divisor), how).IsOK());
-    EXPECT_TRUE(Equal(picture, cv::Mat(kHeight / divisor, kWidth / divisor, CV_16UC3, expected.data())));
+    EXPECT_TRUE(Equal(picture, expected));
   }
 }
 
