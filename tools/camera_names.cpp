@@ -6,10 +6,10 @@
 #include "LmImagingLib/PFNC.h"
 #include "LmImagingLib/PixelType.h"
 #include "LmImagingLib/PixelTypeFactory.h"
+#include "LmImagingLib/V4L2.h"
 #include "named_type.h"
 #include "pixel_type_names.h"
 #include "text_columns.h"
-#include "v4l2_formats.h"
 
 namespace LmTool {
 
@@ -41,8 +41,8 @@ std::size_t CountDestinations(const PixelTypeID& from) {
 
 std::vector<std::string> FourccsOf(const PixelTypeID& type) {
   std::vector<std::string> names;
-  for (const V4L2Format& format : kV4L2Formats) {
-    if (format.type == type) names.emplace_back(format.fourcc);
+  for (std::size_t i = 0; const V4L2Format* const format = EnumV4L2(i); ++i) {
+    if (format->type == type) names.emplace_back(format->name);
   }
   return names;
 }

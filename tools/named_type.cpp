@@ -6,10 +6,10 @@
 
 #include "LmImagingLib/PixelConverter.h"
 #include "LmImagingLib/PixelTypeFactory.h"
+#include "LmImagingLib/V4L2.h"
 #include "error.h"
 #include "numbers.h"
 #include "pixel_type_names.h"
-#include "v4l2_formats.h"
 
 namespace LmTool {
 
@@ -44,18 +44,18 @@ NamedType FindNumber(const std::string& argument, const std::string& text, std::
 // The formats with a fourcc: more than one where names differ in the case of a letter alone.
 std::vector<V4L2Format> FindFourccs(const std::string& text, bool inAnyCase) {
   std::vector<V4L2Format> found;
-  for (const V4L2Format& format : kV4L2Formats) {
-    const bool isIt = inAnyCase ? Lower(format.fourcc) == Lower(text) : format.fourcc == text;
-    if (isIt && PixelTypeFactory::HasPixelType(format.type)) found.push_back(format);
+  for (std::size_t i = 0; const V4L2Format* const format = EnumV4L2(i); ++i) {
+    const bool isIt = inAnyCase ? Lower(format->name) == Lower(text) : format->name == text;
+    if (isIt) found.push_back(*format);
   }
   return found;
 }
 
 NamedType OneOf(const std::string& argument, const std::string& text, const std::vector<V4L2Format>& formats) {
-  if (formats.size() == 1) return {formats.front().type, formats.front().mosaic};
+  if (formats.size() == 1) return {formats.front().type, formats.front().flags};
   std::string spellings;
   for (const V4L2Format& format : formats)
-    spellings += (spellings.empty() ? "'" : ", '") + std::string(format.fourcc) + "'";
+    spellings += (spellings.empty() ? "'" : ", '") + std::string(format.name) + "'";
   throw ToolError(argument, "'" + text + "' is several V4L2 fourccs in other cases; allowed: one of " + spellings);
 }
 

@@ -9,7 +9,7 @@
 
 #include "LmImagingLib/PFNC.h"
 #include "LmImagingLib/PixelTypeFactory.h"
-#include "v4l2_formats.h"
+#include "LmImagingLib/V4L2.h"
 
 namespace LmTool {
 
@@ -98,7 +98,7 @@ struct Suggestion {
 std::vector<std::string> NamesToSuggest() {
   std::vector<std::string> names;
   for (std::size_t i = 0; const auto* const format = LmImagingLib::EnumPFNC(i); ++i) names.emplace_back(format->name);
-  for (const V4L2Format& format : kV4L2Formats) names.emplace_back(format.fourcc);
+  for (std::size_t i = 0; const auto* const format = LmImagingLib::EnumV4L2(i); ++i) names.emplace_back(format->name);
   for (const PixelTypeID id : RegisteredTypes()) {
     if (PixelTypeFactory::FindPixelType(id)->IsBayerPattern()) continue;
     names.push_back(ClassName(id));

@@ -13,5 +13,6 @@
 #include "LmImagingLib/PixelTypeID.h"
 #include "LmImagingLib/RGBFilter.h"
 #include "LmImagingLib/ToneCurve.h"
+#include "LmImagingLib/V4L2.h"
 #include "LmImagingLib/Version.h"
 #include "LmImagingLib/WhiteBalance.h"
