@@ -44,8 +44,10 @@ class Band {
 }  // namespace
 
 ConverterStages StagesOf(const PixelConverter& converter) {
-  // A class derived from the chain may do anything in between.
-  if (typeid(converter) != typeid(ComplexConverter)) return {converter, nullptr};
+  // A class derived from the chain may do anything in between. Types are compared by their names, which takes longer.
+  if (AsLibraryConverter(converter) != nullptr || typeid(converter) != typeid(ComplexConverter)) {
+    return {converter, nullptr};
+  }
   const auto& chain = static_cast<const ComplexConverter&>(converter);
   return {*chain.mFirst, chain.mSecond};
 }

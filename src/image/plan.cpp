@@ -23,11 +23,16 @@ bool Overlap(const void* source, std::size_t sourceBytes, const void* destinatio
   return from < to ? to - from < sourceBytes : from - to < destinationBytes;
 }
 
+// Whether the library's own converter of the pair is used, so that both types are registered.
+bool IsOwnOf(const PixelConverter* converter, const ConstImageView& source, const ImageView& destination) {
+  return converter != nullptr && AsLibraryConverter(*converter) != nullptr &&
+         converter->GetSourceTypeID() == source.type && converter->GetDestinationTypeID() == destination.type;
+}
+
 WalkKind KindOf(const PixelConverter& converter) {
+  if (AsLibraryConverter(converter) != nullptr) return WalkKind::kLines;
   if (IsIdentity(converter)) return WalkKind::kCopy;
-  const ConverterStages stages = StagesOf(converter);
-  if (stages.second != nullptr) return BandedChain(stages) ? WalkKind::kChain : WalkKind::kApplication;
-  return AsLibraryConverter(converter) != nullptr ? WalkKind::kLines : WalkKind::kApplication;
+  return BandedChain(StagesOf(converter)) ? WalkKind::kChain : WalkKind::kApplication;
 }
 
 // The traits of a stage; of an application's converter none.
@@ -154,9 +159,13 @@ ConversionResult CheckAbilities(const ConstImageView& source, const ConversionPl
 
 ConversionResult PlanConversion(const ConstImageView& source, const ImageView& destination,
                                 const ConvertOptions& options, ConversionPlan& plan) {
+  plan.converter = PixelTypeFactory::FindConverter(source.type, destination.type);
+  if (!IsOwnOf(plan.converter, source, destination)) {
+    if (ConversionResult checked = CheckType(source, "source"); !checked.IsOK()) return checked;
+    if (ConversionResult checked = CheckType(destination, "destination"); !checked.IsOK()) return checked;
+  }
   if (ConversionResult checked = CheckView(source, "source"); !checked.IsOK()) return checked;
   if (ConversionResult checked = CheckView(destination, "destination"); !checked.IsOK()) return checked;
-  plan.converter = PixelTypeFactory::FindConverter(source.type, destination.type);
   if (plan.converter == nullptr) {
     return {Result::NOT_IMPLEMENTED, "destination.type is " + Label(destination.type) + "; no converter to it from " +
                                          Label(source.type) + " is registered"};
@@ -174,18 +183,22 @@ ConversionResult PlanConversion(const ConstImageView& source, const ImageView& d
     plan.destination = DestinationLayoutOf(*plan.converter, destination.type);
   }
   if (ConversionResult checked = CheckRange(options, plan); !checked.IsOK()) return checked;
-  if (ConversionResult checked = CheckBytes(source, plan.source, "source", plan.sourceLine); !checked.IsOK()) {
-    return checked;
-  }
-  if (ConversionResult checked = CheckBytes(destination, plan.destination, "destination", plan.destinationLine);
+  std::size_t sourceBytes = 0, destinationBytes = 0;
+  if (ConversionResult checked = CheckBytes(source, plan.source, "source", plan.sourceLine, sourceBytes);
       !checked.IsOK()) {
     return checked;
   }
-  if (Overlap(source.data, *plan.source.Required(plan.width, plan.height, plan.sourceLine), destination.data,
-              *plan.destination.Required(destination.width, destination.height, plan.destinationLine))) {
+  if (ConversionResult checked =
+          CheckBytes(destination, plan.destination, "destination", plan.destinationLine, destinationBytes);
+      !checked.IsOK()) {
+    return checked;
+  }
+  if (Overlap(source.data, sourceBytes, destination.data, destinationBytes)) {
     return Refused("source.data and destination.data are memory that overlaps; the images must not overlap");
   }
-  plan.sourceWidth = PixelsThatFill(plan.source, plan.width, plan.sourceLine);
+  if (plan.walk == WalkKind::kApplication) {
+    plan.sourceWidth = PixelsThatFill(plan.source, plan.width, plan.sourceLine);
+  }
   return CheckAbilities(source, plan);
 }
 

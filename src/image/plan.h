@@ -24,7 +24,8 @@ struct ConversionPlan {
   std::uint32_t width = 0, height = 0;
   std::uint32_t perPixel = 1;        ///< source pixels along a side of a destination pixel: 2 for half the size, else 1
   std::uint32_t first = 0, end = 0;  ///< the lines to convert
-  std::uint32_t sourceWidth = 0;     ///< pixels that make up a source line with its padding; 0 if none do
+  /// For an application's converter: the pixels that make up a source line with its padding; 0 if none do.
+  std::uint32_t sourceWidth = 0;
 
   /// The geometry of the destination.
   std::uint32_t DestinationWidth() const { return width / perPixel; }
@@ -32,7 +33,7 @@ struct ConversionPlan {
   std::uint32_t DestinationFirst() const { return first / perPixel; }
   std::uint32_t DestinationEnd() const { return end / perPixel; }
 
-  bool IsDense() const { return sourceWidth == width; }
+  bool IsDense() const { return source.DenseLine(width) == sourceLine; }
 };
 
 /// Checks a conversion and plans it.

@@ -17,14 +17,18 @@ std::string Size(const View& view) {
   return Decimal(view.width) + " x " + Decimal(view.height);
 }
 
-/// Checks the type, the address and the size of an image. Other members are left to `CheckBytes`.
+/// Checks the type of an image.
 /// @param name  of the argument
 template <class View>
+ConversionResult CheckType(const View& view, const char* name) {
+  if (PixelTypeFactory::HasPixelType(view.type)) return {};
+  return Refused(std::string(name) + ".type is " + Hex(static_cast<std::uint64_t>(view.type)) +
+                 ", which is not the id of a registered pixel type");
+}
+
+/// Checks the address and the size of an image. Other members are left to `CheckBytes`.
+template <class View>
 ConversionResult CheckView(const View& view, const char* name) {
-  if (!PixelTypeFactory::HasPixelType(view.type)) {
-    return Refused(std::string(name) + ".type is " + Hex(static_cast<std::uint64_t>(view.type)) +
-                   ", which is not the id of a registered pixel type");
-  }
   if (view.data == nullptr)
     return Refused(std::string(name) + ".data is null; it must point to the first pixel of the image");
   if (view.width == 0 || view.height == 0) {
@@ -39,8 +43,10 @@ ConversionResult CheckView(const View& view, const char* name) {
 
 /// Checks the line size and the bytes of an image.
 /// @param lineSize  becomes the bytes from a line to the next
+/// @param bytes  becomes those of the image
 template <class View>
-ConversionResult CheckBytes(const View& view, const ImageLayout& layout, const char* name, std::uint64_t& lineSize) {
+ConversionResult CheckBytes(const View& view, const ImageLayout& layout, const char* name, std::uint64_t& lineSize,
+                            std::size_t& bytes) {
   if (!layout.HoldsLine(view.width)) {
     return Refused(std::string(name) + ".width is " + Decimal(view.width) + "; a line of " + Label(view.type) +
                    " may take at most " + Decimal(kMostLineBytes) + " bytes");
@@ -61,6 +67,7 @@ ConversionResult CheckBytes(const View& view, const ImageLayout& layout, const c
                    Label(view.type) + " in lines of " + Decimal(lineSize) + " bytes take " +
                    (required.has_value() ? Decimal(*required) + " bytes" : "more than can be addressed"));
   }
+  bytes = *required;
   return {};
 }
 

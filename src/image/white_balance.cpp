@@ -186,7 +186,9 @@ void FindGains(const Statistics& statistics, const WhiteBalanceOptions& options,
 WhiteBalance Refusal(ConversionResult refused) { return {refused.result, std::move(refused.message), {}, 0, 0}; }
 
 WhiteBalance Estimate(const ConstImageView& source, const WhiteBalanceOptions& options) {
-  if (ConversionResult checked = CheckView(source, "source"); !checked.IsOK()) return Refusal(std::move(checked));
+  for (ConversionResult checked : {CheckType(source, "source"), CheckView(source, "source")}) {
+    if (!checked.IsOK()) return Refusal(std::move(checked));
+  }
   const TypeRow* const row = FindTypeRow(source.type);
   if (row == nullptr || row->types->reach == Reach::kGrays) {
     return Refusal(Refused("source.type is " + Label(source.type) +
@@ -200,8 +202,9 @@ WhiteBalance Estimate(const ConstImageView& source, const WhiteBalanceOptions& o
   const unsigned depth = *SampleDepth(source.type);
   const bool words = depth > 8;
   std::uint64_t lineSize = 0;
+  std::size_t bytes = 0;
   Cells cells{};
-  for (ConversionResult checked : {CheckBytes(source, *FindLayout(source.type), "source", lineSize),
+  for (ConversionResult checked : {CheckBytes(source, *FindLayout(source.type), "source", lineSize, bytes),
                                    CheckOptions(options, depth), FindCells(source, options, isMosaic ? 2 : 1, cells)}) {
     if (!checked.IsOK()) return Refusal(std::move(checked));
   }
