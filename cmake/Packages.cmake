@@ -1,5 +1,5 @@
-# The Debian packages that `cpack --preset package` makes: the library, the files for developing with it, the tool, and
-# the Python module.
+# The Debian packages that `cpack --preset package` makes: the library, the files for developing with it, the tool,
+# the Python module, and the GStreamer element.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "LmImagingLib maintainers <lmimaginglib@example.org>")
 set(CPACK_STRIP_FILES ON)
@@ -60,6 +60,16 @@ This package contains the Python module lmimaging, which converts between
 buffers and NumPy arrays.")
 endif()
 
+if(TARGET lm_gst)
+  set(CPACK_DEBIAN_GSTREAMER_PACKAGE_NAME gstreamer1.0-lmimaging)
+  set(CPACK_DEBIAN_GSTREAMER_PACKAGE_SECTION video)
+  set(CPACK_COMPONENT_GSTREAMER_DEPENDS library)
+  set(CPACK_COMPONENT_GSTREAMER_DESCRIPTION "${about}
+.
+This package contains the GStreamer element lmimagingconvert, which makes
+pictures of raw frames in pipelines.")
+endif()
+
 # Debian wants these two in each package.
 string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
 set(changelog ${PROJECT_BINARY_DIR}/packaging/changelog.Debian)
@@ -68,6 +78,9 @@ file(ARCHIVE_CREATE OUTPUT ${changelog}.gz PATHS ${changelog} FORMAT raw COMPRES
 set(CPACK_COMPONENTS_ALL library development tools)
 if(TARGET lm_python)
   list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
+if(TARGET lm_gst)
+  list(APPEND CPACK_COMPONENTS_ALL gstreamer)
 endif()
 foreach(component ${CPACK_COMPONENTS_ALL})
   string(TOUPPER ${component} COMPONENT)

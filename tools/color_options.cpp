@@ -6,6 +6,7 @@
 
 #include "error.h"
 #include "numbers.h"
+#include "words.h"
 
 namespace LmTool {
 
@@ -57,15 +58,6 @@ CLI::Option* AddTripleOption(CLI::App& command, const std::string& name, Triple&
     value = {numbers[0], numbers[1], numbers[2]};
   };
   return command.add_option_function<std::string>(name, parse, description)->type_name(one ? "B|R,G,B" : "R,G,B");
-}
-
-std::optional<ToneCurve> ParseTone(const std::string& text) {
-  if (text == "linear") return ToneCurve{ToneCurve::kLinear};
-  if (text == "srgb") return ToneCurve{ToneCurve::kSRGB};
-  if (text == "bt709") return ToneCurve{ToneCurve::kBT709};
-  double gamma = 0;
-  if (!ParseNumber(text, gamma) || !(gamma >= 0.1 && gamma <= 10)) return std::nullopt;
-  return ToneCurve{ToneCurve::kGamma, gamma};
 }
 
 void AddColorOptions(CLI::App& command, ColorArguments& colors) {

@@ -5,10 +5,9 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 
-#include "color_options.h"
 #include "error.h"
 #include "file_io.h"
-#include "options.h"
+#include "words.h"
 
 namespace LmTool {
 
@@ -64,7 +63,7 @@ void SetTone(const Json& value, DevelopmentFile& file) {
 
 void SetMethod(const Json& value, DevelopmentFile& file) {
   file.method = ParseMethod(value.is_string() ? value.get<std::string>() : std::string());
-  if (!file.method) throw Fault{MethodWords()};
+  if (!file.method) throw Fault{WordsOf(kDemosaics)};
 }
 
 void SetDefects(const Json& value, DevelopmentFile& file) {

@@ -7,6 +7,7 @@
 #include "LmImagingLib/PixelConverter.h"
 #include "error.h"
 #include "numbers.h"
+#include "words.h"
 
 namespace LmTool {
 
@@ -18,29 +19,12 @@ namespace Flags = LmImagingLib::ConversionFlags;
 
 constexpr std::size_t kMostLineBytes = std::size_t{1} << 20;
 
-// A word that an option takes, and the conversion flags it stands for.
-struct Choice {
-  const char* word;
-  unsigned long flag;
-};
 constexpr Choice kBayerLayouts[] = {
     {"GR", Flags::kBayerGR}, {"GB", Flags::kBayerGB}, {"RG", Flags::kBayerRG}, {"BG", Flags::kBayerBG}};
 constexpr Choice kFieldOrders[] = {{"top", Flags::kNone}, {"bottom", Flags::kFieldOrder}};
-constexpr Choice kDemosaics[] = {{"block", Flags::kNone},
-                                 {"bilinear", Flags::kBilinear},
-                                 {"mhc", Flags::kGradientCorrected},
-                                 {"adaptive", Flags::kAdaptive},
-                                 {"half", Flags::kHalfSize}};
 constexpr Choice kFilterOrders[] = {{"mosaic", Flags::kFilterFirst}, {"colour", Flags::kNone}};
 constexpr Choice kYuvRanges[] = {{"studio", Flags::kNone}, {"full", Flags::kFullRange}};
 constexpr Choice kYuvMatrices[] = {{"bt601", Flags::kNone}, {"bt709", Flags::kBT709}};
-
-template <std::size_t kCount>
-std::string WordsOf(const Choice (&choices)[kCount]) {
-  std::string words;
-  for (const Choice& choice : choices) words += (words.empty() ? "" : "|") + std::string(choice.word);
-  return words;
-}
 
 template <std::size_t kCount>
 const Choice& FindChoice(const std::string& name, const Choice (&choices)[kCount], const std::string& text) {
@@ -184,14 +168,5 @@ void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth) {
                                         "makes pictures of 8 bits (default: full)")
       ->type_name("full|8");
 }
-
-std::optional<unsigned long> ParseMethod(const std::string& word) {
-  for (const Choice& choice : kDemosaics) {
-    if (word == choice.word) return choice.flag;
-  }
-  return std::nullopt;
-}
-
-std::string MethodWords() { return WordsOf(kDemosaics); }
 
 }  // namespace LmTool

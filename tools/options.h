@@ -55,8 +55,4 @@ void AddYuvOptions(CLI::App& command, unsigned long& flags);
 /// Adds `--depth full|8`.
 void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth);
 
-/// The flag of the method of demosaicing that a word names; empty for any other word.
-std::optional<unsigned long> ParseMethod(const std::string& word);
-std::string MethodWords();
-
 }  // namespace LmTool
