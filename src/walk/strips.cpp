@@ -12,6 +12,9 @@ LM_DECLARE_WIDE_KERNEL(MatrixKernel, ApplyMatrix)
 
 namespace {
 
+// In lines of fewer bytes a strip more takes longer than stores that cross cache lines.
+constexpr std::size_t kFewBytes = 2048;
+
 // The pixels to convert until the target reaches a cache line: stores that cross one cost twice as much. None where no
 // whole number of groups gets there.
 std::size_t PixelsToCacheLine(std::uint32_t groupPixels, const Writer& writer, const std::uint8_t* target) {
@@ -105,9 +108,10 @@ void StorePixels(const Channels<Sample>& channels, const StripSteps<Sample>& ste
 
 StripWalk::StripWalk(std::uint32_t groupPixels, const Writer& writer, const TargetLine& target, std::size_t count,
                      std::size_t first, std::size_t most)
-    : mNext(PixelsToCacheLine(groupPixels, writer, target.line + first * writer.pixelBytes)),
-      mMost(most),
-      mCount(count) {
+    : mNext(0), mMost(most), mCount(count) {
+  if (target.streams || count * writer.pixelBytes >= kFewBytes) {
+    mNext = PixelsToCacheLine(groupPixels, writer, target.line + first * writer.pixelBytes);
+  }
   if (mNext == 0) mNext = most;
 }
 
