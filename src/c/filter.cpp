@@ -63,8 +63,9 @@ LmiCode lmiSetTable(LmiFilter* filter, uint32_t channel, const uint16_t* values,
       return Refused("values has " + std::to_string(values[i]) + " at index " + std::to_string(i) + "; allowed: 0 to " +
                      std::to_string(entries - 1));
     }
+    const SetEntry setEntry = kSetEntry[channel];
     for (std::size_t i = 0; i < count; ++i) {
-      (filter->filter.*kSetEntry[channel])(static_cast<unsigned long>(i), values[i], i + 1 == count);
+      (filter->filter.*setEntry)(static_cast<unsigned long>(i), values[i], i + 1 == count);
     }
     return {};
   });
