@@ -4,6 +4,13 @@
 
 #include <algorithm>
 #include <random>
+#include <utility>
+#include <vector>
+
+#include "LmImagingLib/Extended.h"
+#include "LmImagingLib/Image.h"
+#include "LmImagingLib/RGBFilter.h"
+#include "simd/instruction_set.h"
 
 namespace LmImagingLib {
 namespace {
@@ -53,6 +60,36 @@ TEST(Gain, IsNoneOfOtherCurves) {
   EXPECT_FALSE(FindGain(table)) << "negative";
   for (unsigned i = 0; i < 256; ++i) table[i] = static_cast<unsigned char>(i * i / 255);
   EXPECT_FALSE(FindGain(table)) << "gamma";
+}
+
+// The multiplications of gains, and the tables that were derived of them, are given up when an entry is set.
+TEST(Gain, AnEntryThatIsSetLaterCounts) {
+  RegisterExtendedFormats();
+  const std::size_t active = ActiveInstructionSet();
+  for (std::size_t set = 0; set < kInstructionSets; ++set) {
+    if (!HasInstructionSet(set)) continue;
+    ForceInstructionSet(set);
+    RGBFilter filter(8);
+    ASSERT_TRUE(filter.SetMultipliers(2, 2, 2).IsOK());
+    ConvertOptions options;
+    options.filter = &filter;
+    const std::vector<std::uint8_t> bytes(300, 7);
+    const std::vector<std::uint16_t> words(300, 7 * 257);
+    const auto green = [&] {
+      std::vector<std::uint8_t> narrow(300);
+      std::vector<std::uint16_t> wide(300);
+      EXPECT_TRUE(
+          ConvertImage({0x20002, bytes.data(), 300, 100, 1}, {0x20006, narrow.data(), 300, 100, 1}, options).IsOK());
+      EXPECT_TRUE(
+          ConvertImage({0x20004, words.data(), 600, 100, 1}, {0x20A40, wide.data(), 600, 100, 1}, options).IsOK());
+      EXPECT_EQ(narrow[0], narrow[297]);
+      return std::pair<unsigned, unsigned>(narrow[148], wide[148]);
+    };
+    EXPECT_EQ(green(), std::make_pair(14U, 14U * 257)) << InstructionSetName(set);
+    ASSERT_TRUE(filter.SetGreenValue(7, 99, true).IsOK());
+    EXPECT_EQ(green(), std::make_pair(99U, 99U * 257)) << InstructionSetName(set);
+  }
+  ForceInstructionSet(active);
 }
 
 }  // namespace
