@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "LmImagingLib/Extended.h"
@@ -39,45 +40,40 @@ v4l2_pix_format_mplane PlanesOf(const v4l2_pix_format& format) {
 // The kernel's own constants are the codes of the table.
 TEST(V4L2Bridge, FindsTheFormatsOfTheKernel) {
   RegisterExtendedFormats();
-  const struct {
-    std::uint32_t fourcc;
-    PixelTypeID type;
-    unsigned long flags;
-  } cases[] = {{V4L2_PIX_FMT_GREY, 0x10001, 0},
-               {V4L2_PIX_FMT_Y10, 0x10002, 0},
-               {V4L2_PIX_FMT_Y12, 0x10003, 0},
-               {V4L2_PIX_FMT_Y16, 0x10005, 0},
-               {V4L2_PIX_FMT_Y10P, 0x41084A, 0},
-               {V4L2_PIX_FMT_SBGGR8, 0x20010, kBayerBG},
-               {V4L2_PIX_FMT_SRGGB8, 0x20010, kBayerRG},
-               {V4L2_PIX_FMT_SGRBG10, 0x20011, kBayerGR},
-               {V4L2_PIX_FMT_SGBRG12, 0x20012, kBayerGB},
-               {V4L2_PIX_FMT_SRGGB14, 0x20016, kBayerRG},
-               {V4L2_PIX_FMT_SBGGR16, 0x20020, kBayerBG},
-               {V4L2_PIX_FMT_SRGGB10P, 0x42094A, kBayerRG},
-               {V4L2_PIX_FMT_SGRBG12P, 0x42094C, kBayerGR},
-               {V4L2_PIX_FMT_SBGGR14P, 0x42094E, kBayerBG},
-               {V4L2_PIX_FMT_RGB565, 0x20001, 0},
-               {V4L2_PIX_FMT_RGB24, 0x420002, 0},
-               {V4L2_PIX_FMT_BGR24, 0x420006, 0},
-               {V4L2_PIX_FMT_RGBX32, 0x20003, 0},
-               {V4L2_PIX_FMT_XBGR32, 0x20007, 0},
-               {V4L2_PIX_FMT_YUYV, 0x40001, 0},
-               {V4L2_PIX_FMT_UYVY, 0x40008, 0},
-               {V4L2_PIX_FMT_YUV24, 0x440003, 0}};
-  for (const auto& c : cases) {
-    v4l2_pix_format format = FormatOf(c.fourcc);
+  using Case = std::tuple<std::uint32_t, PixelTypeID, unsigned long>;
+  const Case cases[] = {
+      {V4L2_PIX_FMT_GREY, 0x10001, 0},
+      {V4L2_PIX_FMT_Y10, 0x10002, 0},
+      {V4L2_PIX_FMT_Y12, 0x10003, 0},
+      {V4L2_PIX_FMT_Y16, 0x10005, 0},
+      {V4L2_PIX_FMT_Y10P, 0x41084A, 0},
+      {V4L2_PIX_FMT_SBGGR8, 0x20010, kBayerBG},
+      {V4L2_PIX_FMT_SRGGB8, 0x20010, kBayerRG},
+      {V4L2_PIX_FMT_SGRBG10, 0x20011, kBayerGR},
+      {V4L2_PIX_FMT_SGBRG12, 0x20012, kBayerGB},
+      {V4L2_PIX_FMT_SRGGB14, 0x20016, kBayerRG},
+      {V4L2_PIX_FMT_SBGGR16, 0x20020, kBayerBG},
+      {V4L2_PIX_FMT_SRGGB10P, 0x42094A, kBayerRG},
+      {V4L2_PIX_FMT_SGRBG12P, 0x42094C, kBayerGR},
+      {V4L2_PIX_FMT_SBGGR14P, 0x42094E, kBayerBG},
+      {V4L2_PIX_FMT_RGB565, 0x20001, 0},
+      {V4L2_PIX_FMT_RGB24, 0x420002, 0},
+      {V4L2_PIX_FMT_BGR24, 0x420006, 0},
+      {V4L2_PIX_FMT_RGBX32, 0x20003, 0},
+      {V4L2_PIX_FMT_XBGR32, 0x20007, 0},
+      {V4L2_PIX_FMT_YUYV, 0x40001, 0},
+      {V4L2_PIX_FMT_UYVY, 0x40008, 0},
+      {V4L2_PIX_FMT_YUV24, 0x440003, 0},
+  };
+  for (const auto& [fourcc, type, flags] : cases) {
+    v4l2_pix_format format = FormatOf(fourcc);
     format.bytesperline = 99;
     const unsigned char buffer = 0;
     for (const V4L2View& image : {ViewOf(format, &buffer, 77), ViewOf(PlanesOf(format), &buffer, 77)}) {
-      ASSERT_TRUE(image) << std::hex << c.fourcc << ": " << image.reason;
-      EXPECT_EQ(image.view.type, c.type) << std::hex << c.fourcc;
-      EXPECT_EQ(image.flags, c.flags) << std::hex << c.fourcc;
-      EXPECT_EQ(image.view.data, &buffer);
-      EXPECT_EQ(image.view.size, 77U);
-      EXPECT_EQ(image.view.width, 8U);
-      EXPECT_EQ(image.view.height, 4U);
-      EXPECT_EQ(image.view.lineSize, 99U);
+      ASSERT_TRUE(image) << std::hex << fourcc << ": " << image.reason;
+      const auto& [id, data, size, width, height, lineSize] = image.view;
+      EXPECT_EQ(Case(fourcc, id, image.flags), Case(fourcc, type, flags)) << std::hex << fourcc;
+      EXPECT_EQ(std::tuple(data, size, width, height, lineSize), std::tuple(&buffer, 77U, 8U, 4U, 99U));
     }
   }
 }
