@@ -106,7 +106,7 @@ ConversionResult FrameConverter::Convert(const ConstImageView& frame, GstVideoFr
   FollowLight(frame);
   if (!mMade) MakeColors();
   if (!mTarget.IsYuv()) {
-    const ConversionResult result = Write(frame, ViewOf(picture, mTarget.type));
+    ConversionResult result = Write(frame, ViewOf(picture, mTarget.type));
     if (result.IsOK() && mTarget.kind == TargetKind::kAlphaFirst) {
       for (std::size_t y = 0; y < HeightOf(picture); ++y) {
         TurnAlphaFirst(PlaneOf(picture, 0) + y * LineSizeOf(picture, 0), WidthOf(picture));
