@@ -48,7 +48,9 @@ class LineConverter::Lines {
                converter.mWriter} {
     if (Format().Is(kGray)) return;
     if constexpr (sizeof(Sample) == 1) {
-      if (IsByMatrix()) mSteps.decode = Format().decodeByMatrix.Active();
+      if (IsByMatrix()) {
+        mSteps.decode = (IsLuma(mSteps.writer) ? Format().decodeLuma : Format().decodeByMatrix).Active();
+      }
     }
     if (sizeof(Sample) == 1 && mInFull) {
       mSteps.widening = LookupOf<std::uint16_t>(frame, 8, converter.mWriter);

@@ -12,9 +12,10 @@ namespace LmImagingLib {
 #define LM_WIDE_FORMAT(Name, ...)                      \
   LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name) \
   LM_DECLARE_IN_SETS(DecodeKernel<std::uint16_t>, Name)
-#define LM_YUV_FORMAT(Name, ...)                       \
-  LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name) \
-  LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name##ByMatrix)
+#define LM_YUV_FORMAT(Name, ...)                                 \
+  LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name)           \
+  LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name##ByMatrix) \
+  LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name##Luma)
 #define LM_SHORTCUT(Layout, Destination, Name) LM_DECLARE_IN_SETS(DirectKernel, Name)
 #include "formats/formats.inc"
 #undef LM_FORMAT
@@ -23,12 +24,13 @@ namespace LmImagingLib {
 #undef LM_SHORTCUT
 
 inline constexpr Format kFormats[] = {
-#define LM_FORMAT(Name, ...) {#Name, {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}}, {}, __VA_ARGS__},
-#define LM_WIDE_FORMAT(Name, ...) {#Name, LM_WIDE_TWINS(DecodeKernel, Name), {}, __VA_ARGS__},
+#define LM_FORMAT(Name, ...) {#Name, {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}}, {}, {}, __VA_ARGS__},
+#define LM_WIDE_FORMAT(Name, ...) {#Name, LM_WIDE_TWINS(DecodeKernel, Name), {}, {}, __VA_ARGS__},
 #define LM_YUV_FORMAT(Name, ...)                         \
   {#Name,                                                \
    {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}},     \
    LM_TWINS(DecodeKernel<std::uint8_t>, Name##ByMatrix), \
+   LM_TWINS(DecodeKernel<std::uint8_t>, Name##Luma),     \
    __VA_ARGS__},
 #define LM_SHORTCUT(Layout, Destination, Name)
 #include "formats/formats.inc"

@@ -92,7 +92,7 @@ class DirectBlocks {
     std::size_t done = 0;
     for (; count >= kLanes; count -= kLanes, at += BytesOf<Layout>(kLanes), done += kLanes * Writer::kBytes) {
       if (in.ahead != 0) FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at, kLanes);
-      Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const RgbLanes<std::uint8_t>& pixels) {
+      Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const auto& pixels) {
         Writer::Block(pixels, To{to[target]} + done);
       });
     }
@@ -104,13 +104,12 @@ class DirectBlocks {
       static_assert(Layout::kBytes < Layout::kPixels * Writer::kBytes);
       at -= BytesOf<Layout>(again);
       done -= again * Writer::kBytes;
-      Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const RgbLanes<std::uint8_t>& pixels) {
-        Writer::Block(pixels, to[target] + done);
-      });
+      Layout::Blocks(WholeBlock{in, at},
+                     [&to, done](std::size_t target, const auto& pixels) { Writer::Block(pixels, to[target] + done); });
       return;
     }
     ReadRest<Layout, std::uint8_t>(in, at, count, [&to, done, count](const auto& read) {
-      Layout::Blocks(read, [&to, done, count](std::size_t target, const RgbLanes<std::uint8_t>& pixels) {
+      Layout::Blocks(read, [&to, done, count](std::size_t target, const auto& pixels) {
         Writer::Block(pixels, Part{to[target] + done, count * Writer::kBytes});
       });
     });

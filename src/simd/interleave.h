@@ -192,6 +192,13 @@ inline V Deal(V v) {
   return V(Deal(U32(v), std::make_index_sequence<kLanes / 4>{}));
 }
 
+// Eights of bytes, likewise.
+template <std::size_t... kLane>
+inline U64 DealEights(U64 v, std::index_sequence<kLane...>) {
+  return __builtin_shufflevector(v, v, (kLane % 2 * (kLanes / 16) + kLane / 2)...);
+}
+inline U8 DealEights(U8 v) { return U8(DealEights(U64(v), std::make_index_sequence<kLanes / 8>{})); }
+
 template <class Sample>
 struct PairsOf {
   using Type = U16;

@@ -76,6 +76,7 @@ using I16 = Lanes<std::int16_t>;
 using U16 = Lanes<std::uint16_t>;
 using U32 = Lanes<std::uint32_t>;
 using I32 = Lanes<std::int32_t>;
+using U64 = Lanes<std::uint64_t>;
 
 /// Sums of products of words, in an order that `ClampPack` turns into that of the words.
 struct I32Pair {

@@ -47,6 +47,16 @@ inline I16 MultiplyHigh(I16 a, std::int16_t factor) {
   return I16(vqdmulhq_n_s16(int16x8_t(a), static_cast<std::int16_t>(factor / 2)));  // doubles the product
 }
 
+/// Signed products, divided by 32768 and rounded to the nearest, halves up.
+inline I16 MultiplyRounded(I16 a, std::int16_t factor) { return I16(vqrdmulhq_n_s16(int16x8_t(a), factor)); }
+
+/// The sums of the products of neighbours, of signed bytes by factors of 0 to 255. They must fit words.
+template <int kEven, int kOdd>
+inline I16 MultiplyAddBytes(U8 bytes) {
+  constexpr std::int16_t kFactors[] = {kEven, kOdd};
+  return (I16(U16(bytes) << 8) >> 8) * kFactors[0] + (I16(bytes) >> 8) * kFactors[1];
+}
+
 /// The sums of the products of neighbours.
 inline I32 MultiplyAdd(I16 a, I16 b) {
   const int32x4_t low = vmull_s16(vget_low_s16(int16x8_t(a)), vget_low_s16(int16x8_t(b)));

@@ -56,6 +56,18 @@ inline I16 MultiplyHigh(I16 a, std::int16_t factor) {
   return I16(UpperWords(wasm_i32x4_extmul_low_i16x8(v128_t(a), by), wasm_i32x4_extmul_high_i16x8(v128_t(a), by)));
 }
 
+/// Signed products, divided by 32768 and rounded to the nearest, halves up.
+inline I16 MultiplyRounded(I16 a, std::int16_t factor) {
+  return I16(wasm_i16x8_q15mulr_sat(v128_t(a), wasm_i16x8_splat(factor)));
+}
+
+/// The sums of the products of neighbours, of signed bytes by factors of 0 to 255. They must fit words.
+template <int kEven, int kOdd>
+inline I16 MultiplyAddBytes(U8 bytes) {
+  constexpr std::int16_t kFactors[] = {kEven, kOdd};
+  return (I16(U16(bytes) << 8) >> 8) * kFactors[0] + (I16(bytes) >> 8) * kFactors[1];
+}
+
 /// The sums of the products of neighbours.
 inline I32 MultiplyAdd(I16 a, I16 b) { return I32(wasm_i32x4_dot_i16x8(v128_t(a), v128_t(b))); }
 

@@ -101,6 +101,18 @@ inline I16 MultiplyHigh(I16 a, std::int16_t factor) {
   return I16(LM_INTRINSIC(mulhi_epi16)(Register(a), Register(I16{} + factor)));
 }
 
+/// Signed products, divided by 32768 and rounded to the nearest, halves up.
+inline I16 MultiplyRounded(I16 a, std::int16_t factor) {
+  return I16(LM_INTRINSIC(mulhrs_epi16)(Register(a), Register(I16{} + factor)));
+}
+
+/// The sums of the products of neighbours, of signed bytes by factors of 0 to 255. They must fit words.
+template <int kEven, int kOdd>
+inline I16 MultiplyAddBytes(U8 bytes) {
+  return I16(
+      LM_INTRINSIC(maddubs_epi16)(Register(U16{} + static_cast<std::uint16_t>(kEven | kOdd << 8)), Register(bytes)));
+}
+
 /// The sums of the products of neighbours.
 inline I32 MultiplyAdd(I16 a, I16 b) { return I32(LM_INTRINSIC(madd_epi16)(Register(a), Register(b))); }
 

@@ -39,34 +39,6 @@ inline Vector Pick(const Vector (&window)[kVectors]) {
   }
 }
 
-/// The two bytes of words, each as the upper half of a word; the lower half is 0.
-struct WordBytes {
-  U16 low, high;
-};
-
-#if LM_BYTE_SHUFFLE == 64
-template <class Index, std::size_t... kLane>
-inline WordBytes PickWords(const U8 (&window)[2], std::index_sequence<kLane...>) {
-  // A shuffle that leaves lanes out costs as much as one that does not.
-  constexpr __mmask64 kUpper = 0xAAAAAAAAAAAAAAAA;
-  const U8 low{static_cast<std::uint8_t>(Index::At(kLane / 2 * 2))...};
-  const U8 high{static_cast<std::uint8_t>(Index::At(kLane))...};
-  return {U16(_mm512_maskz_permutex2var_epi8(kUpper, __m512i(window[0]), __m512i(low), __m512i(window[1]))),
-          U16(_mm512_maskz_permutex2var_epi8(kUpper, __m512i(window[0]), __m512i(high), __m512i(window[1])))};
-}
-#endif
-
-/// The words whose byte i is byte `Index::At(i)` of the window.
-template <class Index>
-inline WordBytes PickWords(const U8 (&window)[2]) {
-#if LM_BYTE_SHUFFLE == 64
-  return PickWords<Index>(window, std::make_index_sequence<kLanes>{});
-#else
-  const U16 words = U16(Pick<Index>(window));
-  return {words << 8, words & 0xFF00};
-#endif
-}
-
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 #endif

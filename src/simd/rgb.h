@@ -23,6 +23,18 @@ template <class Sample>
 struct RgbLanes {
   Lanes<Sample> r, g, b;
 };
+
+/// Half a register of pixels, in words that are not yet clamped to bytes.
+struct RgbWords {
+  I16 r, g, b;
+};
+
+/// A block of pixels in fours that are dealt out to the 16 bytes of a register in turn. `half(k)` makes the words of
+/// one half.
+template <class Half>
+struct DealtPixels {
+  Half half;
+};
 #endif
 
 }  // namespace

@@ -52,9 +52,10 @@ inline void LoadSamples(const Reader& read, std::size_t line, std::size_t offset
     if constexpr (kSampleBytes == 1) {
       window[k] = Pinned((k + 1) * kLanes > count ? read.Half(line, offset) : read(line, offset));
     } else {
-      const auto shift = static_cast<std::uint16_t>(read.in.shift);
+      // (word >> shift) & 0xFF, where the shift is at most 8: shifts by a number in a register take two steps.
+      const auto factor = static_cast<std::uint16_t>(0x100U >> read.in.shift);
       const WordPair words = read.Words(line, offset);
-      window[k] = JoinWords(words.first >> shift & 0xFF, words.second >> shift & 0xFF);
+      window[k] = JoinWords(words.first * factor >> 8, words.second * factor >> 8);
     }
   }
 }

@@ -41,7 +41,8 @@ struct Channels {
 /// A conversion of YUV, scaled by 8192: R = y Y + vToR (V - 128) + constant, and so on.
 struct YuvMatrix {
   std::int32_t y, vToR, uToG, vToG, uToB;
-  std::int32_t constant;  ///< with the half that rounds
+  std::int32_t constant;   ///< with the half that rounds
+  std::int32_t black = 0;  ///< the luma of black, which is in the constant, too
 };
 
 /// The lines that a source layout reads. A sample is `word >> shift & mask`.

@@ -12,17 +12,23 @@ LM_DECLARE_KERNEL(LookUpBytesKernel, LookUpBytes)
 LM_DECLARE_KERNEL(LookUpToBytesKernel, LookUpToBytes)
 LM_DECLARE_KERNEL(LookUpWordsKernel, LookUpWords)
 
-/// Looks the samples of a row up, even and odd columns in tables of their own.
+/// Looks the samples of a row up, even and odd columns in tables of their own. The address of the row may be any.
+/// @param In  a sample of the row: a byte or a word
+template <class In, class Out>
+void LookUpRow(const std::uint8_t* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd,
+               Out* out) {
+  if constexpr (sizeof(In) == 1) {
+    kLookUpBytes.Active()(row, width, even, odd, out);
+  } else if constexpr (sizeof(Out) == 1) {
+    kLookUpToBytes.Active()(row, width, even, odd, out);
+  } else {
+    kLookUpWords.Active()(row, width, even, odd, out);
+  }
+}
+
 template <class In, class Out>
 void LookUpSamples(const In* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd, Out* out) {
-  const auto* const bytes = reinterpret_cast<const std::uint8_t*>(row);
-  if constexpr (sizeof(In) == 1) {
-    kLookUpBytes.Active()(bytes, width, even, odd, out);
-  } else if constexpr (sizeof(Out) == 1) {
-    kLookUpToBytes.Active()(bytes, width, even, odd, out);
-  } else {
-    kLookUpWords.Active()(bytes, width, even, odd, out);
-  }
+  LookUpRow<In>(reinterpret_cast<const std::uint8_t*>(row), width, even, odd, out);
 }
 
 }  // namespace LmImagingLib

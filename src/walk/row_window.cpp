@@ -123,10 +123,15 @@ void RowWindow<Sample>::LookUpDecoded(std::uint32_t line, DefectRows<Decoded>* d
   const Site site = Below(mLookup.site, line);
   const std::uint16_t* const green = mLookup.tables->green.entries;
   const std::uint16_t* const color = (IsInRedRow(site) ? mLookup.tables->red : mLookup.tables->blue).entries;
+  const std::uint16_t* const even = IsGreen(site) ? green : color;
+  const std::uint16_t* const odd = IsGreen(site) ? color : green;
+  if (defects == nullptr && IsRows<Decoded>(mSource, mFrame)) {
+    return LmImagingLib::LookUpRow<Decoded>(SourceRow(line), mWidth, even, odd, row);
+  }
   auto* const decoded = reinterpret_cast<Decoded*>(mDecodedRow.data());
   const auto decode = [this](std::uint32_t from, Decoded* to) { DecodeRow(from, to); };
   defects != nullptr ? defects->Correct(line, decode, decoded) : decode(line, decoded);
-  LookUpSamples(decoded, mWidth, IsGreen(site) ? green : color, IsGreen(site) ? color : green, row);
+  LookUpSamples(decoded, mWidth, even, odd, row);
 }
 
 template <class Sample>

@@ -15,9 +15,10 @@ namespace LmImagingLib {
 namespace {
 
 constexpr std::uint32_t kWidth = 4096;
-constexpr std::uint32_t kBand = 64;  // lines of an image that the caches hold
+constexpr std::uint32_t kBand = 8;                              // lines of an image that is stored through the caches
+constexpr std::size_t kMost = std::size_t{kBand} * kWidth * 8;  // bytes of such an image
 
-// An image that is too large for the caches comes out like the same image converted in bands that are not.
+// An image that is stored past the caches comes out like the same image converted in bands that are not.
 void ExpectLikeInBands(PixelTypeID from, PixelTypeID to, const RGBFilter* filter) {
   SCOPED_TRACE(testing::Message() << std::hex << from << " to " << to);
   const PixelConverter* const converter = PixelTypeFactory::FindConverter(from, to);
@@ -86,13 +87,21 @@ void ExpectBilinearLikeTheDefinition(PixelTypeID from, PixelTypeID to, std::size
   ForceInstructionSet(best);
 }
 
-TEST(Streams, StoreBilinearMosaics) {
+class Streams : public testing::Test {
+ protected:
+  ~Streams() override { ForceStreamsAbove(mMost); }
+
+ private:
+  const std::size_t mMost = ForceStreamsAbove(kMost);
+};
+
+TEST_F(Streams, StoreBilinearMosaics) {
   ExpectBilinearLikeTheDefinition(0x20010, 0x420006, 0);
   ExpectBilinearLikeTheDefinition(0x20010, 0x20003, 1);
   ExpectBilinearLikeTheDefinition(0x20016, 0x820002, 0);
 }
 
-TEST(Streams, StoreWhatTheCachesWouldHaveHeld) {
+TEST_F(Streams, StoreWhatTheCachesWouldHaveHeld) {
   RGBFilter gains(8);
   gains.SetMultipliers(1.6, 1.0, 1.09);
   const std::size_t best = ActiveInstructionSet();

@@ -12,18 +12,22 @@ inline Colors<Value> ColorsAt(const PartedRows<Value>& in, std::size_t i, Number
   const auto at = [&](std::size_t row, std::ptrdiff_t by) {
     return Read(Column<kParity>(in.row[row], in.odd, by) + i);
   };
-  const auto scaled = [&](Numbers<Value> sum) { return Clamp((sum + 8) >> 4, white); };
+  const auto rounded = [&](Numbers<Value> sum, int bits) {
+    return Clamp((sum + static_cast<Value>(1 << bits >> 1)) >> bits, white);
+  };
   const auto own = at(3, 0);
   const auto poles = at(2, 0) + at(4, 0), sides = at(3, -1) + at(3, 1);
-  const auto corners = at(2, -1) + at(2, 1) + at(4, -1) + at(4, 1);
+  // The poles of the neighbours, which compilers then compute once.
+  const auto corners = (at(2, -1) + at(4, -1)) + (at(2, 1) + at(4, 1));
   const auto farPoles = at(1, 0) + at(5, 0), farSides = at(3, -2) + at(3, 2);
   if constexpr (kGreen) {
     const auto same = 10 * own - 2 * corners;
-    return {scaled(same + 8 * sides - 2 * farSides + farPoles), own,
-            scaled(same + 8 * poles - 2 * farPoles + farSides)};
+    return {rounded(same + 8 * sides - 2 * farSides + farPoles, 4), own,
+            rounded(same + 8 * poles - 2 * farPoles + farSides, 4)};
   } else {
     const auto far = farPoles + farSides;
-    return {own, scaled(8 * own + 4 * (poles + sides) - 2 * far), scaled(12 * own + 4 * corners - 3 * far)};
+    // Half of 8 own + 4 (poles + sides) - 2 far.
+    return {own, rounded(4 * own + 2 * (poles + sides) - far, 3), rounded(12 * own + 4 * corners - 3 * far, 4)};
   }
 }
 

@@ -40,6 +40,21 @@ struct Interleaved {
       StoreInterleaved<std::uint8_t>(first, in.g, last, to);
     }
   }
+
+  /// Zips put the pixels of four bytes in order, words at once.
+  template <class Half, class To>
+  static void Block(const DealtPixels<Half>& in, To to) {
+    static_assert(kBytes == 4);
+    for (std::size_t k = 0; k < 2; ++k, to = to + 2 * kLanes) {
+      const RgbWords words = in.half(k);
+      const U16 twos = U16(ClampZip(kFirst == First::kRed ? words.r : words.b, words.g));
+      const I16 last = kFirst == First::kRed ? words.b : words.r;
+      const I16 positive = last < 0 ? I16{} : last;
+      const U16 clamped = U16(positive > 255 ? I16{} + 255 : positive);
+      Store(U8(ZipHalves<0>(twos, clamped)), to);
+      Store(U8(ZipHalves<1>(twos, clamped)), to + kLanes);
+    }
+  }
 #endif
 };
 

@@ -1,7 +1,7 @@
 // Gray of colours: (77 red + 150 green + 29 blue + 128) >> 8, as bytes or in 16-bit little-endian words. The weights
 // are those of ITU-R BT.601 in 256ths: 0.299, 0.587 and 0.114.
+#include "kernels/writers/gray_words.h"
 #include "simd/luma_lanes.h"
-#include "simd/wide_stores.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -17,6 +17,12 @@ struct LumaBytes {
   static void Pixel(Rgb<std::uint8_t> pixel, std::uint8_t* to) { *to = Luma(pixel); }
 
 #if LM_LANES
+  // The weights sum to 256, so the luma of gray is the gray.
+  template <class To>
+  static void GrayBlock(U8 v, To to) {
+    Store(v, to);
+  }
+
   template <class To>
   static void Block(const RgbLanes<std::uint8_t>& in, To to) {
     Store(LumaLanes(in), to);
@@ -46,9 +52,11 @@ struct WordTables {
 template <class Sample, class Change>
 std::size_t StoreLumaBlocks(const Channels<Sample>& in, std::size_t count, std::uint8_t* to, const FitLanes fit,
                             const Change change) {
+  // By reference these would be loaded anew after each store.
+  const Sample *const red = Alone(in.red), *const green = Alone(in.green), *const blue = Alone(in.blue);
   std::size_t i = 0;
   for (; i + kBlock<Sample> <= count; i += kBlock<Sample>, to += 2 * kBlock<Sample>) {
-    StoreLumaWords(change(RgbLanes<Sample>{Load(in.red + i), Load(in.green + i), Load(in.blue + i)}), to, fit);
+    StoreLumaWords(change(RgbLanes<Sample>{Load(red + i), Load(green + i), Load(blue + i)}), to, fit);
   }
   return i;
 }
@@ -80,6 +88,9 @@ std::size_t StoreLumaBlocks(const Channels<std::uint16_t>& in, const LookupTable
 template <class Sample>
 void StoreLuma(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
                std::size_t first) {
+  if (tables == nullptr && in.red == in.green && in.red == in.blue) {
+    return StoreWide<GrayWords>(in, tables, count, out, first);
+  }
   std::uint8_t* const to = out.line + first * 2;
   std::size_t i = 0;
 #if LM_LANES

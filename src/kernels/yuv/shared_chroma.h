@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kernels/yuv/yuv_to_rgb.h"
+#include "simd/direct.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -10,24 +11,55 @@ namespace {
 template <class Group_, std::size_t kSampleBytes, class Model>
 struct SharedChroma : ColorSamples<Group_, kSampleBytes, Model> {
 #if LM_LANES
-  // Words of the first (0) or second (1) pixel of each pair: luma in the upper byte, U or V in the lower one.
-  template <std::size_t kSecond>
-  struct WordIndex {
+  static constexpr int kNoHalf = 2;
+  // Whether pixels are found within the 16 bytes that shuffles reach, if registers of these are loaded.
+  static constexpr bool kInUnits = LM_BYTE_SHUFFLE == 16 && kSampleBytes == 1 && 16 % Group_::kSamples == 0;
+
+  // Lanes of `YuvPairs`: the channel in even lanes and V in odd ones, of the pixels of a register or, if `kHalf` is 0
+  // or 1, of a half of each 16.
+  template <int kHalf, std::size_t kChannel>
+  struct PairIndex {
     static constexpr std::size_t At(std::size_t lane) {
-      const std::size_t pixel = lane / 2 * 2 + kSecond;
-      const std::size_t channel = lane % 2 != 0 ? 0 : 1 + kSecond;
-      return pixel / Group_::kPixels * Group_::kSamples + Group_::kAt[channel][pixel % Group_::kPixels];
+      const std::size_t pixel = kHalf == kNoHalf ? lane / 2 : lane / 16 * 16 + 8 * kHalf + lane % 16 / 2;
+      return pixel / Group_::kPixels * Group_::kSamples +
+             Group_::kAt[lane % 2 != 0 ? 2 : kChannel][pixel % Group_::kPixels];
     }
   };
 
+  template <int kHalf, std::size_t kVectors>
+  static YuvPairs Pairs(const U8 (&window)[kVectors]) {
+    return {Pick<PairIndex<kHalf, 0>>(window), Pick<PairIndex<kHalf, 1>>(window)};
+  }
+
   template <class Reader>
   static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
-    constexpr std::size_t kCount = kLanes / Group_::kPixels * Group_::kSamples;
-    U8 window[2];
-    LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
-    const WordBytes yu = PickWords<WordIndex<0>>(window);
-    const WordBytes yv = PickWords<WordIndex<1>>(window);
-    return Model::Color(read.in, yu.high, yv.high, yu.low, yv.low);
+    if constexpr (kInUnits) {
+      const WordPair words = read.Words(0, 0);
+      const U8 low[1] = {Signed(U8(words.first))}, high[1] = {Signed(U8(words.second))};
+      return ColorsOf<Model>(read.in, Pairs<kNoHalf>(low), Pairs<kNoHalf>(high));
+    } else {
+      constexpr std::size_t kCount = kLanes / Group_::kPixels * Group_::kSamples;
+      U8 window[2];
+      LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
+      for (U8& samples : window) samples = Signed(samples);
+      return ColorsOf<Model>(read.in, Pairs<0>(window), Pairs<1>(window));
+    }
+  }
+#endif
+};
+
+/// 4:2:2 in bytes, as `Direct` wants it for pixels of four bytes.
+template <class Group_, class Model>
+struct DealtChroma : SingleLine<SharedChroma<Group_, 1, Model>> {
+#if LM_LANES
+  template <class Reader, class Store>
+  static void Blocks(const Reader& read, const Store& store) {
+    using Chroma = SharedChroma<Group_, 1, Model>;
+    const auto half = [&read](std::size_t k) {
+      const U8 window[1] = {Signed(DealEights(read(0, k * kLanes)))};
+      return Model::Words(read.in, Chroma::template Pairs<Chroma::kNoHalf>(window));
+    };
+    store(0, DealtPixels<decltype(half)>{half});
   }
 #endif
 };

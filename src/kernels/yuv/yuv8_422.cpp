@@ -13,6 +13,7 @@ struct YUV8_422Group {
 };
 
 using YUV8_422Line = SingleLine<SharedChroma<YUV8_422Group, 1, Yuv>>;
+using YUV8_422Dealt = DealtChroma<YUV8_422Group, Yuv>;
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
@@ -20,5 +21,5 @@ using YUV8_422Line = SingleLine<SharedChroma<YUV8_422Group, 1, Yuv>>;
 LM_EXPORT_YUV_DECODER(YUV8_422, SharedChroma, YUV8_422Group, 1)
 LM_EXPORT_DIRECT(YUV8_422ToRGB24, YUV8_422Line, Interleaved<First::kRed, 3>)
 LM_EXPORT_DIRECT(YUV8_422ToBGR24, YUV8_422Line, Interleaved<First::kBlue, 3>)
-LM_EXPORT_DIRECT(YUV8_422ToRGB32, YUV8_422Line, Interleaved<First::kRed, 4>)
-LM_EXPORT_DIRECT(YUV8_422ToBGR32, YUV8_422Line, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(YUV8_422ToRGB32, YUV8_422Dealt, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(YUV8_422ToBGR32, YUV8_422Dealt, Interleaved<First::kBlue, 4>)

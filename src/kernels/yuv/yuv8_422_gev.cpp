@@ -13,6 +13,7 @@ struct YUV8_422_GEVGroup {
 };
 
 using YUV8_422_GEVLine = SingleLine<SharedChroma<YUV8_422_GEVGroup, 1, Yuv>>;
+using YUV8_422_GEVDealt = DealtChroma<YUV8_422_GEVGroup, Yuv>;
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
@@ -20,5 +21,5 @@ using YUV8_422_GEVLine = SingleLine<SharedChroma<YUV8_422_GEVGroup, 1, Yuv>>;
 LM_EXPORT_YUV_DECODER(YUV8_422_GEV, SharedChroma, YUV8_422_GEVGroup, 1)
 LM_EXPORT_DIRECT(YUV8_422_GEVToRGB24, YUV8_422_GEVLine, Interleaved<First::kRed, 3>)
 LM_EXPORT_DIRECT(YUV8_422_GEVToBGR24, YUV8_422_GEVLine, Interleaved<First::kBlue, 3>)
-LM_EXPORT_DIRECT(YUV8_422_GEVToRGB32, YUV8_422_GEVLine, Interleaved<First::kRed, 4>)
-LM_EXPORT_DIRECT(YUV8_422_GEVToBGR32, YUV8_422_GEVLine, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(YUV8_422_GEVToRGB32, YUV8_422_GEVDealt, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(YUV8_422_GEVToBGR32, YUV8_422_GEVDealt, Interleaved<First::kBlue, 4>)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "kernels/yuv/yuv_to_rgb.h"
-#include "simd/interleave.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -25,16 +24,9 @@ struct YuvByMatrix {
     return I16(U32{} + (word(even) | word(odd) << 16));
   }
 
-  // Bytes come in the upper halves of words.
-  static I16 Luma(U16 y) { return I16(y >> 8); }
-  static I16 Difference(U16 c) { return I16(c ^ 0x8000) >> 8; }
-
-  struct Words {
-    I16 r, g, b;
-  };
-
-  static Words Convert(const YuvMatrix& m, U16 y8, U16 u8, U16 v8) {
-    const I16 y = Luma(y8), u = Difference(u8), v = Difference(v8);
+  static RgbWords Words(const SourceLines& lines, const YuvPairs& in) {
+    const YuvMatrix& m = *lines.matrix;
+    const I16 y = I16((U16(in.yv) & 0xFF) ^ 0x80), u = I16(U16(in.uv) << 8) >> 8, v = I16(in.uv) >> 8;
     const I32 constant = I32{} + m.constant;
     const auto sum = [&](I16 difference, int factor) {
       const I16 factors = Pair(m.y, factor);
@@ -51,16 +43,7 @@ struct YuvByMatrix {
   }
 
   static RgbLanes<std::uint8_t> Color(const SourceLines& in, U8 y, U8 u, U8 v) {
-    const Words low = Convert(*in.matrix, LowWords(y), LowWords(u), LowWords(v));
-    const Words high = Convert(*in.matrix, HighWords(y), HighWords(u), HighWords(v));
-    return {ClampJoin(low.r, high.r), ClampJoin(low.g, high.g), ClampJoin(low.b, high.b)};
-  }
-
-  /// Pairs of pixels that share their chroma.
-  static RgbLanes<std::uint8_t> Color(const SourceLines& in, U16 evenY, U16 oddY, U16 u, U16 v) {
-    const Words even = Convert(*in.matrix, evenY, u, v);
-    const Words odd = Convert(*in.matrix, oddY, u, v);
-    return {ClampZip(even.r, odd.r), ClampZip(even.g, odd.g), ClampZip(even.b, odd.b)};
+    return ColorsOf<YuvByMatrix>(in, y, u, v);
   }
 #endif
 };

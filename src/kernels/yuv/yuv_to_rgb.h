@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kernels/yuv/yuv_pairs.h"
 #include "simd/loops.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -27,58 +28,19 @@ struct Yuv {
   }
 
 #if LM_LANES
-  // The same in 16 bits. Divided by 4, the sums are 299 y + 410.5 cv - 4656, 299 y - 208 cv - 100 cu - 4656 and
-  // 299 y + 516 cu - 4656, to be shifted by 8. Divided by another 4 they fit: 299/4 y is at most 19061, and the
-  // chroma between -17548 and 15219; their sum may exceed 16 bits in blue only. Rounding down twice is rounding down
-  // once, and 52 cv, 25 cu, 129 cu and 1164 are whole. Red has fractions in both terms, 410.5/4 cv and 299/4 y; the
-  // carry is made by the multiplication of y.
-
-  // Y, U and V come in the upper bytes of words; a chroma of 128 is 0 then.
-  struct Chroma {
-    Chroma(U16 u, U16 v) : Chroma(I16(u ^ 0x8000), I16(v ^ 0x8000)) {}
-
-    I16 r, g, b;
-    U16 quarters;  ///< that red's chroma was rounded down by
-
-   private:
-    static constexpr int kRed = 26272;  // 410.5/4 x 256, as 16 bits are lost to MultiplyHigh and 8 are in cv already
-
-    // 129 x 256 is too large for a signed factor, hence minus 127 and one whole cu.
-    Chroma(I16 cu, I16 cv)
-        : r(MultiplyHigh(cv, kRed) - 1164),
-          g(-MultiplyHigh(cv, 52 * 256) - MultiplyHigh(cu, 25 * 256) - 1164),
-          b(MultiplyHigh(cu, -127 * 256) + cu - 1164),
-          quarters(U16(cv) * kRed >> 14) {}
-  };
-
-  struct Words {
-    I16 r, g, b;
-  };
-
-  // A shift by 6, as a product: shifts would wait for the shuffles around, with which they share their units.
-  static I16 Down(I16 v) { return MultiplyHigh(v, 1 << 10); }
-
-  static Words Convert(U16 y, const Chroma& chroma) {
-    // n quarters, as n/256 of a y, add 0.29 n: enough to carry where 299/4 y has 4 - n quarters, and no more.
-    constexpr std::uint16_t kLuma = 299 * 64;
-    const I16 luma = I16(MultiplyHigh(y, kLuma));
-    const I16 lumaOfRed = I16(MultiplyHigh(y | chroma.quarters, kLuma));
-    return {Down(lumaOfRed + chroma.r), Down(luma + chroma.g), Down(AddClamped(luma, chroma.b))};
+  // The same in 16 bits, of samples less 128: y', u', v'. Divided by 16, the sums are 74.75 y' + 102.625 v' + 8404,
+  // 74.75 y' - 52 v' - 25 u' + 8404 and 74.75 y' + 129 u' + 8404, to be shifted by 6. Rounding down twice is rounding
+  // down once, so fractions may be dropped before: of 74.75 y' alone in green and blue, whose chroma is whole, and of
+  // 6 y' + 5 v' eighths in red, beside 74 y' + 102 v'. Only blue exceeds 16 bits, where it is clamped.
+  static RgbWords Words(const SourceLines& /*in*/, const YuvPairs& in) {
+    constexpr std::int16_t kConstant = 8404;  // 128 * 74.75 - 1164
+    const I16 red = MultiplyAddBytes<74, 102>(in.yv) + (MultiplyAddBytes<6, 5>(in.yv) >> 3) + kConstant;
+    const I16 luma = MultiplyHigh(I16(U16(in.yv) << 8), 299 * 64) + kConstant;
+    const I16 green = luma - MultiplyAddBytes<25, 52>(in.uv);
+    return {red >> 6, green >> 6, AddClamped(luma, MultiplyAddBytes<129, 0>(in.uv)) >> 6};
   }
 
-  static RgbLanes<std::uint8_t> Color(const SourceLines& /*in*/, U8 y, U8 u, U8 v) {
-    const Words low = Convert(LowWords(y), {LowWords(u), LowWords(v)});
-    const Words high = Convert(HighWords(y), {HighWords(u), HighWords(v)});
-    return {ClampJoin(low.r, high.r), ClampJoin(low.g, high.g), ClampJoin(low.b, high.b)};
-  }
-
-  /// Pairs of pixels that share their chroma.
-  static RgbLanes<std::uint8_t> Color(const SourceLines& /*in*/, U16 evenY, U16 oddY, U16 u, U16 v) {
-    const Chroma chroma(u, v);
-    const Words even = Convert(evenY, chroma);
-    const Words odd = Convert(oddY, chroma);
-    return {ClampZip(even.r, odd.r), ClampZip(even.g, odd.g), ClampZip(even.b, odd.b)};
-  }
+  static RgbLanes<std::uint8_t> Color(const SourceLines& in, U8 y, U8 u, U8 v) { return ColorsOf<Yuv>(in, y, u, v); }
 #endif
 };
 
