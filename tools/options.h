@@ -56,6 +56,9 @@ void AddYuvOptions(CLI::App& command, unsigned long& flags);
 /// Adds `--depth full|8`.
 void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth);
 
+/// Adds an option of a number of threads, from 1 to `kMostJobs`.
+void AddThreadsOption(CLI::App& command, const std::string& name, unsigned& threads, const std::string& description);
+
 /// Adds an option of three numbers between commas, each from `least` to `most`.
 /// @param one  whether a single number stands for three equal ones
 CLI::Option* AddTripleOption(CLI::App& command, const std::string& name, Triple& value, double most,
