@@ -191,7 +191,7 @@ void Check(const ConversionResult& result) {
 
 void Convert(const PixelTypeID& from, const Image& source, const PixelTypeID& to, const Image& destination,
              unsigned long flags, const std::pair<unsigned long, unsigned long>& lines,
-             const std::optional<Curve>& curve, bool fullDepth) {
+             const std::optional<Curve>& curve, bool fullDepth, unsigned threads) {
   const Source in(from, source, false);
   const Destination out(to, destination, true);
   ConversionResult converted;
@@ -205,6 +205,7 @@ void Convert(const PixelTypeID& from, const Image& source, const PixelTypeID& to
     options.filter = filter ? &*filter : nullptr;
     options.flags = flags;
     options.depth = fullDepth ? ConversionDepth::kFull : ConversionDepth::kEightBits;
+    options.threads = threads;
     std::tie(options.firstLine, options.lines) = lines;
     converted = ConvertImage(in.view, out.view, options);
   });
@@ -228,11 +229,13 @@ Development MakeDevelopment(const std::optional<unsigned>& defects, const Values
 }
 
 void DevelopImage(const Development& development, const PixelTypeID& from, const Image& source, const PixelTypeID& to,
-                  const Image& destination, unsigned long flags, const std::pair<unsigned long, unsigned long>& lines) {
+                  const Image& destination, unsigned long flags, const std::pair<unsigned long, unsigned long>& lines,
+                  unsigned threads) {
   const Source in(from, source, false);
   const Destination out(to, destination, true);
   DevelopOptions options;
   options.flags = flags;
+  options.threads = threads;
   std::tie(options.firstLine, options.lines) = lines;
   ConversionResult developed;
   WithoutInterpreterLock([&] { developed = Develop(development, in.view, out.view, options); });

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iostream>
 #include <tuple>
 
 #include "error.h"
@@ -24,20 +23,21 @@ bool IsAll(const Triple& triple, double value) {
 // As `--gain` is given again, so that the printed gains make the same picture.
 double Kept(double gain) { return std::round(gain * 10000) / 10000; }
 
-Triple EstimatedGain(const ColorArguments& arguments, const RawFrame& frame, const std::string& name) {
+Triple EstimatedGain(const ColorArguments& arguments, const RawFrame& frame, const std::string& name,
+                     std::ostream& notes) {
   WhiteBalanceOptions options = *arguments.balance;
   options.flags = frame.flags & kFrameFlags;
   options.black = ValuesOf(arguments.black);
   const WhiteBalance found = EstimateWhiteBalance(ViewOf(frame), options);
   if (!found.result.IsOK()) throw ToolError("--white-balance", found.message);
   if (!found.IsFound()) {
-    std::cerr << "lmimaging: note: the white balance of '" << Printable(name) << "' stays as it is, because "
-              << found.message << '\n';
+    notes << "lmimaging: note: the white balance of '" << Printable(name) << "' stays as it is, because "
+          << found.message << '\n';
   }
   const Triple gain{Kept(found.gains.red), Kept(found.gains.green), Kept(found.gains.blue)};
   if (found.IsFound()) {
-    std::cerr << "lmimaging: white balance of '" << Printable(name) << "': --gain " << ShortText(gain.red) << ','
-              << ShortText(gain.green) << ',' << ShortText(gain.blue) << '\n';
+    notes << "lmimaging: white balance of '" << Printable(name) << "': --gain " << ShortText(gain.red) << ','
+          << ShortText(gain.green) << ',' << ShortText(gain.blue) << '\n';
   }
   return gain;
 }
@@ -49,10 +49,11 @@ bool ColorArguments::Change() const {
          !IsAll(black, 0);
 }
 
-Colors::Colors(const ColorArguments& arguments, ConversionDepth depth, const RawFrame& frame, const std::string& name)
+Colors::Colors(const ColorArguments& arguments, ConversionDepth depth, const RawFrame& frame, const std::string& name,
+               std::ostream& notes)
     : mDepth(depth) {
   if (!arguments.Change()) return;
-  const Triple gain = arguments.balance ? EstimatedGain(arguments, frame, name) : arguments.gain;
+  const Triple gain = arguments.balance ? EstimatedGain(arguments, frame, name, notes) : arguments.gain;
   if (arguments.develops) {
     MakeDevelopment(arguments, gain, frame.flags);
   } else {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <ostream>
 #include <string>
 
 #include "LmImagingLib/Development.h"
@@ -34,12 +35,13 @@ struct ColorArguments {
 /// The tables of a file's frames.
 class Colors {
  public:
-  /// Estimates the white balance if that is asked for, and prints it as an option.
+  /// Estimates the white balance if that is asked for, and reports it as an option.
   /// @param frame  the first one of the file
   /// @param name  of the file
+  /// @param notes  receives the report
   /// @throws ToolError
   Colors(const ColorArguments& arguments, LmImagingLib::ConversionDepth depth, const RawFrame& frame,
-         const std::string& name);
+         const std::string& name, std::ostream& notes);
 
   Treatment AsTreatment() const;
 

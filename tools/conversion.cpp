@@ -29,12 +29,14 @@ ConversionResult Converted(const RawFrame& frame, const ImageView& destination, 
   if (treatment.development != nullptr) {
     DevelopOptions options;
     options.flags = frame.flags & kFrameFlags;
+    options.threads = treatment.threads;
     return Develop(*treatment.development, ViewOf(frame), destination, options);
   }
   ConvertOptions options;
   options.filter = treatment.filter;
   options.flags = frame.flags;
   options.depth = treatment.depth;
+  options.threads = treatment.threads;
   return ConvertImage(ViewOf(frame), destination, options);
 }
 

@@ -23,6 +23,7 @@ struct Treatment {
   const LmImagingLib::RGBFilter* filter = nullptr;         ///< tables, or null
   const LmImagingLib::Development* development = nullptr;  ///< all of it; null for a conversion
   LmImagingLib::ConversionDepth depth = LmImagingLib::ConversionDepth::kFull;
+  unsigned threads = 1;  ///< the most that work on one frame
 };
 
 /// The flags of a frame that describe it, and those that are a method of demosaicing.

@@ -40,10 +40,11 @@ auto Named(const fs::path& source, const Convert& convert) {
 // Writes what frames become, as they come.
 class Output {
  public:
-  Output(FilePair files, const Conversion& conversion, bool numbered)
+  Output(FilePair files, const Conversion& conversion, bool numbered, std::ostream& notes)
       : mFiles(std::move(files)),
         mConversion(conversion),
         mNumbered(numbered),
+        mNotes(notes),
         mPicture(PictureFormatOf(mFiles.destination)) {}
 
   void Add(const RawFrame& frame, std::size_t number) {
@@ -53,8 +54,9 @@ class Output {
       throw ToolError("--to", "there is no converter from " + Label(frame.type) + " to " + Label(to) + "; allowed: " +
                                   DestinationsInWords(frame.type, "lmimaging converters --from " + HexID(frame.type)));
     }
-    if (!mColors) mColors.emplace(mConversion.colors, mConversion.depth, frame, mFiles.source.string());
-    const Treatment treatment = mColors->AsTreatment();
+    if (!mColors) mColors.emplace(mConversion.colors, mConversion.depth, frame, mFiles.source.string(), mNotes);
+    Treatment treatment = mColors->AsTreatment();
+    treatment.threads = mConversion.threads;
     if (mPicture) {
       const unsigned bits = BitsOfPicture(frame.type);
       const Bytes file =
@@ -81,6 +83,7 @@ class Output {
   FilePair mFiles;
   const Conversion& mConversion;
   bool mNumbered;
+  std::ostream& mNotes;
   std::optional<PictureFormat> mPicture;
   std::optional<Colors> mColors;
   std::optional<FileWriter> mRaw;
@@ -88,9 +91,9 @@ class Output {
 
 }  // namespace
 
-void ConvertFile(const FilePair& files, const Conversion& conversion, Progress& progress) {
+void ConvertFile(const FilePair& files, const Conversion& conversion, Progress& progress, std::ostream& notes) {
   const bool single = !conversion.frames || conversion.frames->first == conversion.frames->last;
-  Output output(files, conversion, !single);
+  Output output(files, conversion, !single, notes);
   const std::string name = files.source.filename().string();
   if (PictureFormatOf(files.source)) {
     output.Add(FrameOf(ReadPicture("SOURCE", files.source)), 0);

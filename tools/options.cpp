@@ -7,6 +7,7 @@
 #include "LmImagingLib/PixelConverter.h"
 #include "error.h"
 #include "numbers.h"
+#include "ordered_jobs.h"
 #include "words.h"
 
 namespace LmTool {
@@ -167,6 +168,15 @@ void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth) {
                                         "Bits of each colour value that are converted: all, or the upper 8; 8 also "
                                         "makes pictures of 8 bits (default: full)")
       ->type_name("full|8");
+}
+
+void AddThreadsOption(CLI::App& command, const std::string& name, unsigned& threads, const std::string& description) {
+  const auto parse = [name, &threads](const std::string& text) {
+    if (!ParseNumber(text, threads) || threads == 0 || threads > kMostJobs) {
+      throw ToolError(name, "'" + text + "' does not fit; allowed: 1 to " + std::to_string(kMostJobs));
+    }
+  };
+  command.add_option_function<std::string>(name, parse, description)->type_name("N");
 }
 
 }  // namespace LmTool

@@ -55,4 +55,7 @@ void AddYuvOptions(CLI::App& command, unsigned long& flags);
 /// Adds `--depth full|8`.
 void AddDepthOption(CLI::App& command, LmImagingLib::ConversionDepth& depth);
 
+/// Adds an option of a number of threads, from 1 to `kMostJobs`.
+void AddThreadsOption(CLI::App& command, const std::string& name, unsigned& threads, const std::string& description);
+
 }  // namespace LmTool

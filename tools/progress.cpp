@@ -17,6 +17,7 @@ constexpr std::chrono::milliseconds kPause(50);  // that an eye does not notice,
 Progress::Progress(std::size_t steps) : mSteps(steps), mWatched(steps > 1 && ErrorStreamIsTerminal()) {}
 
 void Progress::Step(const std::string& what) {
+  const std::lock_guard<std::mutex> lock(mMutex);
   ++mDone;
   const auto now = std::chrono::steady_clock::now();
   if (!mWatched || (now < mNext && mDone < mSteps)) return;
@@ -28,6 +29,7 @@ void Progress::Step(const std::string& what) {
 }
 
 void Progress::Hide() {
+  const std::lock_guard<std::mutex> lock(mMutex);
   if (mShown) std::cerr << "\r\x1b[K" << std::flush;
   mShown = false;
 }

@@ -2,11 +2,13 @@
 
 #include <chrono>
 #include <cstddef>
+#include <mutex>
 #include <string>
 
 namespace LmTool {
 
-/// A bar on the error stream for a person who waits; absent where none watches, and for a single step.
+/// A bar on the error stream for a person who waits; absent where none watches, and for a single step. Any number of
+/// threads may take steps.
 class Progress {
  public:
   explicit Progress(std::size_t steps);
@@ -20,6 +22,7 @@ class Progress {
   void Hide();
 
  private:
+  std::mutex mMutex;
   std::size_t mSteps;
   std::size_t mDone = 0;
   bool mWatched;

@@ -20,6 +20,7 @@
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <thread>
 #endif
 
 namespace LmTool {
@@ -75,6 +76,32 @@ void TakeOver(int file, const struct stat& replaced) {
   if (fchmod(file, permissions) != 0) Fail("its permissions cannot be kept: " + SystemError());
 }
 
+// Held while a file is created. Signals wait meanwhile: those of this thread are blocked, those of others see the flag.
+std::atomic_flag sCreating = ATOMIC_FLAG_INIT;
+class Creation {
+ public:
+  Creation() {
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_BLOCK, &all, &mBefore);
+    while (sCreating.test_and_set()) std::this_thread::yield();
+  }
+  Creation(const Creation&) = delete;
+  Creation& operator=(const Creation&) = delete;
+  ~Creation() {
+    sCreating.clear();
+    pthread_sigmask(SIG_SETMASK, &mBefore, nullptr);
+  }
+
+ private:
+  sigset_t mBefore{};
+};
+
+int CreateNew(const fs::path& path, mode_t permissions) {
+  const Creation creation;
+  return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
+}
+
 File Create(const fs::path& path, const fs::path& target) {
   struct stat replaced {};
   const bool replaces = stat(target.c_str(), &replaced) == 0;
@@ -82,7 +109,7 @@ File Create(const fs::path& path, const fs::path& target) {
     Fail(SystemError() + "; allowed: a file with write permission, or a new name");
   }
   // A file that replaces a private one is private from the start.
-  const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? 0600 : 0666);
+  const int descriptor = CreateNew(path, replaces ? 0600 : 0666);
   if (descriptor < 0) Fail("no new file in its folder: " + SystemError());
   File file(fdopen(descriptor, "wb"));
   if (file == nullptr) Fail(SystemError());
@@ -92,19 +119,25 @@ File Create(const fs::path& path, const fs::path& target) {
 
 void Keep(std::FILE*) {}
 
-// The handler of a signal uses this table alone. A signal may come at any time, so each change is one store.
-std::array<std::atomic<const char*>, 16> sNames;
+// The handler of a signal uses this table alone. A signal may come at any time, so each change is one step.
+std::array<std::atomic<const char*>, 512> sNames;  // twice as many as files can be written at a time
 
-std::atomic<const char*>& EntryOf(const char* name) {
-  auto* const entry = std::find_if(sNames.begin(), sNames.end(), [=](const auto& e) { return e.load() == name; });
-  if (entry == sNames.end()) Fail("too many files are being written");
-  return *entry;
+// The first entry that has one value gets another.
+bool Exchange(const char* from, const char* to) {
+  return std::any_of(sNames.begin(), sNames.end(), [=](auto& entry) {
+    const char* expected = from;
+    return entry.compare_exchange_strong(expected, to);
+  });
 }
 
-void RemoveOnSignal(const fs::path& path) { EntryOf(nullptr) = path.c_str(); }
-void ForgetOnSignal(const fs::path& path) { EntryOf(path.c_str()) = nullptr; }
+void RemoveOnSignal(const fs::path& path) {
+  if (!Exchange(nullptr, path.c_str())) Fail("too many files are being written");
+}
+void ForgetOnSignal(const fs::path& path) { Exchange(path.c_str(), nullptr); }
 
 extern "C" void RemoveNames(int signal) {
+  while (sCreating.test_and_set()) {  // no thread creates a file from now on
+  }
   for (const auto& entry : sNames) {
     if (const char* const name = entry.load(); name != nullptr) unlink(name);
   }

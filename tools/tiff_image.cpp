@@ -75,9 +75,10 @@ using Tiff = std::unique_ptr<TIFF, TiffCloser>;
 }
 
 Tiff Open(Memory& memory, const char* mode) {
-  TIFFSetErrorHandler(nullptr);  // nothing is printed
-  TIFFSetWarningHandler(nullptr);
-  TIFFSetErrorHandlerExt(KeepFault);
+  // They are the process's, not the file's. Nothing is printed.
+  static const bool isSet =
+      (TIFFSetErrorHandler(nullptr), TIFFSetWarningHandler(nullptr), TIFFSetErrorHandlerExt(KeepFault), true);
+  static_cast<void>(isSet);
   Tiff tiff(TIFFClientOpen("picture", mode, &memory, Read, Write, Seek, Close, Size, nullptr, nullptr));
   if (tiff == nullptr) Fail(memory, "it does not begin as a TIFF file does");
   return tiff;

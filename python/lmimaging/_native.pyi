@@ -30,6 +30,7 @@ def convert(
     lines: tuple[int, int],
     curve: Optional[tuple[Values, Values, Values, Tone]],
     full_depth: bool,
+    threads: int,
 ) -> None: ...
 def estimate_white_balance(
     from_: int, source: Image, flags: int, method: int, rectangle: tuple[int, ...], black: Values
@@ -47,5 +48,5 @@ class Development:
         full_depth: bool,
     ) -> None: ...
     def develop(
-        self, from_: int, source: Image, to: int, out: Image, flags: int, lines: tuple[int, int]
+        self, from_: int, source: Image, to: int, out: Image, flags: int, lines: tuple[int, int], threads: int
     ) -> None: ...

@@ -80,6 +80,18 @@ def line_range(lines: Any, height: int) -> tuple[int, int]:
     return first, count
 
 
+def thread_count(threads: Any) -> int:
+    """The most threads that work on an image."""
+    allowed = "allowed: 1 to 256"
+    try:
+        count = operator.index(threads)
+    except TypeError:
+        raise TypeError(f"threads: {shown(threads)} is no whole number; {allowed}") from None
+    if not 1 <= count <= 256:
+        raise ValueError(f"threads: {shown(threads)} does not fit; {allowed}")
+    return count
+
+
 def triple(
     argument: str, values: Any, default: Any, most: int, number: Callable[[Any], Any], least: int = 0, one: bool = False
 ) -> tuple:

@@ -6,7 +6,7 @@ import operator
 from typing import Any, Optional, Sequence, Union
 
 from . import _native
-from .arguments import choice_for, full_depth, line_range, tone_curve, triple
+from .arguments import choice_for, full_depth, line_range, thread_count, tone_curve, triple
 from .frames import frame_flags, resolve_pair
 from .images import result_image, source_image
 from .pixel_types import TypeLike
@@ -33,6 +33,7 @@ def convert(
     field_order: Optional[str] = None,
     depth: Optional[int] = None,
     lines: Optional[tuple[int, int]] = None,
+    threads: int = 1,
     out: Any = None,
 ) -> Any:
     """Converts an image from one pixel type to another.
@@ -73,6 +74,7 @@ def convert(
         destination then; None converts all bits
     :param lines: (first, count) of the lines to convert into ``out``, which keeps its others; by default all. So
         threads share a frame.
+    :param threads: the most that work on the image, 1 to 256; more than 1 helps where one image is large
     :param out: where to write: an array of the result's shape and dtype whose pixels lie side by side in each row, or
         a writable buffer of at least as many bytes. It must not overlap the source.
     :return: ``out`` if given; otherwise a new array of the destination's shape and dtype, like those described for
@@ -112,5 +114,6 @@ def convert(
         line_range(lines, image.height),
         curve,
         full_depth(depth),
+        thread_count(threads),
     )
     return result.array if out is None else out

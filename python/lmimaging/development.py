@@ -6,7 +6,7 @@ import operator
 from typing import Any, NamedTuple, Optional, Sequence, Union
 
 from . import _native
-from .arguments import choice, full_depth, line_range, tone_curve, triple
+from .arguments import choice, full_depth, line_range, thread_count, tone_curve, triple
 from .frames import frame_flags, resolve_pair
 from .images import result_image, source_image
 from .messages import shown
@@ -74,6 +74,7 @@ class Development:
         yuv_matrix: Optional[str] = None,
         field_order: Optional[str] = None,
         lines: Optional[tuple[int, int]] = None,
+        threads: int = 1,
         out: Any = None,
     ) -> Any:
         """Makes a picture of a frame in one pass. The interpreter lock is released meanwhile.
@@ -97,6 +98,7 @@ class Development:
             result.native(),
             flags,
             line_range(lines, image.height),
+            thread_count(threads),
         )
         return result.array if out is None else out
 

@@ -11,7 +11,7 @@ from . import _native
 from .arguments import image_size
 from .layout import Layout, layout_of
 from .messages import shown
-from .pixel_types import PixelType
+from .pixel_types import PixelType, TypeLike, resolve
 
 
 class Image(NamedTuple):
@@ -25,6 +25,21 @@ class Image(NamedTuple):
 
     def native(self) -> tuple[np.ndarray, int, tuple[int, int]]:
         return self.array, self.line_size, (self.width, self.height)
+
+
+def required_size(type: TypeLike, size: tuple[int, int]) -> int:
+    """The bytes that an image needs, in lines without padding.
+
+    :param type: such as "BayerRG12p"
+    :param size: (width, height) in pixels
+    :raises ValueError: for a type that is unknown, and for sizes that are not allowed
+    """
+    pixel_type, _, _ = resolve("type", type)
+    width, height = image_size(size)
+    bytes = _native.required_size(pixel_type.id, width, height)
+    if bytes is None:
+        raise ValueError(f"size: {(width, height)} is too large for {pixel_type}; allowed: images below 4 GiB")
+    return bytes
 
 
 def source_image(source: Any, type: PixelType, size: Any, line_size: Optional[int]) -> Image:

@@ -29,6 +29,11 @@ class PixelType(NamedTuple):
     packed: bool
     planar: bool
 
+    @property
+    def gray(self) -> bool:
+        """Whether it has no colours; mosaics have them."""
+        return self.id & 0x70000 == 0x10000
+
     def __index__(self) -> int:
         return self.id
 

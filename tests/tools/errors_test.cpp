@@ -69,6 +69,8 @@ const BadCommand kBadCommands[] = {
     {"convert frame.raw --output . --as raw --to RGB8 --from BayerRG10 --size 640x480", {"--output", "'frame.raw'"}},
     {"convert frame.raw ./frame.raw --output out --from BayerRG10 --size 640x480", {"'out/frame.png'"}},
     {"convert frame.raw --output frame.raw/x --from BayerRG10 --size 640x480", {"--output", "frame.raw/x"}},
+    {"convert frame.raw --output out --jobs 0 --from BayerRG10 --size 640x480", {"--jobs", "'0'", "1 to 256"}},
+    {"convert frame.raw out.bmp --threads 257 --from BayerRG10 --size 640x480", {"--threads", "'257'", "1 to 256"}},
     {"convert picture.png out.bmp --size 4x4", {"--size", "'picture.png'"}},
     {"convert picture.png out.raw", {"--to", "missing"}},
     {"convert frame.raw out.bmp --from BayerRG10 --size 640x160", {"SOURCE", "3 frames", "--frames"}},

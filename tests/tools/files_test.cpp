@@ -39,6 +39,44 @@ TEST_F(ConvertFiles, OneThatFailsKeepsTheOthersFromNothing) {
   EXPECT_EQ(Files("out"), (Names{"a.raw", "c.raw"}));
 }
 
+// Files that take long come among short ones, so that jobs overtake each other.
+TEST_F(ConvertFiles, JobsReportInTheOrderOfTheFiles) {
+  std::string names, reports;
+  std::size_t failures = 0;
+  for (int i = 10; i < 60; ++i) {
+    const std::string name = std::to_string(i) + ".raw";
+    names += name + ' ';
+    Write(name, Bytes(i % 7 == 3 ? 4 : i % 5 == 0 ? 300000 : 3, static_cast<std::uint8_t>(i)));
+    if (i % 7 != 3) continue;
+    reports += "lmimaging: SOURCE: '" + name + "'\n";
+    ++failures;
+  }
+  reports += "lmimaging: " + std::to_string(failures) + " of 50 files could not be converted\n";
+  const std::string convert = "convert " + names + "--as raw --from RGB8 --to BGR8 --size 1x1 --frames all --output ";
+  for (const std::string jobs : {"1", "2", "64"}) {
+    const ToolResult result = Shell("'" LM_TOOL "' " + convert + jobs + " --jobs " + jobs +
+                                    " 2>&1 | sed \"s/^\\(lmimaging: SOURCE: '[^']*'\\).*/\\1/\"");
+    EXPECT_EQ(result.output, reports) << jobs;
+    EXPECT_EQ(Files(jobs).size(), 50 - failures) << jobs;
+    EXPECT_EQ(Read(jobs + "/50.raw"), Bytes(300000, 50)) << jobs;
+  }
+}
+
+TEST_F(ConvertFiles, ThreadsShareAFrame) {
+  RunSilently("synth frame.raw --type BayerRG10 --size 701x503");
+  const std::string convert = "convert frame.raw one.raw --from BayerRG10 --to RGB8 --size 701x503 ";
+  RunSilently(convert);
+  const Bytes one = Read("one.raw");
+  for (const std::string options : {"--threads 3", "--threads 256 --jobs 256"}) {
+    RunSilently(convert + options);
+    EXPECT_EQ(Read("one.raw"), one) << options;
+  }
+  RunSilently(convert + "--tone srgb --matrix 1,0,0,0,1,0,0,0,1");
+  const Bytes developed = Read("one.raw");
+  RunSilently(convert + "--tone srgb --matrix 1,0,0,0,1,0,0,0,1 --threads 5");
+  EXPECT_EQ(Read("one.raw"), developed);
+}
+
 TEST_F(ConvertFiles, FramesOfOneFileAreTakenInTurn) {
   const std::string gray = " --from Mono8 --size 1x2";
   Write("movie.raw", {1, 2, 3, 4, 5, 6});

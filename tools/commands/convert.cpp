@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <atomic>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -11,6 +12,7 @@
 #include "commands/convert_options.h"
 #include "development_file.h"
 #include "error.h"
+#include "ordered_jobs.h"
 #include "picture_file.h"
 #include "terminal.h"
 
@@ -30,18 +32,24 @@ void MakeDirectory(const std::string& path) {
   if (error) throw ToolError("--output", "cannot make the directory '" + path + "': " + error.message());
 }
 
-void ConvertAll(const std::vector<FilePair>& pairs, const Conversion& conversion, Progress& progress) {
-  std::size_t failures = 0;
-  for (const FilePair& files : pairs) {
+void ConvertAll(const std::vector<FilePair>& pairs, const Conversion& conversion, unsigned jobs, Progress& progress) {
+  if (pairs.size() == 1) {  // a pipe reports while it goes on
+    ConvertFile(pairs.front(), conversion, progress, std::cerr);
+    return;
+  }
+  std::atomic<std::size_t> failures = 0;
+  const auto convert = [&](std::size_t number, std::ostream& messages) {
     try {
-      ConvertFile(files, conversion, progress);
+      ConvertFile(pairs[number], conversion, progress, messages);
     } catch (const ToolError& error) {
-      if (pairs.size() == 1) throw;
-      progress.Hide();
-      std::cerr << "lmimaging: " << Printable(error.what()) << '\n';
+      messages << "lmimaging: " << Printable(error.what()) << '\n';
       ++failures;
     }
-  }
+  };
+  RunInOrder(pairs.size(), jobs, convert, [&](const std::string& messages) {
+    progress.Hide();
+    std::cerr << messages << std::flush;
+  });
   if (failures != 0) {
     throw std::runtime_error(std::to_string(failures) + " of " + std::to_string(pairs.size()) +
                              " files could not be converted");
@@ -56,14 +64,15 @@ void Run(const ConvertArguments& arguments) {
                         arguments.frames,
                         std::nullopt,
                         arguments.colors,
-                        arguments.depth};
+                        arguments.depth,
+                        arguments.threads};
   if (arguments.Given("--to")) conversion.to = arguments.to;
   if (arguments.Given("--output")) MakeDirectory(arguments.directory);
 
   std::size_t frames = 0;
   for (const FilePair& files : pairs) frames += CountFrames(files.source, conversion);
   Progress progress(frames);
-  ConvertAll(pairs, conversion, progress);
+  ConvertAll(pairs, conversion, arguments.jobs == 0 ? Processors() : arguments.jobs, progress);
 }
 
 }  // namespace
@@ -94,6 +103,11 @@ void AddConvertCommand(CLI::App& app) {
           },
           "What --output writes (default: png)")
       ->type_name(kEndings);
+  AddThreadsOption(*command, "--jobs", options->jobs,
+                   "Files that are converted at a time, each of which takes the memory of a frame and its picture "
+                   "(default: the processors)");
+  AddThreadsOption(*command, "--threads", options->threads,
+                   "Threads that work on one frame, for single frames that are large (default: 1)");
   // Comes before the options that change something of it.
   ColorArguments& colors = options->colors;
   command

@@ -26,6 +26,8 @@ struct ConvertArguments {
   ColorArguments colors;
   std::optional<unsigned long> method;  ///< of demosaicing, as --development says
   LmImagingLib::ConversionDepth depth = LmImagingLib::ConversionDepth::kFull;
+  unsigned jobs = 0;  ///< 0 for the processors
+  unsigned threads = 1;
   CLI::App* command = nullptr;
 
   bool Given(const char* option) const { return command->count(option) != 0; }
