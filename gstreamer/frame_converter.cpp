@@ -2,6 +2,7 @@
 #include "frame_converter.h"
 
 #include <cstring>
+#include <iostream>
 
 #include "conversion.h"
 
@@ -82,7 +83,7 @@ void FrameConverter::MakeColors() {
   if (mSource.type == mTarget.type && !mSource.IsGray()) colors.develops = true;
   if (!mSource.IsMosaic()) colors.defects.reset();
   const unsigned long method = mSource.IsMosaic() ? mMethod | ConversionFlags::kFilterFirst : 0;
-  mMade.emplace(colors, mDepth, LmTool::RawFrame{mSource.type, {}, mSource.flags | method, {}}, "");
+  mMade.emplace(colors, mDepth, LmTool::RawFrame{mSource.type, {}, mSource.flags | method, {}}, "", std::cerr);
 }
 
 ConversionResult FrameConverter::Write(const ConstImageView& frame, const ImageView& picture) const {
