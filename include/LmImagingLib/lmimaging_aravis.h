@@ -10,9 +10,11 @@
 
 #ifdef __cplusplus
 extern "C" {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wold-style-cast"
 #endif
 
-// NOLINTBEGIN(modernize-use-using,readability-identifier-naming): this is C
+// NOLINTBEGIN(modernize-use-using,modernize-use-nullptr,readability-identifier-naming): this is C
 
 /// A buffer of a camera as an image to read. The image is valid as long as the memory of the buffer is.
 typedef struct LmiCameraImage {
@@ -41,7 +43,7 @@ static inline LmiCameraImage lmiCameraImage(uint32_t code, size_t width, size_t 
     result.reason = "the buffer has fewer bytes than its image";
   } else {
     result.image.type = format.type;
-    result.image.data = (void*)(uintptr_t)data;
+    result.image.data = (void*)data;
     result.image.size = size;
     result.image.width = width;
     result.image.height = height;
@@ -82,8 +84,9 @@ static inline LmiCameraImage lmiArvImage(ArvBuffer* buffer) {
   return none;
 }
 
-// NOLINTEND(modernize-use-using,readability-identifier-naming)
+// NOLINTEND(modernize-use-using,modernize-use-nullptr,readability-identifier-naming)
 
 #ifdef __cplusplus
+#pragma GCC diagnostic pop
 }
 #endif

@@ -119,14 +119,17 @@ TEST_F(Stream, GivesTimesToFramesWithoutThem) {
   EXPECT_EQ(times[1], 40 * GST_MSECOND);
 }
 
-TEST_F(Stream, ReadsLinesWhereTheBufferSaysTheyAre) {
+TEST_F(Stream, ReadsLinesWhereTheBufferOrTheStrideSays) {
   Bytes padded(4 + 4 * 9);
   Bytes plain(8 * 4);  // lines of video/x-bayer begin at multiples of four bytes
   for (std::size_t i = 0; i < 24; ++i) {
     padded[4 + i / 6 * 9 + i % 6] = plain[i / 6 * 8 + i % 6] = static_cast<std::uint8_t>(10 * i);
   }
   const Harness harness("demosaic=bilinear", "video/x-bayer,format=gbrg,width=6,height=4");
-  EXPECT_EQ(harness.Push(padded, 9), harness.Push(plain));
+  const Bytes picture = harness.Push(plain);
+  EXPECT_EQ(harness.Push(padded, 9), picture);
+  const Harness strided("demosaic=bilinear stride=9", "video/x-bayer,format=gbrg,width=6,height=4");
+  EXPECT_EQ(strided.Push(Bytes(padded.begin() + 4, padded.end())), picture);
 }
 
 // A gray card whose light has less red: of `red` where other samples are 200.
