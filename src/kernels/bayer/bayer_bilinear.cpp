@@ -91,63 +91,22 @@ struct BilinearBytes : BilinearLayout<std::uint8_t> {
     const bool redInLine = IsInRedRow(site);
     return {redInLine ? channels.line : channels.other, channels.green, redInLine ? channels.other : channels.line};
   }
-#endif
-};
 
-#if LM_LANES
-
-// Rows of red. Those of blue have red and blue exchanged.
-template <Site kSite>
-struct BilinearBytesAt : BilinearBytes {
   template <class Reader>
   static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
-    return Pixels(LoadRow(read, 0), LoadRow(read, 1), LoadRow(read, 2), kSite);
+    return Pixels(LoadRow(read, 0), LoadRow(read, 1), LoadRow(read, 2), read.in.site);
   }
+#endif
 };
 
-template <class Sums, Site kSite>
-struct BilinearWordsAt : BilinearLayout<std::uint16_t> {
+struct BilinearWordsLayout : BilinearLayout<std::uint16_t> {
+#if LM_LANES
   template <class Reader>
   static RgbLanes<std::uint16_t> Block(const Reader& read, Of<std::uint16_t>) {
-    return BilinearWords<Sums, IsGreen(kSite)>(read);
+    return BilinearWords(read);
   }
-};
-
-// Each site has a loop of its own, without a branch.
-template <template <Site> class LayoutAt, class Sample>
-Channels<Sample> DecodeRow(const SourceLines& in, std::size_t first, std::size_t count, const Room<Sample>& room) {
-  const Site site = first % 2 != 0 ? RightOf(in.site) : in.site;
-  const auto decode = [&](const Room<Sample>& to) {
-    return IsGreen(site) ? DecodeBlocks<LayoutAt<Site::kGreenInRedRow>, Sample>(in, first, count, to)
-                         : DecodeBlocks<LayoutAt<Site::kRed>, Sample>(in, first, count, to);
-  };
-  if (IsInRedRow(site)) return decode(room);
-  const Channels<Sample> swapped = decode({room.blue, room.green, room.red});
-  return {swapped.blue, swapped.green, swapped.red};
-}
-
-template <Site kSite>
-using NarrowAt = BilinearWordsAt<NarrowSums, kSite>;
-template <Site kSite>
-using WideAt = BilinearWordsAt<WideSums, kSite>;
-
-Channels<std::uint8_t> Decode(const SourceLines& in, std::size_t first, std::size_t count,
-                              const Room<std::uint8_t>& room) {
-  return DecodeRow<BilinearBytesAt>(in, first, count, room);
-}
-Channels<std::uint16_t> Decode(const SourceLines& in, std::size_t first, std::size_t count,
-                               const Room<std::uint16_t>& room) {
-  return in.mask < 1U << 13 ? DecodeRow<NarrowAt>(in, first, count, room) : DecodeRow<WideAt>(in, first, count, room);
-}
-
-#else
-
-template <class Sample>
-Channels<Sample> Decode(const SourceLines& in, std::size_t first, std::size_t count, const Room<Sample>& room) {
-  return DecodeGroups<BilinearLayout<Sample> >(in, first, count, room);
-}
-
 #endif
+};
 
 // Two lines share two of their rows.
 struct BilinearPair : BilinearBytes {
@@ -167,20 +126,10 @@ struct BilinearPair : BilinearBytes {
 };
 
 }  // namespace
-
-DecodeKernel<std::uint8_t> BayerBilinear;
-DecodeKernel<std::uint16_t> BayerBilinear;
-Channels<std::uint8_t> BayerBilinear(const SourceLines& in, std::size_t first, std::size_t count,
-                                     const Room<std::uint8_t>& room) {
-  return Decode(in, first, count, room);
-}
-Channels<std::uint16_t> BayerBilinear(const SourceLines& in, std::size_t first, std::size_t count,
-                                      const Room<std::uint16_t>& room) {
-  return Decode(in, first, count, room);
-}
-
 }  // namespace LmImagingLib::LM_ISA
 
+LM_DEFINE_DECODER(std::uint8_t, BayerBilinear, BilinearBytes)
+LM_DEFINE_DECODER(std::uint16_t, BayerBilinear, BilinearWordsLayout)
 LM_EXPORT_DIRECT(BayerBilinearToRGB24, BilinearPair, Interleaved<First::kRed, 3>)
 LM_EXPORT_DIRECT(BayerBilinearToBGR24, BilinearPair, Interleaved<First::kBlue, 3>)
 LM_EXPORT_DIRECT(BayerBilinearToRGB32, BilinearPair, Interleaved<First::kRed, 4>)

@@ -51,9 +51,8 @@ inline U16 EvenOdd(U16 even, U16 odd, std::index_sequence<kLane...>) {
 }
 inline U16 EvenOdd(U16 even, U16 odd) { return EvenOdd(even, odd, std::make_index_sequence<kLanes / 2>{}); }
 
-/// The colours of a row of red; green is the first sample, or the second one.
-template <class Sums, bool kGreenFirst, class Reader>
-inline RgbLanes<std::uint16_t> BilinearWords(const Reader& read) {
+template <class Sums, class Reader>
+inline RgbLanes<std::uint16_t> BilinearWordsBy(const Reader& read) {
   const auto row = [&read](std::size_t k, std::size_t column) { return U16(Pinned(read(k, 2 * column))); };
   const U16 a0 = row(0, 0), a1 = row(0, 1), a2 = row(0, 2);
   const U16 c0 = row(1, 0), c1 = row(1, 1), c2 = row(1, 2);
@@ -61,8 +60,18 @@ inline RgbLanes<std::uint16_t> BilinearWords(const Reader& read) {
   const U16 horizontal = Sums::Two(c0, c2), vertical = Sums::Two(a1, b1);
   const U16 fifth = Sums::Five(c1, a0, a2, b0, b2);
   const U16 cross = Sums::Four(c0, c2, a1, b1), diagonal = Sums::Four(a0, a2, b0, b2);
-  if constexpr (kGreenFirst) return {EvenOdd(horizontal, c1), EvenOdd(fifth, cross), EvenOdd(vertical, diagonal)};
-  return {EvenOdd(c1, horizontal), EvenOdd(cross, fifth), EvenOdd(diagonal, vertical)};
+  // The colour of the line, green, and the colour of the lines around, at green sites in even or in odd lanes.
+  const bool greenFirst = IsGreen(read.in.site);
+  const U16 line = greenFirst ? EvenOdd(horizontal, c1) : EvenOdd(c1, horizontal);
+  const U16 green = greenFirst ? EvenOdd(fifth, cross) : EvenOdd(cross, fifth);
+  const U16 other = greenFirst ? EvenOdd(vertical, diagonal) : EvenOdd(diagonal, vertical);
+  const bool redInLine = IsInRedRow(read.in.site);
+  return {redInLine ? line : other, green, redInLine ? other : line};
+}
+
+template <class Reader>
+inline RgbLanes<std::uint16_t> BilinearWords(const Reader& read) {
+  return read.in.mask < 1U << 13 ? BilinearWordsBy<NarrowSums>(read) : BilinearWordsBy<WideSums>(read);
 }
 
 }  // namespace

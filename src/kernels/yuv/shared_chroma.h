@@ -26,6 +26,14 @@ struct SharedChroma : ColorSamples<Group_, kSampleBytes, Model> {
     }
   };
 
+#if LM_LANES == 64
+  // Every other 16 bytes, in eights.
+  template <std::size_t kFirst>
+  struct EveryOtherUnit {
+    static constexpr std::size_t At(std::size_t lane) { return (lane / 2 * 2 + kFirst) * 2 + lane % 2; }
+  };
+#endif
+
   template <int kHalf, std::size_t kVectors>
   static YuvPairs Pairs(const U8 (&window)[kVectors]) {
     return {Pick<PairIndex<kHalf, 0>>(window), Pick<PairIndex<kHalf, 1>>(window)};
@@ -35,7 +43,13 @@ struct SharedChroma : ColorSamples<Group_, kSampleBytes, Model> {
   static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
     if constexpr (kInUnits) {
       const WordPair words = read.Words(0, 0);
+#if LM_LANES == 64
+      const U64 units[] = {U64(words.first), U64(words.second)};
+      const U8 low[1] = {Signed(U8(Pick<EveryOtherUnit<0>>(units)))};
+      const U8 high[1] = {Signed(U8(Pick<EveryOtherUnit<1>>(units)))};
+#else
       const U8 low[1] = {Signed(U8(words.first))}, high[1] = {Signed(U8(words.second))};
+#endif
       return ColorsOf<Model>(read.in, Pairs<kNoHalf>(low), Pairs<kNoHalf>(high));
     } else {
       constexpr std::size_t kCount = kLanes / Group_::kPixels * Group_::kSamples;
