@@ -17,7 +17,8 @@ constexpr PixelTypeID kRGB24 = 0x20002;
 constexpr unsigned long kWidth = 320, kHeight = 240;
 constexpr double kEase = 0.15;  // of the way to the estimate in each frame
 
-// A frame of 10-bit words from a sensor with the filters R G / G B: gray stripes, under a light that turns from white to red.
+// A frame of 10-bit words from a sensor with the filters R G / G B: gray stripes, under a light that turns from white
+// to red.
 std::vector<std::uint16_t> TakeFrame(double warmth) {
   const double red = 1.0, green = 1.0 - 0.2 * warmth, blue = 1.0 - 0.5 * warmth;
   std::vector<std::uint16_t> frame(kWidth * kHeight);

@@ -24,8 +24,8 @@ struct Color {
   double red, green, blue;
 };
 
-// A frame as a camera would deliver it under warm light: words of 10 bits from a sensor with the filters R G / G B. A gray card
-// lies on a dark blue table.
+// A frame as a camera would deliver it under warm light: words of 10 bits from a sensor with the filters R G / G B. A
+// gray card lies on a dark blue table.
 std::vector<std::uint16_t> TakeFrame() {
   constexpr Color kLight{1.0, 0.8, 0.45};
   constexpr Color kCard{600, 600, 600}, kTable{80, 100, 300};
