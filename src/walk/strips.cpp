@@ -108,7 +108,7 @@ void StorePixels(const Channels<Sample>& channels, const StripSteps<Sample>& ste
 
 StripWalk::StripWalk(std::uint32_t groupPixels, const Writer& writer, const TargetLine& target, std::size_t count,
                      std::size_t first, std::size_t most)
-    : mNext(0), mMost(most), mCount(count) {
+    : mMost(most), mCount(count) {
   if (target.streams || count * writer.pixelBytes >= kFewBytes) {
     mNext = PixelsToCacheLine(groupPixels, writer, target.line + first * writer.pixelBytes);
   }

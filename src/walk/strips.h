@@ -40,7 +40,7 @@ class StripWalk {
  private:
   std::size_t mAt = 0;
   std::size_t mPixels = 0;
-  std::size_t mNext;  // pixels of the next strip
+  std::size_t mNext = 0;  // pixels of the next strip
   std::size_t mMost;
   std::size_t mCount;
 };
