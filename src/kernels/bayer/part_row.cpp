@@ -1,5 +1,6 @@
 // Parts a row of a mosaic into its even and its odd columns.
 #include "kernels/bayer/numbers.h"
+#include "simd/mosaic.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
