@@ -111,7 +111,7 @@ gboolean DecideAllocation(GstBaseTransform* base, GstQuery* query) {
   return gParent->decide_allocation(base, query);
 }
 
-// Lines of frames may have any padding that their buffers tell.
+// Lines of frames may have any padding that the metadata of their buffers says.
 gboolean ProposeAllocation(GstBaseTransform* base, GstQuery* decided, GstQuery* query) {
   if (gParent->propose_allocation(base, decided, query) == FALSE) return FALSE;
   gst_query_add_allocation_meta(query, GST_VIDEO_META_API_TYPE, nullptr);

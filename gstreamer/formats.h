@@ -25,7 +25,7 @@ struct SourceFormat {
 /// The format that the property `format` names.
 SourceFormat FormatOf(const LmTool::NamedType& named);
 
-/// The format that caps mean by themselves; nothing for those that mean none, such as application/octet-stream.
+/// The format that caps mean by themselves; empty for others, such as application/octet-stream.
 std::optional<SourceFormat> FormatOf(const GstStructure* caps);
 
 /// The media type of frames of any format.
@@ -65,7 +65,7 @@ const TargetFormat* FindTarget(GstVideoFormat format);
 /// The names of the formats in the order in which they suit a source.
 std::vector<const char*> PreferredTargets(const SourceFormat& source);
 
-/// The code of YUV caps; nothing for a matrix that is neither that of BT.601 nor that of BT.709.
+/// The code of YUV caps; empty for a matrix that is neither that of BT.601 nor that of BT.709.
 std::optional<YuvCode> YuvCodeOf(const GstVideoColorimetry& colorimetry);
 
 }  // namespace LmGst

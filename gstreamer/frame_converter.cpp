@@ -79,7 +79,7 @@ void FrameConverter::FollowLight(const ConstImageView& frame) {
 void FrameConverter::MakeColors() {
   LmTool::ColorArguments colors = mSource.IsGray() ? LmTool::ColorArguments{} : mColors;
   if (!mSource.IsGray()) colors.gain = Gains();
-  // From a type to itself a conversion is a copy, which changes no colour, and makes nothing opaque.
+  // From a type to itself a conversion is a copy, which changes no colour, and makes no channel opaque.
   if (mSource.type == mTarget.type && !mSource.IsGray()) colors.develops = true;
   if (!mSource.IsMosaic()) colors.defects.reset();
   const unsigned long method = mSource.IsMosaic() ? mMethod | ConversionFlags::kFilterFirst : 0;

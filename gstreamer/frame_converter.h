@@ -24,7 +24,7 @@ class FrameConverter {
 
   /// Whether frames of the same format on both pads stay as they are.
   bool ChangesNothing() const;
-  /// Whether settings of colours are given that do nothing, because the source is gray.
+  /// Whether settings of colours are given that have no effect, because the source is gray.
   bool HasUnusedColors() const { return mSource.IsGray() && (mColors.Change() || mBalance != Balance::kOff); }
 
   /// Converts a frame.

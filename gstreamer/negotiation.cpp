@@ -17,7 +17,7 @@ constexpr int kMostLinesOfSD = 576;
 constexpr const char* kSizeFields[] = {"width", "height"};
 constexpr const char* kKeptFields[] = {"framerate", "pixel-aspect-ratio"};
 
-// The format of frames with these caps; nothing where nobody says it.
+// The format of frames with these caps; empty where neither caps nor settings say it.
 std::optional<SourceFormat> FormatBy(const GstStructure* caps, const Settings& settings) {
   return settings.format.value ? FormatOf(*settings.format.value) : FormatOf(caps);
 }

@@ -12,7 +12,7 @@ void InstallProperties(GObjectClass* type);
 /// Whether a property changes the sizes or formats that the pads agree on.
 bool ChangesCaps(unsigned property);
 
-/// Sets a property. Texts that mean nothing are kept with their fault.
+/// Sets a property. Invalid texts are kept with their fault.
 void SetProperty(Settings& settings, unsigned property, const GValue* value);
 
 /// Reads a property.

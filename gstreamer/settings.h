@@ -20,8 +20,8 @@ enum class Balance {
 template <class Value>
 struct Meaning {
   std::string text;
-  std::optional<Value> value;  ///< empty of an empty text, and of one that means nothing
-  std::string fault;           ///< why a text means nothing
+  std::optional<Value> value;  ///< empty for an empty text and for an invalid one
+  std::string fault;           ///< why a text is invalid
 };
 
 /// The properties of the element.
@@ -38,7 +38,7 @@ struct Settings {
   Balance balance = Balance::kOff;
   unsigned threads = 1;
 
-  /// Take a text, and keep what it means or why it means nothing.
+  /// Take a text, and keep its value, or why it is invalid.
   void SetFormat(const std::string& text);
   void SetDevelopment(const std::string& text);
   void SetTone(const std::string& text);

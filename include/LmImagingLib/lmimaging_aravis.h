@@ -26,9 +26,9 @@ typedef struct LmiCameraImage {
 /// The image of a buffer by its figures.
 /// @param code  the pixel format, as the GenICam Pixel Format Naming Convention numbers it
 /// @param width, height  in pixels
-/// @param padding  bytes behind each line
+/// @param padding  bytes after each line
 /// @param data  the first byte of the first line
-/// @param size  bytes that there are; more than those of the image, such as chunks behind it, do no harm
+/// @param size  bytes that there are; more than those of the image, such as chunks after it, are ignored
 static inline LmiCameraImage lmiCameraImage(uint32_t code, size_t width, size_t height, size_t padding,
                                             const void* data, size_t size) {
   LmiCameraImage result = {{sizeof(LmiImage), 0, NULL, 0, 0, 0, 0}, 0, NULL};
@@ -73,10 +73,10 @@ static inline LmiCameraImage lmiArvImage(ArvBuffer* buffer) {
       gint width = 0;
       gint height = 0;
       gint padding = 0;
-      gint behind = 0;  // the last line
+      gint after = 0;  // the last line
       const void* const data = arv_buffer_get_part_data(buffer, part, &size);
       arv_buffer_get_part_region(buffer, part, &x, &y, &width, &height);
-      arv_buffer_get_part_padding(buffer, part, &padding, &behind);
+      arv_buffer_get_part_padding(buffer, part, &padding, &after);
       return lmiCameraImage(arv_buffer_get_part_pixel_format(buffer, part), (size_t)width, (size_t)height,
                             (size_t)padding, data, size);
     }

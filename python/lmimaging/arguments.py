@@ -80,16 +80,23 @@ def line_range(lines: Any, height: int) -> tuple[int, int]:
     return first, count
 
 
+def whole_number(argument: str, value: Any, least: int, most: int, allowed: str) -> int:
+    """A whole number from ``least`` to ``most``.
+
+    :param allowed: the end of the message for other values
+    """
+    try:
+        number = operator.index(value)
+    except TypeError:
+        raise TypeError(f"{argument}: {shown(value)} is a {type(value).__name__}; {allowed}") from None
+    if not least <= number <= most:
+        raise ValueError(f"{argument}: {shown(value)} does not fit; {allowed}")
+    return number
+
+
 def thread_count(threads: Any) -> int:
     """The most threads that work on an image."""
-    allowed = "allowed: 1 to 256"
-    try:
-        count = operator.index(threads)
-    except TypeError:
-        raise TypeError(f"threads: {shown(threads)} is no whole number; {allowed}") from None
-    if not 1 <= count <= 256:
-        raise ValueError(f"threads: {shown(threads)} does not fit; {allowed}")
-    return count
+    return whole_number("threads", threads, 1, 256, "allowed: 1 to 256")
 
 
 def triple(

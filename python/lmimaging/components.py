@@ -24,7 +24,7 @@ def component_arguments(component: Any) -> dict[str, Any]:
 
     :param component: an object with the attributes ``data``, a NumPy array or another buffer of the image's bytes,
         whatever its dtype and shape; ``data_format``, a name of the GenICam Pixel Format Naming Convention such as
-        "BayerRG12p"; ``width`` and ``height`` in pixels; and ``x_padding``, bytes behind each line, which may be
+        "BayerRG12p"; ``width`` and ``height`` in pixels; and ``x_padding``, bytes after each line, which may be
         missing or None where there are none
     :return: ``source``, ``from_``, ``size`` and ``line_size``
     :raises ValueError: for a format that is no picture or is unknown, and for sizes that are not allowed

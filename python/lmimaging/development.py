@@ -6,7 +6,7 @@ import operator
 from typing import Any, NamedTuple, Optional, Sequence, Union
 
 from . import _native
-from .arguments import choice, full_depth, line_range, thread_count, tone_curve, triple
+from .arguments import choice, full_depth, line_range, thread_count, tone_curve, triple, whole_number
 from .frames import frame_flags, resolve_pair
 from .images import result_image, source_image
 from .messages import shown
@@ -171,14 +171,7 @@ def _gray(gray: Any) -> tuple[int, tuple[int, ...]]:
 def _defect_threshold(defects: Any) -> Optional[int]:
     if isinstance(defects, bool):
         return 0 if defects else None
-    allowed = "allowed: True, False, or a threshold of 1 to 65535"
-    try:
-        threshold = operator.index(defects)
-    except TypeError:
-        raise TypeError(f"defects: {shown(defects)} is a {type(defects).__name__}; {allowed}") from None
-    if not 1 <= threshold <= 65535:
-        raise ValueError(f"defects: {shown(defects)} does not fit; {allowed}")
-    return threshold
+    return whole_number("defects", defects, 1, 65535, "allowed: True, False, or a threshold of 1 to 65535")
 
 
 def _matrix(matrix: Any) -> list[float]:
