@@ -56,6 +56,7 @@ static_assert(AreDistinct(), "a pixel type has two rows");
 
 template <class Writers>
 const Writer* FindIn(const Writers& writers, PixelTypeID id) {
+  if (id == 0) return nullptr;  // fills the lists of types
   for (const Writer* const writer : writers) {
     if (std::find(std::begin(writer->types), std::end(writer->types), id) != std::end(writer->types)) return writer;
   }

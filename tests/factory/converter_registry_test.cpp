@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -57,6 +58,18 @@ TEST(ConverterRegistry, HasNothingForAnUnknownPair) {
   EXPECT_EQ(PixelTypeFactory::FindConverter(ids(1), ids(2)), nullptr);
   const PixelConverter* volatile address = &PixelTypeFactory::GetConverter(ids(1), ids(2));
   EXPECT_EQ(address, nullptr);
+
+  const model::Registered registered = model::RegisteredNow();
+  const std::set<Pair> pairs = model::AllPairs(registered);
+  std::set<PixelTypeID> types = model::AllTypes(registered);
+  types.insert(0);
+  for (const PixelTypeID from : types) {
+    for (const PixelTypeID to : types) {
+      const bool isPair = pairs.count({from, to}) != 0;
+      EXPECT_EQ(PixelTypeFactory::HasConverter(from, to), isPair) << std::hex << from << ' ' << to;
+      EXPECT_EQ(PixelTypeFactory::FindConverter(from, to) != nullptr, isPair) << std::hex << from << ' ' << to;
+    }
+  }
 }
 
 TEST(ConverterRegistry, RefusesNull) {
