@@ -48,8 +48,9 @@ Fit FitOf(std::uint32_t depth, const Writer& writer, bool inFull);
 /// Where the pixels of a writer's line go.
 inline TargetLine TargetAt(std::uint8_t* line, const Frame& frame, const Fit& fit, const Writer& writer) {
   const bool hasFourth = writer.pixelBytes == 4 || writer.pixelBytes == 8;
-  return {line, frame.DestinationPlane(), frame.streams, fit,
-          hasFourth && (frame.flags & ConversionFlags::kOpaque) != 0};
+  return {line,          frame.DestinationPlane(),
+          frame.streams, frame.streams ? 0 : frame.fetchAhead,
+          fit,           hasFourth && (frame.flags & ConversionFlags::kOpaque) != 0};
 }
 
 }  // namespace LmImagingLib

@@ -63,6 +63,7 @@ class LineTail {
     target.line = converted[0];
     target.planeSize = kMostPlaneBytes;
     target.streams = false;
+    target.ahead = 0;
     convert(group, target, mFormat.groupPixels);
     for (std::size_t plane = 0; plane < writer.planes; ++plane) {
       std::uint8_t* const to = line.destination + plane * mFrame.DestinationPlane();

@@ -77,21 +77,23 @@ class DirectBlocks {
       streams = streams && reinterpret_cast<std::uintptr_t>(to[k]) % kLanes == 0;
     }
     if (streams) {
-      ConvertTo<kSite, Stream>(in, count, to);
+      ConvertTo<kSite, Stream>(in, count, to, 0);
     } else {
-      ConvertTo<kSite, std::uint8_t*>(in, count, to);
+      ConvertTo<kSite, std::uint8_t*>(in, count, to, targets[0].ahead);
     }
   }
 
   template <Site kSite, class To>
-  static void ConvertTo(const SourceLines& caller, std::size_t count, std::uint8_t* const (&to)[Layout::kTargets]) {
+  static void ConvertTo(const SourceLines& caller, std::size_t count, std::uint8_t* const (&to)[Layout::kTargets],
+                        std::uint32_t ahead) {
     // By reference it would be loaded anew after each store.
     SourceLines in{{}, caller.shift, kSite, caller.ahead, caller.mask};
     for (std::size_t line = 0; line < Layout::kLines; ++line) in.line[line] = Alone(caller.line[line]);
     std::size_t at = 0;
     std::size_t done = 0;
     for (; count >= kLanes; count -= kLanes, at += BytesOf<Layout>(kLanes), done += kLanes * Writer::kBytes) {
-      if (in.ahead != 0) FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at, kLanes);
+      FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at, kLanes);
+      for (std::uint8_t* const target : to) FetchTarget(To{target} + done, kLanes * Writer::kBytes, ahead);
       Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const auto& pixels) {
         Writer::Block(pixels, To{to[target]} + done);
       });

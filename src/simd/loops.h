@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "simd/fetch.h"
 #include "simd/rgb.h"
 #include "simd/strip.h"
 
@@ -147,11 +148,19 @@ inline void DecodeBlock(const Reader& read, Sample* red, Sample* green, Sample* 
 
 /// Fetches the bytes that a later block of `pixels` pixels reads of the lines from `line` on into the cache.
 template <class Layout>
-inline void FetchAhead(const SourceLines& in, std::size_t line, std::size_t at, std::size_t pixels) {
-  for (; line < Layout::kLines; ++line) {
-    for (std::size_t byte = 0; byte < BytesOf<Layout>(pixels); byte += 64) {
-      __builtin_prefetch(in.line[line] + at + in.ahead + byte);
-    }
+[[gnu::always_inline]] inline void FetchAhead(const SourceLines& in, std::size_t line, std::size_t at,
+                                              std::size_t pixels) {
+  for (; line < Layout::kLines; ++line) FetchSource(in.line[line] + at, BytesOf<Layout>(pixels), in.ahead);
+}
+
+/// Fetches the room of a later block into the cache.
+template <class Layout, class Sample>
+[[gnu::always_inline]] inline void FetchRoom(Sample* red, Sample* green, Sample* blue, std::uint32_t ahead) {
+  constexpr std::size_t kBytes = kBlock<Sample> * sizeof(Sample);
+  FetchTarget(reinterpret_cast<std::uint8_t*>(red), kBytes, ahead);
+  if constexpr (!Layout::kGray) {
+    FetchTarget(reinterpret_cast<std::uint8_t*>(green), kBytes, ahead);
+    FetchTarget(reinterpret_cast<std::uint8_t*>(blue), kBytes, ahead);
   }
 }
 
@@ -184,10 +193,12 @@ Channels<Sample> DecodeBlocks(const SourceLines& lines, std::size_t first, std::
   const SourceLines in = At<Layout>(lines, first);
   Sample *const red = Alone(room.red), *const green = Alone(room.green), *const blue = Alone(room.blue);
   constexpr std::size_t kStep = kBlock<Sample>;
+  const std::uint32_t ahead = Alone(room.ahead);
   std::size_t at = 0;
   std::size_t i = 0;
   for (; i + kStep <= count; i += kStep, at += BytesOf<Layout>(kStep)) {
-    if (in.ahead != 0) FetchAhead<Layout>(in, 0, at, kStep);
+    FetchAhead<Layout>(in, 0, at, kStep);
+    FetchRoom<Layout, Sample>(red + i, green + i, blue + i, ahead);
     DecodeBlock<Layout, Sample>(WholeBlock{in, at}, red + i, green + i, blue + i);
   }
   if (!Layout::kGray && i < count && count >= kStep) {

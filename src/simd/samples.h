@@ -151,9 +151,10 @@ struct SingleSample {
   static constexpr std::size_t kAt[][kPixels] = {{0}};
 };
 
-/// Brings `count` 16-bit samples to 8 bits, from sample `first` on.
-inline void WordsToBytes(const SourceLines& in, std::size_t first, std::size_t count, std::uint8_t* to) {
-  Decoder<GraySamples<SingleSample, 2>, std::uint8_t>(0)(in, first, count, {to, to, to});
+/// Brings `count` 16-bit samples to 8 bits, from sample `first` on. The bytes at `to` are fetched `ahead` bytes ahead.
+inline void WordsToBytes(const SourceLines& in, std::size_t first, std::size_t count, std::uint8_t* to,
+                         std::uint32_t ahead) {
+  Decoder<GraySamples<SingleSample, 2>, std::uint8_t>(0)(in, first, count, {to, to, to, ahead});
 }
 
 }  // namespace

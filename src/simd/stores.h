@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "simd/fetch.h"
 #include "simd/gain_lanes.h"
 #include "simd/rgb.h"
 #include "simd/strip.h"
@@ -19,14 +20,14 @@ inline Rgb<Sample> LookUp(const LookupTables<Sample>* tables, const Channels<Sam
   return {tables->red.entries[in.red[i]], tables->green.entries[in.green[i]], tables->blue.entries[in.blue[i]]};
 }
 
-/// The function that stores through a writer, from a pixel of the line on.
-using StoreLoop = void(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
-                       std::uint8_t* to, bool streams);
+/// The function that stores through a writer.
+using StoreLoop = StoreKernel<std::uint8_t>;
 
 /// Stores through a writer whose `Pixel` makes the `kBytes` bytes of one pixel.
 template <class Writer>
 void StorePixels(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
-                 std::uint8_t* to, bool /*streams*/) {
+                 const TargetLine& out, std::size_t first) {
+  std::uint8_t* to = out.line + first * Writer::kBytes;
   for (std::size_t i = 0; i < count; ++i, to += Writer::kBytes) Writer::Pixel(LookUp(tables, in, i), to);
 }
 
@@ -56,11 +57,12 @@ inline std::uint8_t* Address(std::uint8_t* to) { return to; }
 inline std::uint8_t* Address(Stream to) { return to.at; }
 
 template <class Writer, class To, class Change>
-void StoreBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to, const Change change) {
+void StoreBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to, std::uint32_t ahead, const Change change) {
   // By reference these would be loaded anew after each store.
   const std::uint8_t *const red = Alone(in.red), *const green = Alone(in.green), *const blue = Alone(in.blue);
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
+    FetchTarget(to, kLanes * Writer::kBytes, ahead);
     Writer::Block(
         change(RgbLanes<std::uint8_t>{Pinned(Load(red + i)), Pinned(Load(green + i)), Pinned(Load(blue + i))}), to);
   }
@@ -85,36 +87,38 @@ inline void StoreGrayBlock(U8 v, To to, long) {
 
 /// Stores gray: all channels are the red one.
 template <class Writer, class To>
-void StoreGrayBlocks(const std::uint8_t* gray, std::size_t count, To to) {
+void StoreGrayBlocks(const std::uint8_t* gray, std::size_t count, To to, std::uint32_t ahead) {
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
+    FetchTarget(to, kLanes * Writer::kBytes, ahead);
     StoreGrayBlock<Writer>(Load(gray + i), to, 0);
   }
-  if (i < count) StoreBlocks<Writer>({gray + i, gray + i, gray + i}, count - i, Address(to), AsTheyAre{});
+  if (i < count) StoreBlocks<Writer>({gray + i, gray + i, gray + i}, count - i, Address(to), 0, AsTheyAre{});
 }
 
 template <class Writer, class To>
-void StoreChanged(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
-                  To to) {
+void StoreChanged(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count, To to,
+                  std::uint32_t ahead) {
   if (tables == nullptr && in.red == in.green && in.red == in.blue) {
-    StoreGrayBlocks<Writer>(in.red, count, to);
+    StoreGrayBlocks<Writer>(in.red, count, to, ahead);
   } else if (tables == nullptr) {
-    StoreBlocks<Writer>(in, count, to, AsTheyAre{});
+    StoreBlocks<Writer>(in, count, to, ahead, AsTheyAre{});
   } else if (kGainsAreFaster && tables->areGains) {
-    StoreBlocks<Writer>(in, count, to, LookedUp<GainLanes>(*tables));
+    StoreBlocks<Writer>(in, count, to, ahead, LookedUp<GainLanes>(*tables));
   } else {
-    StoreBlocks<Writer>(in, count, to, LookedUp<Table>(*tables));
+    StoreBlocks<Writer>(in, count, to, ahead, LookedUp<Table>(*tables));
   }
 }
 
 /// Stores through a writer whose `Block` makes kLanes * kBytes bytes.
 template <class Writer>
 void StoreWith(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
-               std::uint8_t* to, bool streams) {
-  if (kHasStreams && streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
-    StoreChanged<Writer>(in, tables, count, Stream{to});
+               const TargetLine& out, std::size_t first) {
+  std::uint8_t* const to = out.line + first * Writer::kBytes;
+  if (kHasStreams && out.streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
+    StoreChanged<Writer>(in, tables, count, Stream{to}, 0);
   } else {
-    StoreChanged<Writer>(in, tables, count, to);
+    StoreChanged<Writer>(in, tables, count, to, out.ahead);
   }
 }
 
@@ -140,6 +144,6 @@ constexpr StoreLoop* Storer(...) {
   StoreKernel<std::uint8_t> Name;                                                                          \
   void Name(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count, \
             const TargetLine& out, std::size_t first) {                                                    \
-    Storer<__VA_ARGS__>(0)(in, tables, count, out.line + first * __VA_ARGS__::kBytes, out.streams);        \
+    Storer<__VA_ARGS__>(0)(in, tables, count, out, first);                                                 \
   }                                                                                                        \
   }

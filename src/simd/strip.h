@@ -27,6 +27,7 @@ struct Room {
   Sample* red;
   Sample* green;
   Sample* blue;
+  std::uint32_t ahead = 0;  ///< how many bytes ahead to fetch it into the cache; 0 of strips, which are there
 };
 
 /// Where the channels of some pixels are: in the room given, or in the source itself where it holds them as plain
@@ -65,10 +66,11 @@ struct Fit {
 /// The line that a writer fills.
 struct TargetLine {
   std::uint8_t* line;
-  std::size_t planeSize;  ///< bytes from one plane to the next; of use to planar writers
-  bool streams = false;   ///< whether to store past the caches: the image is larger than they are
-  Fit fit;                ///< of use to writers of words
-  bool opaque = false;    ///< whether the fourth channel, if there is one, is all ones
+  std::size_t planeSize;    ///< bytes from one plane to the next; of use to planar writers
+  bool streams = false;     ///< whether to store past the caches: the image is larger than they are
+  std::uint32_t ahead = 0;  ///< how many bytes ahead to fetch the line into the cache; 0 leaves it to the processor
+  Fit fit;                  ///< of use to writers of words
+  bool opaque = false;      ///< whether the fourth channel, if there is one, is all ones
 };
 
 /// A table as a product: entry i is (i << shift) * factor >> 16, clamped to 255. `shift` is at most 7.

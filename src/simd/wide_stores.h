@@ -87,11 +87,13 @@ inline RgbLanes<std::uint16_t> LoadWordsPart(const Channels<std::uint16_t>& in, 
 }
 
 template <class Writer, class To, class Change>
-void StoreWordBlocks(const Channels<std::uint16_t>& channels, std::size_t count, To to, const Change change) {
+void StoreWordBlocks(const Channels<std::uint16_t>& channels, std::size_t count, To to, std::uint32_t ahead,
+                     const Change change) {
   const Channels<std::uint16_t> in{Alone(channels.red), Alone(channels.green), Alone(channels.blue)};
   constexpr std::size_t kStep = kBlock<std::uint16_t>;
   std::size_t i = 0;
   for (; i + kStep <= count; i += kStep, to = to + kStep * Writer::kBytes) {
+    FetchTarget(to, kStep * Writer::kBytes, ahead);
     Writer::Block(change(LoadWords(in, i)), to);
   }
   if (i < count) {
@@ -109,11 +111,12 @@ void StoreWidened(const RgbLanes<std::uint8_t>& in, To to, std::uint16_t up) {
 }
 
 template <class Writer, class To, class Change>
-void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to, std::uint16_t up,
+void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to, std::uint32_t ahead, std::uint16_t up,
                      const Change change) {
   const std::uint8_t *const red = Alone(in.red), *const green = Alone(in.green), *const blue = Alone(in.blue);
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
+    FetchTarget(to, kLanes * Writer::kBytes, ahead);
     StoreWidened<Writer>(change(RgbLanes<std::uint8_t>{Load(red + i), Load(green + i), Load(blue + i)}), to, up);
   }
   if (i < count) {
@@ -127,7 +130,7 @@ void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to,
 // Words by tables are looked up one by one, some at a time, and then stored as they are.
 template <class Writer, class To>
 void StoreLookedUp(const Channels<std::uint16_t>& in, const LookupTables<std::uint16_t>& tables, std::size_t count,
-                   To to) {
+                   To to, std::uint32_t ahead) {
   constexpr std::size_t kSome = 256;
   alignas(kLanes) std::uint16_t found[3][kSome];
   const std::uint16_t* const channels[] = {in.red, in.green, in.blue};
@@ -137,36 +140,36 @@ void StoreLookedUp(const Channels<std::uint16_t>& in, const LookupTables<std::ui
     for (std::size_t k = 0; k < 3; ++k) {
       for (std::size_t j = 0; j < some; ++j) found[k][j] = entries[k][channels[k][i + j]];
     }
-    StoreWordBlocks<Writer>({found[0], found[1], found[2]}, some, to, AsTheyAre{});
+    StoreWordBlocks<Writer>({found[0], found[1], found[2]}, some, to, ahead, AsTheyAre{});
   }
 }
 
 template <class Writer, class To>
 void StoreWideTo(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
-                 const Fit& fit, To to) {
+                 const Fit& fit, To to, std::uint32_t ahead) {
   const auto up = static_cast<std::uint16_t>(fit.up);
   if (tables == nullptr) {
-    StoreByteBlocks<Writer>(in, count, to, up, AsTheyAre{});
+    StoreByteBlocks<Writer>(in, count, to, ahead, up, AsTheyAre{});
   } else if (kGainsAreFaster && tables->areGains) {
-    StoreByteBlocks<Writer>(in, count, to, up, LookedUp<GainLanes>(*tables));
+    StoreByteBlocks<Writer>(in, count, to, ahead, up, LookedUp<GainLanes>(*tables));
   } else {
-    StoreByteBlocks<Writer>(in, count, to, up, LookedUp<Table>(*tables));
+    StoreByteBlocks<Writer>(in, count, to, ahead, up, LookedUp<Table>(*tables));
   }
 }
 
 template <class Writer, class To>
 void StoreWideTo(const Channels<std::uint16_t>& in, const LookupTables<std::uint16_t>* tables, std::size_t count,
-                 const Fit& fit, To to) {
+                 const Fit& fit, To to, std::uint32_t ahead) {
   if (tables == nullptr) {
     const FitLanes change(fit);
-    StoreWordBlocks<Writer>(in, count, to, WordChanges<FitLanes>{change, change, change});
+    StoreWordBlocks<Writer>(in, count, to, ahead, WordChanges<FitLanes>{change, change, change});
   } else if (tables->areGains) {
     StoreWordBlocks<Writer>(
-        in, count, to,
+        in, count, to, ahead,
         WordChanges<WideGainLanes>{WideGainLanes(tables->red.gain, fit), WideGainLanes(tables->green.gain, fit),
                                    WideGainLanes(tables->blue.gain, fit)});
   } else {
-    StoreLookedUp<Writer>(in, *tables, count, to);
+    StoreLookedUp<Writer>(in, *tables, count, to, ahead);
   }
 }
 
@@ -176,9 +179,9 @@ void StoreWide(const Channels<Sample>& in, const LookupTables<Sample>* tables, s
                std::size_t first) {
   std::uint8_t* const to = out.line + first * Writer::kBytes;
   if (kHasStreams && out.streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
-    StoreWideTo<Writer>(in, tables, count, out.fit, Stream{to});
+    StoreWideTo<Writer>(in, tables, count, out.fit, Stream{to}, 0);
   } else {
-    StoreWideTo<Writer>(in, tables, count, out.fit, to);
+    StoreWideTo<Writer>(in, tables, count, out.fit, to, out.ahead);
   }
 }
 

@@ -16,8 +16,9 @@ namespace LmImagingLib {
 
 namespace {
 
-// How far ahead to fetch the source. Where the image is stored past the caches: more than a strip of most layouts, as
-// 4 KiB take up to a fifth longer. Processors fetch no further than to the end of a page of 4 KiB by themselves.
+// How far ahead to fetch the source, and the destination where it is stored through the caches. Where it is stored past
+// them, the source is fetched more than a strip of most layouts ahead, as 4 KiB take up to a fifth longer. Processors
+// fetch no further than to the end of a page of 4 KiB by themselves.
 constexpr std::uint32_t kFetchAheadOfStreams = 8192, kFetchAhead = 2048;
 
 // Bytes of an image that may be in the first-level caches: fetching them takes time and gains none.

@@ -47,7 +47,7 @@ template <class Sample>
 Room<Sample> RoomIn(const TargetLine& target, std::size_t first) {
   auto* const plane = reinterpret_cast<Sample*>(target.line) + first;
   const std::size_t step = target.planeSize / sizeof(Sample);
-  return {plane, plane + step, plane + 2 * step};
+  return {plane, plane + step, plane + 2 * step, target.ahead};
 }
 
 // Decodes words where they go, shifted up.

@@ -15,7 +15,8 @@ struct ByteMap {
 template <class Order>
 void ShuffleLine(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                  std::size_t first) {
-  ShufflePixels<Order>(in.line[0] + from * Order::kFrom, targets->line + first * Order::kTo, count);
+  ShufflePixels<Order>(in.line[0] + from * Order::kFrom, targets->line + first * Order::kTo, count,
+                       {in.ahead, targets->ahead});
 }
 
 }  // namespace
@@ -56,7 +57,7 @@ void Swap48To48(const SourceLines& in, std::size_t from, std::size_t count, cons
 }
 void Keep48To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                 std::size_t first) {
-  WordsToBytes(in, 3 * from, 3 * count, targets->line + 3 * first);
+  WordsToBytes(in, 3 * from, 3 * count, targets->line + 3 * first, targets->ahead);
 }
 
 }  // namespace LmImagingLib::LM_ISA
