@@ -46,17 +46,8 @@ class LineConverter::Lines {
         mMatrix(MatrixOf(frame.flags, IsLuma(converter.mWriter))),
         mSteps{Format().decode.template Of<Sample>().Active(), Format().groupPixels, Format().Is(kBytes), nullptr,
                converter.mWriter} {
-    if (Format().Is(kGray)) return;
-    if constexpr (sizeof(Sample) == 1) {
-      if (IsByMatrix()) {
-        mSteps.decode = (IsLuma(mSteps.writer) ? Format().decodeLuma : Format().decodeByMatrix).Active();
-      }
-    }
-    if (sizeof(Sample) == 1 && mInFull) {
-      mSteps.widening = LookupOf<std::uint16_t>(frame, 8, converter.mWriter);
-    } else {
-      mSteps.tables = LookupOf<Sample>(frame, converter.mSource.depth, converter.mWriter);
-    }
+    if (!Format().Is(kGray)) ChooseSteps(frame);
+    mNeedsNoStrip = NeedsNoStrip(mSteps, TargetAt(frame.destination, frame, mFit, converter.mWriter));
   }
 
   void ConvertPixels(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels) const {
@@ -65,6 +56,9 @@ class LineConverter::Lines {
     const Shortcut* const shortcut = mConverter.mShortcut;
     if (shortcut != nullptr && KeepsBits() && mSteps.tables == nullptr && !IsByMatrix() && !target.opaque) {
       ConvertDirectly(shortcut->convert.Active(), mSteps.groupPixels, mSteps.writer, lines, pixels, &target, 0);
+    } else if (mNeedsNoStrip && pixels * mSteps.writer.pixelBytes < kFewBytes &&
+               reinterpret_cast<std::uintptr_t>(destination) % sizeof(Sample) == 0) {
+      ConvertWithoutStrip(mSteps, lines, pixels, target);
     } else {
       ConvertStrips(mSteps, lines, pixels, &target, 1, 0);
     }
@@ -89,6 +83,19 @@ class LineConverter::Lines {
   }
 
  private:
+  void ChooseSteps(const Frame& frame) {
+    if constexpr (sizeof(Sample) == 1) {
+      if (IsByMatrix()) {
+        mSteps.decode = (IsLuma(mSteps.writer) ? Format().decodeLuma : Format().decodeByMatrix).Active();
+      }
+    }
+    if (sizeof(Sample) == 1 && mInFull) {
+      mSteps.widening = LookupOf<std::uint16_t>(frame, 8, mSteps.writer);
+    } else {
+      mSteps.tables = LookupOf<Sample>(frame, mConverter.mSource.depth, mSteps.writer);
+    }
+  }
+
   const struct Format& Format() const { return *mConverter.mSource.format; }
   // Whether samples have as many bits afterwards as shortcuts expect: 8, or 16 of words.
   bool KeepsBits() const {
@@ -108,6 +115,7 @@ class LineConverter::Lines {
   const Fit mFit;
   const YuvMatrix* const mMatrix;
   StripSteps<Sample> mSteps;
+  bool mNeedsNoStrip = false;
 };
 
 LineConverter::LineConverter(const SourceType& source, const Writer& writer, const PixelTypeID& from,

@@ -12,9 +12,6 @@ LM_DECLARE_WIDE_KERNEL(MatrixKernel, ApplyMatrix)
 
 namespace {
 
-// In lines of fewer bytes a strip more takes longer than stores that cross cache lines.
-constexpr std::size_t kFewBytes = 2048;
-
 // The pixels to convert until the target reaches a cache line: stores that cross one cost twice as much. None where no
 // whole number of groups gets there.
 std::size_t PixelsToCacheLine(std::uint32_t groupPixels, const Writer& writer, const std::uint8_t* target) {

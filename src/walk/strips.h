@@ -59,6 +59,30 @@ template <class Sample>
 void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first);
 
+/// In lines of fewer bytes a strip more takes longer than stores that cross cache lines.
+inline constexpr std::size_t kFewBytes = 2048;
+
+/// Whether lines of few bytes need no strip: their channels are in the source, or are decoded into the target.
+template <class Sample>
+bool NeedsNoStrip(const StripSteps<Sample>& steps, const TargetLine& target) {
+  if (steps.widening != nullptr || steps.matrix != nullptr || target.opaque || target.streams) return false;
+  if (sizeof(Sample) == 1 && steps.plain) return true;
+  return steps.tables == nullptr && steps.writer.isPlain && steps.writer.pixelBytes == sizeof(Sample) &&
+         (sizeof(Sample) == 1 || target.fit.down == 0);
+}
+
+/// Converts such a line as `ConvertStrips` does, with as little work beside its pixels as there can be. Words of the
+/// target are aligned.
+template <class Sample>
+void ConvertWithoutStrip(const StripSteps<Sample>& steps, SourceLines in, std::size_t count, const TargetLine& target) {
+  auto* const plane = reinterpret_cast<Sample*>(target.line);
+  const std::size_t step = target.planeSize / sizeof(Sample);
+  if (sizeof(Sample) == 2) in.up = target.fit.up;
+  [[maybe_unused]] const Channels<Sample> channels =
+      steps.decode(in, 0, count, {plane, plane + step, plane + 2 * step});
+  if constexpr (sizeof(Sample) == 1) steps.writer.store.bytes.Active()(channels, steps.tables, count, target, 0);
+}
+
 /// Converts `count` pixels from the beginning of `in` to pixel `first` of the targets by a kernel that needs no strips.
 /// Stores past the caches are aligned.
 inline void ConvertDirectly(DirectKernel* convert, std::uint32_t groupPixels, const Writer& writer,
