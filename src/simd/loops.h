@@ -153,14 +153,15 @@ template <class Layout>
   for (; line < Layout::kLines; ++line) FetchSource(in.line[line] + at, BytesOf<Layout>(pixels), in.ahead);
 }
 
-/// Fetches the room of a later block into the cache.
+/// Fetches the room of later blocks into the cache.
 template <class Layout, class Sample>
-[[gnu::always_inline]] inline void FetchRoom(Sample* red, Sample* green, Sample* blue, std::uint32_t ahead) {
-  constexpr std::size_t kBytes = kBlock<Sample> * sizeof(Sample);
-  FetchTarget(reinterpret_cast<std::uint8_t*>(red), kBytes, ahead);
+[[gnu::always_inline]] inline void FetchRoom(Sample* red, Sample* green, Sample* blue, std::size_t blocks,
+                                             std::uint32_t ahead) {
+  const std::size_t bytes = blocks * kBlock<Sample> * sizeof(Sample);
+  FetchTarget(reinterpret_cast<std::uint8_t*>(red), bytes, ahead);
   if constexpr (!Layout::kGray) {
-    FetchTarget(reinterpret_cast<std::uint8_t*>(green), kBytes, ahead);
-    FetchTarget(reinterpret_cast<std::uint8_t*>(blue), kBytes, ahead);
+    FetchTarget(reinterpret_cast<std::uint8_t*>(green), bytes, ahead);
+    FetchTarget(reinterpret_cast<std::uint8_t*>(blue), bytes, ahead);
   }
 }
 
@@ -196,11 +197,19 @@ Channels<Sample> DecodeBlocks(const SourceLines& lines, std::size_t first, std::
   const std::uint32_t ahead = Alone(room.ahead);
   std::size_t at = 0;
   std::size_t i = 0;
-  for (; i + kStep <= count; i += kStep, at += BytesOf<Layout>(kStep)) {
-    FetchAhead<Layout>(in, 0, at, kStep);
-    FetchRoom<Layout, Sample>(red + i, green + i, blue + i, ahead);
+  const auto decode = [&] {
     DecodeBlock<Layout, Sample>(WholeBlock{in, at}, red + i, green + i, blue + i);
+    i += kStep;
+    at += BytesOf<Layout>(kStep);
+  };
+  // Gray is quick enough that the steps of the loop count: as many blocks at once as fill a cache line of the room.
+  constexpr std::size_t kTogether = Layout::kGray ? 64 / kLanes : 1;
+  while (i + kTogether * kStep <= count) {
+    FetchAhead<Layout>(in, 0, at, kTogether * kStep);
+    FetchRoom<Layout, Sample>(red + i, green + i, blue + i, kTogether, ahead);
+    for (std::size_t k = 0; k < kTogether; ++k) decode();
   }
+  while (i + kStep <= count) decode();
   if (!Layout::kGray && i < count && count >= kStep) {
     // Some colours once more are faster than a part of a block. Gray may be decoded in place, where its source is gone.
     i = count - kStep;

@@ -43,6 +43,15 @@ struct PlainRgb {
 #endif
 };
 
+#if LM_LANES == 32
+/// Words of at most 255 of two registers that follow each other in memory, as bytes.
+inline U8 JoinInOrder(U16 first, U16 second) {
+  using Eights = std::uint64_t __attribute__((vector_size(kLanes)));
+  const auto joined = Eights(JoinWords(first, second));
+  return U8(__builtin_shufflevector(joined, joined, 0, 2, 1, 3));
+}
+#endif
+
 #if LM_LANES
 /// Loads `count` samples of a line, from byte `offset` on, as bytes. Of words these are whole registers.
 template <std::size_t kSampleBytes, class Reader, std::size_t kVectors>
@@ -54,6 +63,14 @@ inline void LoadSamples(const Reader& read, std::size_t line, std::size_t offset
     } else {
       // (word >> shift) & 0xFF, where the shift is at most 8: shifts by a number in a register take two steps.
       const auto factor = static_cast<std::uint16_t>(0x100U >> read.in.shift);
+#if LM_LANES == 32
+      if constexpr (kVectors == 1) {
+        // A plain line is limited by loads, and two whole registers are fewer than four halves.
+        const auto first = U16(read(line, offset)), second = U16(read(line, offset + kLanes));
+        window[k] = JoinInOrder(first * factor >> 8, second * factor >> 8);
+        continue;
+      }
+#endif
       const WordPair words = read.Words(line, offset);
       window[k] = JoinWords(words.first * factor >> 8, words.second * factor >> 8);
     }
