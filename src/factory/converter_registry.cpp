@@ -1,15 +1,25 @@
 // PixelTypeFactory's registry of converters between pairs of types.
+#include <atomic>
 #include <new>
 
 #include "LmBaseLib/LockScope.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "factory/factory_internal.h"
 #include "factory/null_reference.h"
+#include "factory/replacements.h"
 
 namespace LmImagingLib {
 
 using LmBaseLib::LockScope;
 using LmBaseLib::Result;
+
+namespace {
+
+std::atomic<unsigned> sReplacements{0};
+
+}  // namespace
+
+unsigned Replacements() { return sReplacements.load(std::memory_order_acquire); }
 
 Result PixelTypeFactory::RegisterPixelConverter(const PixelTypeID& from, const PixelTypeID& to,
                                                 const PixelConverter* converter) {
@@ -61,6 +71,7 @@ Result PixelTypeFactory::ReplacePixelConverter(const PixelConverter& converter, 
     return Result::NOT_ENOUGH_MEMORY;
   }
   state->ReplaceConverter(pair, converter);
+  sReplacements.fetch_add(1, std::memory_order_release);
   return Result::OK;
 }
 

@@ -1,11 +1,13 @@
 #include "image/plan.h"
 
 #include <algorithm>
+#include <array>
 
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "converters/chain.h"
 #include "converters/identity.h"
 #include "converters/library_converter.h"
+#include "factory/replacements.h"
 #include "formats/source_type.h"
 #include "image/flags.h"
 #include "image/refusal.h"
@@ -155,10 +157,13 @@ ConversionResult CheckAbilities(const ConstImageView& source, const ConversionPl
   return plan.walk == WalkKind::kApplication ? CheckApplication(source, plan) : ConversionResult{};
 }
 
-}  // namespace
+ConversionResult CheckOverlap(const ConstImageView& source, const ImageView& destination, const ConversionPlan& plan) {
+  if (!Overlap(source.data, plan.sourceBytes, destination.data, plan.destinationBytes)) return {};
+  return Refused("source.data and destination.data are memory that overlaps; the images must not overlap");
+}
 
-ConversionResult PlanConversion(const ConstImageView& source, const ImageView& destination,
-                                const ConvertOptions& options, ConversionPlan& plan) {
+ConversionResult MakePlan(const ConstImageView& source, const ImageView& destination, const ConvertOptions& options,
+                          ConversionPlan& plan) {
   plan.converter = PixelTypeFactory::FindConverter(source.type, destination.type);
   if (!IsOwnOf(plan.converter, source, destination)) {
     if (ConversionResult checked = CheckType(source, "source"); !checked.IsOK()) return checked;
@@ -183,23 +188,66 @@ ConversionResult PlanConversion(const ConstImageView& source, const ImageView& d
     plan.destination = DestinationLayoutOf(*plan.converter, destination.type);
   }
   if (ConversionResult checked = CheckRange(options, plan); !checked.IsOK()) return checked;
-  std::size_t sourceBytes = 0, destinationBytes = 0;
-  if (ConversionResult checked = CheckBytes(source, plan.source, "source", plan.sourceLine, sourceBytes);
+  if (ConversionResult checked = CheckBytes(source, plan.source, "source", plan.sourceLine, plan.sourceBytes);
       !checked.IsOK()) {
     return checked;
   }
   if (ConversionResult checked =
-          CheckBytes(destination, plan.destination, "destination", plan.destinationLine, destinationBytes);
+          CheckBytes(destination, plan.destination, "destination", plan.destinationLine, plan.destinationBytes);
       !checked.IsOK()) {
     return checked;
   }
-  if (Overlap(source.data, sourceBytes, destination.data, destinationBytes)) {
-    return Refused("source.data and destination.data are memory that overlaps; the images must not overlap");
-  }
+  if (ConversionResult checked = CheckOverlap(source, destination, plan); !checked.IsOK()) return checked;
   if (plan.walk == WalkKind::kApplication) {
     plan.sourceWidth = PixelsThatFill(plan.source, plan.width, plan.sourceLine);
   }
   return CheckAbilities(source, plan);
+}
+
+// All that a plan by one of the library's own converters depends on.
+using PlanKey = std::array<std::uint64_t, 16>;
+
+PlanKey KeyOf(const ConstImageView& source, const ImageView& destination, const ConvertOptions& options) {
+  return {static_cast<std::uint64_t>(source.type),
+          source.size,
+          source.width,
+          source.height,
+          source.lineSize,
+          static_cast<std::uint64_t>(destination.type),
+          destination.size,
+          destination.width,
+          destination.height,
+          destination.lineSize,
+          options.flags,
+          static_cast<std::uint64_t>(options.depth),
+          options.firstLine,
+          options.lines,
+          std::uint64_t{options.threads == 0},
+          Replacements()};
+}
+
+// A thread's last plan: a camera's frames are all alike, and small ones take less time than their checks.
+struct LastPlan {
+  PlanKey key{};  // of no conversion, as no type has the id 0
+  ConversionPlan plan;
+};
+thread_local LastPlan tLast;
+
+}  // namespace
+
+ConversionResult PlanConversion(const ConstImageView& source, const ImageView& destination,
+                                const ConvertOptions& options, ConversionPlan& plan) {
+  const PlanKey key = KeyOf(source, destination, options);
+  LastPlan& last = tLast;
+  if (last.key == key && source.data != nullptr && destination.data != nullptr) {
+    plan = last.plan;
+    return CheckOverlap(source, destination, plan);
+  }
+  ConversionResult checked = MakePlan(source, destination, options, plan);
+  if (checked.IsOK() && plan.walk == WalkKind::kLines && IsOwnOf(plan.converter, source, destination)) {
+    last = {key, plan};
+  }
+  return checked;
 }
 
 }  // namespace LmImagingLib

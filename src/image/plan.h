@@ -21,6 +21,7 @@ struct ConversionPlan {
   WalkKind walk = WalkKind::kApplication;
   ImageLayout source, destination;
   std::uint64_t sourceLine = 0, destinationLine = 0;  ///< bytes from a line to the next
+  std::size_t sourceBytes = 0, destinationBytes = 0;  ///< of the images
   std::uint32_t width = 0, height = 0;
   std::uint32_t perPixel = 1;        ///< source pixels along a side of a destination pixel: 2 for half the size, else 1
   std::uint32_t first = 0, end = 0;  ///< the lines to convert

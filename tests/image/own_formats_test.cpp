@@ -68,6 +68,24 @@ class Negative : public PixelConverter {
   }
 };
 
+// A thread keeps its last plan, which a replacement ends.
+TEST(ConvertImage, UsesAReplacementFromTheNextFrameOn) {
+  static const Negative sNegative(0x20007);
+  const std::uint8_t gray[] = {0, 1, 200};
+  const auto convert = [&gray] {
+    Bytes pixels(12, 9);
+    const ConstImageView source{0x10001, gray, sizeof gray, 3, 1};
+    EXPECT_TRUE(ConvertImage(source, {0x20007, pixels.data(), pixels.size(), 3, 1}).IsOK());
+    return Bytes(pixels.begin(), pixels.begin() + 3);
+  };
+  EXPECT_EQ(convert(), (Bytes{0, 0, 0}));
+  const PixelConverter* own = nullptr;
+  ASSERT_TRUE(PixelTypeFactory::ReplacePixelConverter(sNegative, &own).IsOK());
+  EXPECT_EQ(convert(), (Bytes{255, 254, 55}));
+  ASSERT_TRUE(PixelTypeFactory::ReplacePixelConverter(*own, nullptr).IsOK());
+  EXPECT_EQ(convert(), (Bytes{0, 0, 0}));
+}
+
 TEST(ConvertImage, TakesAnApplicationsChainWhereItReadsNothingBeyond) {
   constexpr PixelTypeID kNegative8 = 0x5000000010011;
   static const Negative sNegative(kNegative8);  // stay registered
