@@ -87,6 +87,9 @@ inline Vector PickUnits(const Vector (&window)[3]) {
 /// Stores a0 b0 c0 a1 b1 c1 ...: three registers.
 template <class Sample, class To>
 inline void StoreInterleaved(Lanes<Sample> a, Lanes<Sample> b, Lanes<Sample> c, To to) {
+#if LM_STORES_IN_TURN
+  if constexpr (std::is_same_v<To, std::uint8_t*>) return StoreInTurn(a, b, c, to);
+#endif
   constexpr AllLanes<Sample> kAll{};
   using V = Lanes<Sample>;
   const V x = SpreadThirds<0, Sample>(a, kAll);
@@ -211,6 +214,9 @@ struct PairsOf<std::uint16_t> {
 /// Stores a0 b0 c0 d0 a1 b1 c1 d1 ...: four registers.
 template <class Sample, class To>
 inline void StoreInterleaved(Lanes<Sample> a, Lanes<Sample> b, Lanes<Sample> c, Lanes<Sample> d, To to) {
+#if LM_STORES_IN_TURN
+  if constexpr (std::is_same_v<To, std::uint8_t*>) return StoreInTurn(a, b, c, d, to);
+#endif
   using Pairs = typename PairsOf<Sample>::Type;
   // Zips stay within 16 bytes. Dealt out first, the pixels come out of them in order.
   a = Deal(a), b = Deal(b), c = Deal(c), d = Deal(d);

@@ -40,6 +40,13 @@
 #define LM_WORD_SHUFFLE 16
 #endif
 
+// Whether one instruction stores the lanes of three or four registers in turn.
+#if defined(__ARM_NEON)
+#define LM_STORES_IN_TURN 1
+#else
+#define LM_STORES_IN_TURN 0
+#endif
+
 namespace LmImagingLib::LM_ISA {
 namespace {
 

@@ -9,6 +9,20 @@ namespace {
 inline constexpr bool kHasStreams = false;
 inline void Store(U8 v, Stream to) { Store(v, to.at); }
 
+/// Stores a0 b0 c0 a1 b1 c1 ..., and with a fourth register a0 b0 c0 d0 a1 ...
+inline void StoreInTurn(U8 a, U8 b, U8 c, std::uint8_t* to) {
+  vst3q_u8(to, {{uint8x16_t(a), uint8x16_t(b), uint8x16_t(c)}});
+}
+inline void StoreInTurn(U16 a, U16 b, U16 c, std::uint8_t* to) {
+  vst3q_u16(reinterpret_cast<std::uint16_t*>(to), {{uint16x8_t(a), uint16x8_t(b), uint16x8_t(c)}});
+}
+inline void StoreInTurn(U8 a, U8 b, U8 c, U8 d, std::uint8_t* to) {
+  vst4q_u8(to, {{uint8x16_t(a), uint8x16_t(b), uint8x16_t(c), uint8x16_t(d)}});
+}
+inline void StoreInTurn(U16 a, U16 b, U16 c, U16 d, std::uint8_t* to) {
+  vst4q_u16(reinterpret_cast<std::uint16_t*>(to), {{uint16x8_t(a), uint16x8_t(b), uint16x8_t(c), uint16x8_t(d)}});
+}
+
 inline U8 LoadHalf(const std::uint8_t* from) { return U8(vcombine_u8(vld1_u8(from), vdup_n_u8(0))); }
 
 /// The bytes of a vector as the upper halves of 16-bit lanes, in two parts whose order only `ClampJoin` knows.

@@ -65,7 +65,7 @@ struct SharedChroma : ColorSamples<Group_, kSampleBytes, Model> {
 /// 4:2:2 in bytes, as `Direct` wants it for pixels of four bytes.
 template <class Group_, class Model>
 struct DealtChroma : SingleLine<SharedChroma<Group_, 1, Model>> {
-#if LM_LANES
+#if LM_LANES && !LM_STORES_IN_TURN
   template <class Reader, class Store>
   static void Blocks(const Reader& read, const Store& store) {
     using Chroma = SharedChroma<Group_, 1, Model>;
