@@ -5,7 +5,13 @@
     convert_archive.py archive pictures --from Mono12p --size 640x480 --raw Mono16 --scheduler tcp://head:8786
 
 Dask distributes the work (Debian: python3-distributed, python3-pil). Without --scheduler it starts workers on this
-machine; the workers of a real cluster need this module's package and the two directories under the same paths.
+machine. A real cluster is a scheduler and workers, on one machine or on many:
+
+    dask-scheduler --host head
+    dask-worker tcp://head:8786 --nthreads 1 --nworkers auto
+
+Its workers need the package lmimaging and Pillow, the same Python as this script, and the two directories under the
+same paths.
 
 The script may be run again at any time: it converts those files only whose picture is missing or older than they are.
 A worker that dies is replaced, and its files are converted again. A picture is written under another name, and gets
@@ -14,7 +20,6 @@ converted is reported, the others are converted, and the exit code is 1.
 """
 
 import argparse
-import contextlib
 import io
 import itertools
 import json
@@ -23,7 +28,7 @@ import pathlib
 import sys
 import tempfile
 
-from distributed import Client, LocalCluster, as_completed
+from distributed import Client, as_completed
 from PIL import Image
 
 import lmimaging
@@ -122,11 +127,18 @@ def run(client, work, settings):
     return counts
 
 
-def cluster_of(arguments):
-    """The address of a scheduler, or workers on this machine, for a `with` statement."""
-    if arguments.scheduler:
-        return contextlib.nullcontext(arguments.scheduler)
-    return LocalCluster(n_workers=arguments.workers or os.cpu_count(), threads_per_worker=1, dashboard_address=None)
+def client_of(arguments):
+    """A connection to the scheduler, or to workers on this machine, which end with it."""
+    if not arguments.scheduler:
+        return Client(n_workers=arguments.workers or os.cpu_count(), threads_per_worker=1, dashboard_address=None)
+    try:
+        client = Client(arguments.scheduler)
+    except (OSError, ValueError) as error:
+        sys.exit(f"convert_archive: --scheduler: '{arguments.scheduler}' does not answer ({error}); allowed: the "
+                 "address of a running Dask scheduler, such as tcp://head:8786")
+    if not client.nthreads():
+        print(f"convert_archive: {arguments.scheduler} has no workers yet; waiting for them", file=sys.stderr)
+    return client
 
 
 def arguments_of_the_command():
@@ -140,7 +152,10 @@ def arguments_of_the_command():
     parser.add_argument("--pattern", default="**/*.raw", help="which files are frames (default: %(default)s)")
     parser.add_argument("--scheduler", metavar="ADDRESS", help="of a Dask cluster (default: workers on this machine)")
     parser.add_argument("--workers", type=int, metavar="N", help="workers on this machine (default: its processors)")
-    return parser, parser.parse_args()
+    arguments = parser.parse_args()
+    # Workers of a cluster have working directories of their own.
+    arguments.archive, arguments.pictures = arguments.archive.absolute(), arguments.pictures.absolute()
+    return parser, arguments
 
 
 def main():
@@ -167,7 +182,7 @@ def main():
     arguments.pictures.mkdir(parents=True, exist_ok=True)
     keep_settings(arguments.pictures, settings)
 
-    with cluster_of(arguments) as cluster, Client(cluster) as client:
+    with client_of(arguments) as client:
         counts = run(client, pairs(arguments, ".raw" if arguments.raw else ".png"), settings)
     for part in arguments.pictures.glob(f"**/.*{PART}"):  # of workers that died
         part.unlink()

@@ -1,6 +1,7 @@
 """The example that converts archives: complete and whole pictures, whatever happens to workers and to the script."""
 
 import contextlib
+import json
 import os
 import pathlib
 import signal
@@ -96,3 +97,29 @@ def test_everything_is_converted_though_workers_and_the_script_are_killed(archiv
     assert (told, script.returncode) == (f"1 converted, {FRAMES - 1} were there, 0 failed\n", 0)
     refused = command(archive, "--raw", "RGB8")
     assert "pictures were made otherwise" in refused.communicate()[1] and refused.returncode == 1
+
+
+@contextlib.contextmanager
+def running(directory, program, *arguments):
+    process = subprocess.Popen([sys.executable, "-m", f"distributed.cli.{program}", "--no-dashboard", *arguments],
+                               cwd=directory, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    try:
+        yield
+    finally:
+        process.kill()
+        process.wait()
+
+
+def test_workers_of_a_cluster_are_in_another_directory(archive):
+    elsewhere = archive / "elsewhere"
+    elsewhere.mkdir()
+    notes = archive / "scheduler.json"
+    with running(elsewhere, "dask_scheduler", "--host", "127.0.0.1", "--port", "0", "--scheduler-file", notes), \
+         running(elsewhere, "dask_worker", "--no-nanny", "--scheduler-file", notes):
+        end = time.monotonic() + 120
+        while not notes.exists() or not notes.read_text().endswith("}"):
+            assert time.monotonic() < end
+            time.sleep(0.05)
+        script = command(archive, "--pattern", "day0/0*", "--scheduler", json.loads(notes.read_text())["address"])
+        assert script.communicate()[0] == "5 converted, 0 were there, 0 failed\n"
+    assert len(pictures(archive)) == 5
