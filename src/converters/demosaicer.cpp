@@ -10,12 +10,6 @@ namespace LmImagingLib {
 
 namespace {
 
-// Shortcuts are given sites of red rows: of others, their writer's pixel has red and blue exchanged.
-SourceLines AsInRedRow(SourceLines lines) {
-  lines.site = AsInRedRow(lines.site);
-  return lines;
-}
-
 bool IsInFull(const Frame& frame, const Writer& writer) {
   return writer.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
 }
@@ -25,7 +19,10 @@ bool IsInFull(const Frame& frame, const Writer& writer) {
 MosaicShortcuts::MosaicShortcuts(const Writer& writer) {
   for (std::size_t k = 0; k < kDemosaicMethods; ++k) {
     own[k] = FindShortcut(kMethods[k].name, writer);
-    swapped[k] = writer.swapped == nullptr ? nullptr : FindShortcut(kMethods[k].name, *writer.swapped);
+    // Luma has no order.
+    swapped[k] = IsLuma(writer)              ? own[k]
+                 : writer.swapped == nullptr ? nullptr
+                                             : FindShortcut(kMethods[k].name, *writer.swapped);
   }
 }
 
@@ -141,8 +138,8 @@ typename Demosaicer<Sample>::Pair Demosaicer<Sample>::PairAt(std::uint32_t line,
 template <class Sample>
 void Demosaicer<Sample>::ConvertBlocks(const Pair& pair) {
   const std::size_t whole = mPixels - mPixels % 2;
-  if (const Shortcut* const shortcut = ShortcutFor(kBlock, pair, pair.site); shortcut != nullptr) {
-    ConvertDirectly(shortcut->convert.Active(), 2, mWriter, AsInRedRow(CellsAt(pair, 0)), whole, pair.lines, 0);
+  if (const Twins<DirectKernel>* const convert = ShortcutFor(kBlock, pair, pair.site); convert != nullptr) {
+    ConvertDirectly(convert->Active(), 2, mWriter, CellsAt(pair, 0), whole, pair.lines, 0);
   } else {
     StripSteps<Sample> steps = mSteps;
     steps.decode = kMethods[kBlock].kernel.Of<Sample>().Active();
@@ -160,8 +157,8 @@ void Demosaicer<Sample>::ConvertBilinear(const Pair& pair) {
   const auto& rows = pair.rows;
   const Site site = pair.SiteOf(1);
   const std::size_t interior = (mPixels - 2) / 2 * 2;
-  const Shortcut* const shortcut = ShortcutFor(mMethod, pair, site);
-  if (shortcut == nullptr) {
+  const Twins<DirectKernel>* const convert = ShortcutFor(mMethod, pair, site);
+  if (convert == nullptr) {
     StoreCell(pair, 0, 0);
     for (std::size_t k = 0; k < 2; ++k) {
       const SourceLines lines{{rows[k], rows[k + 1], rows[k + 2]}, 0, Below(site, k), 0, mMask};
@@ -172,18 +169,16 @@ void Demosaicer<Sample>::ConvertBilinear(const Pair& pair) {
     return;
   }
   // A cell makes two pixels, of which the interior covers one. The definition is the fastest for a cell.
-  DirectKernel* const convertCell = ShortcutFor(kBlock, pair, site)->convert.Definition();
-  const auto convertCellAt = [&](std::size_t column) {
-    convertCell(AsInRedRow(CellsAt(pair, column)), 0, 2, pair.lines, column);
-  };
+  DirectKernel* const convertCell = ShortcutFor(kBlock, pair, site)->Definition();
+  const auto convertCellAt = [&](std::size_t column) { convertCell(CellsAt(pair, column), 0, 2, pair.lines, column); };
   convertCellAt(mPixels - 2);
   if (mPixels % 2 != 0) convertCellAt(mPixels - 3);
   convertCellAt(0);
   // Rows in the source have to be fetched; the next pair is two lines below.
   const std::uint32_t ahead =
       mRows.IsSource() && mFrame.fetchAhead != 0 ? static_cast<std::uint32_t>(2 * mFrame.sourceLine) : 0;
-  const SourceLines lines{{rows[0], rows[1], rows[2], rows[3]}, 0, AsInRedRow(site), ahead, mMask};
-  ConvertDirectly(shortcut->convert.Active(), 1, mWriter, lines, interior, pair.lines, 1);
+  const SourceLines lines{{rows[0], rows[1], rows[2], rows[3]}, 0, site, ahead, mMask};
+  ConvertDirectly(convert->Active(), 1, mWriter, lines, interior, pair.lines, 1);
 }
 
 // Stores the colour of a cell as one pixel of each line, by the definition, which is the fastest for one.
@@ -203,14 +198,17 @@ SourceLines Demosaicer<Sample>::CellsAt(const Pair& pair, std::size_t column) co
   return {{pair.rows[1] + offset, pair.rows[2] + offset}, 0, pair.SiteOf(column), ahead, mMask};
 }
 
-// The shortcut for pixels from one at `site` on, or null where strips have to be used.
+// The kernel for pixels from one at `site` on, or null where strips have to be used.
 template <class Sample>
-const Shortcut* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Pair& pair, Site site) const {
-  const bool changes = mSteps.tables != nullptr || mSteps.matrix != nullptr;
-  if (sizeof(Sample) != 1 || changes || pair.count != 2 || pair.lines[0].opaque) return nullptr;
+const Twins<DirectKernel>* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Pair& pair, Site site) const {
+  const bool changes = mSteps.tables != nullptr || mSteps.widening != nullptr || mSteps.matrix != nullptr;
+  if (changes || pair.count != 2 || pair.lines[0].opaque) return nullptr;
   // Only aligned lines can be stored past the caches. Strips align either line.
   if (pair.lines[0].streams && mFrame.destinationLine % kCacheLine != 0) return nullptr;
-  return IsInRedRow(site) ? mShortcuts.own[method] : mShortcuts.swapped[method];
+  const Shortcut* const shortcut = IsInRedRow(site) ? mShortcuts.own[method] : mShortcuts.swapped[method];
+  if (shortcut == nullptr) return nullptr;
+  const Twins<DirectKernel>& convert = sizeof(Sample) == 1 ? shortcut->convert : shortcut->convertWords;
+  return convert.Definition() == nullptr ? nullptr : &convert;
 }
 
 template StripSteps<std::uint8_t> StepsAfterDemosaicing(const Frame&, std::uint32_t, const Writer&);

@@ -50,7 +50,7 @@ class Demosaicer {
   void ConvertBilinear(const Pair& pair);
   void StoreCell(const Pair& pair, std::size_t column, std::size_t at);
   SourceLines CellsAt(const Pair& pair, std::size_t column) const;
-  const Shortcut* ShortcutFor(std::size_t method, const Pair& pair, Site site) const;
+  const Twins<DirectKernel>* ShortcutFor(std::size_t method, const Pair& pair, Site site) const;
 
   const Writer& mWriter;
   const Frame& mFrame;

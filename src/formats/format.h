@@ -77,6 +77,7 @@ struct Shortcut {
   const char* layout;
   const Writer* writer;
   Twins<DirectKernel> convert;
+  Twins<DirectKernel> convertWords;  ///< of mosaics whose rows are words; null of other shortcuts
 };
 
 /// Whether two texts are equal, also in constants.

@@ -17,11 +17,15 @@ namespace LmImagingLib {
   LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name##ByMatrix) \
   LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name##Luma)
 #define LM_SHORTCUT(Layout, Destination, Name) LM_DECLARE_IN_SETS(DirectKernel, Name)
+#define LM_WIDE_SHORTCUT(Layout, Destination, Name) \
+  LM_DECLARE_IN_SETS(DirectKernel, Name)            \
+  LM_DECLARE_IN_SETS(DirectKernel, Name##Words)
 #include "formats/formats.inc"
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
 #undef LM_YUV_FORMAT
 #undef LM_SHORTCUT
+#undef LM_WIDE_SHORTCUT
 
 inline constexpr Format kFormats[] = {
 #define LM_FORMAT(Name, ...) {#Name, {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}}, {}, {}, __VA_ARGS__},
@@ -33,23 +37,28 @@ inline constexpr Format kFormats[] = {
    LM_TWINS(DecodeKernel<std::uint8_t>, Name##Luma),     \
    __VA_ARGS__},
 #define LM_SHORTCUT(Layout, Destination, Name)
+#define LM_WIDE_SHORTCUT(Layout, Destination, Name)
 #include "formats/formats.inc"
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
 #undef LM_YUV_FORMAT
 #undef LM_SHORTCUT
+#undef LM_WIDE_SHORTCUT
 };
 
 inline constexpr Shortcut kShortcuts[] = {
 #define LM_FORMAT(Name, ...)
 #define LM_WIDE_FORMAT(Name, ...)
 #define LM_YUV_FORMAT(Name, ...)
-#define LM_SHORTCUT(Layout, Destination, Name) {#Layout, &Writers::k##Destination, LM_TWINS(DirectKernel, Name)},
+#define LM_SHORTCUT(Layout, Destination, Name) {#Layout, &Writers::k##Destination, LM_TWINS(DirectKernel, Name), {}},
+#define LM_WIDE_SHORTCUT(Layout, Destination, Name) \
+  {#Layout, &Writers::k##Destination, LM_TWINS(DirectKernel, Name), LM_TWINS(DirectKernel, Name##Words)},
 #include "formats/formats.inc"
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
 #undef LM_YUV_FORMAT
 #undef LM_SHORTCUT
+#undef LM_WIDE_SHORTCUT
 };
 
 /// Whether a kernel decodes groups of the size that its row says. False for a kernel without a row.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "simd/loops.h"
 #include "simd/stores.h"
 
@@ -13,6 +15,7 @@ namespace {
 template <class Layout>
 struct SingleLine : Layout {
   using Line = Layout;
+  using Sample = std::uint8_t;
   static constexpr std::size_t kTargets = 1;             ///< lines that are made at once
   static constexpr std::size_t kFresh = Layout::kLines;  ///< source lines, the last ones, that no step before has read
   static constexpr bool kMosaic = false;
@@ -27,20 +30,34 @@ struct SingleLine : Layout {
 #endif
 };
 
+/// The writer of a conversion. One that weighs red and blue differently is made for the site: pixels of a mosaic are
+/// made as if it were in a red row.
+template <class Writer>
+Writer WriterFor(const TargetLine& target, Site site) {
+  if constexpr (std::is_constructible_v<Writer, const TargetLine&, Site>) {
+    return Writer(target, site);
+  } else {
+    return {};
+  }
+}
+
 /// Converts group by group.
 template <class Layout, class Writer>
 struct DirectGroups {
+  using Sample = typename Layout::Sample;
+
   static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                       std::size_t first) {
+    const Writer writer = WriterFor<Writer>(targets[0], in.site);
     for (std::size_t k = 0; k < Layout::kTargets; ++k) {
-      SourceLines line{{}, in.shift, Below(in.site, k * Layout::kNextLine), 0, in.mask};
+      SourceLines line{{}, in.shift, Below(AsInRedRow(in.site), k * Layout::kNextLine), 0, in.mask};
       for (std::size_t j = 0; j < Layout::Line::kLines; ++j) line.line[j] = in.line[k * Layout::kNextLine + j];
       std::uint8_t* to = targets[k].line + first * Writer::kBytes;
       for (std::size_t i = 0; i < count; i += Layout::kPixels) {
-        Rgb<std::uint8_t> pixels[Layout::kPixels];
+        Rgb<Sample> pixels[Layout::kPixels];
         Layout::Group(At<typename Layout::Line>(line, from + i), pixels);
-        for (const Rgb<std::uint8_t>& pixel : pixels) {
-          Writer::Pixel(pixel, to);
+        for (const Rgb<Sample>& pixel : pixels) {
+          writer.Pixel(pixel, to);
           to += Writer::kBytes;
         }
       }
@@ -57,19 +74,22 @@ class DirectBlocks {
   static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                       std::size_t first) {
     const SourceLines at = At<Layout>(in, from);
-    if (Layout::kMosaic && at.site != Site::kGreenInRedRow) {
-      ConvertFrom<Layout::kMosaic ? Site::kRed : Site::kGreenInRedRow>(at, count, targets, first);
+    const Writer writer = WriterFor<Writer>(targets[0], at.site);
+    if (Layout::kMosaic && !IsGreen(at.site)) {
+      ConvertFrom<Layout::kMosaic ? Site::kRed : Site::kGreenInRedRow>(at, count, targets, first, writer);
     } else {
-      ConvertFrom<Site::kGreenInRedRow>(at, count, targets, first);
+      ConvertFrom<Site::kGreenInRedRow>(at, count, targets, first, writer);
     }
   }
 
  private:
+  static constexpr std::size_t kStep = kBlock<typename Layout::Sample>;
+
   // Each site has a loop of its own, without a branch. Flattened, as compilers would rather call what several loops
   // use, and hand vectors over in memory.
   template <Site kSite>
   [[gnu::flatten]] static void ConvertFrom(const SourceLines& in, std::size_t count, const TargetLine* targets,
-                                           std::size_t first) {
+                                           std::size_t first, const Writer& writer) {
     std::uint8_t* to[Layout::kTargets];
     bool streams = kHasStreams && targets[0].streams;
     for (std::size_t k = 0; k < Layout::kTargets; ++k) {
@@ -77,42 +97,45 @@ class DirectBlocks {
       streams = streams && reinterpret_cast<std::uintptr_t>(to[k]) % kLanes == 0;
     }
     if (streams) {
-      ConvertTo<kSite, Stream>(in, count, to, 0);
+      ConvertTo<kSite, Stream>(in, count, to, writer, 0);
     } else {
-      ConvertTo<kSite, std::uint8_t*>(in, count, to, targets[0].ahead);
+      ConvertTo<kSite, std::uint8_t*>(in, count, to, writer, targets[0].ahead);
     }
   }
 
   template <Site kSite, class To>
   static void ConvertTo(const SourceLines& caller, std::size_t count, std::uint8_t* const (&to)[Layout::kTargets],
-                        std::uint32_t ahead) {
-    // By reference it would be loaded anew after each store.
+                        const Writer& callers, std::uint32_t ahead) {
+    // By reference these would be loaded anew after each store.
+    const Writer writer = callers;
     SourceLines in{{}, caller.shift, kSite, caller.ahead, caller.mask};
     for (std::size_t line = 0; line < Layout::kLines; ++line) in.line[line] = Alone(caller.line[line]);
     std::size_t at = 0;
     std::size_t done = 0;
-    for (; count >= kLanes; count -= kLanes, at += BytesOf<Layout>(kLanes), done += kLanes * Writer::kBytes) {
-      FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at, kLanes);
-      for (std::uint8_t* const target : to) FetchTarget(To{target} + done, kLanes * Writer::kBytes, ahead);
-      Layout::Blocks(WholeBlock{in, at}, [&to, done](std::size_t target, const auto& pixels) {
-        Writer::Block(pixels, To{to[target]} + done);
+    for (; count >= kStep; count -= kStep, at += BytesOf<Layout>(kStep), done += kStep * Writer::kBytes) {
+      FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at, kStep);
+      for (std::uint8_t* const target : to) FetchTarget(To{target} + done, kStep * Writer::kBytes, ahead);
+      Layout::Blocks(WholeBlock{in, at}, [&to, &writer, done](std::size_t target, const auto& pixels) {
+        writer.Block(pixels, To{to[target]} + done);
       });
     }
     if (count == 0) return;
-    const std::size_t again = kLanes - count;
+    const std::size_t again = kStep - count;
+    // A source may be converted in place unless its pixels become larger, or its lines are read more than once.
+    constexpr bool kReadsAgain = Layout::kBytes < Layout::kPixels * Writer::kBytes || Layout::kFresh < Layout::kLines;
     // Sites alternate, so blocks of a mosaic begin an even number of pixels apart.
-    if (at != 0 && (!Layout::kMosaic || again % 2 == 0)) {
-      // A block that ends with the line; some of its pixels are there already. No such source is converted in place.
-      static_assert(Layout::kBytes < Layout::kPixels * Writer::kBytes);
+    if (kReadsAgain && at != 0 && (!Layout::kMosaic || again % 2 == 0)) {
+      // A block that ends with the line; some of its pixels are there already.
       at -= BytesOf<Layout>(again);
       done -= again * Writer::kBytes;
-      Layout::Blocks(WholeBlock{in, at},
-                     [&to, done](std::size_t target, const auto& pixels) { Writer::Block(pixels, to[target] + done); });
+      Layout::Blocks(WholeBlock{in, at}, [&to, &writer, done](std::size_t target, const auto& pixels) {
+        writer.Block(pixels, to[target] + done);
+      });
       return;
     }
-    ReadRest<Layout, std::uint8_t>(in, at, count, [&to, done, count](const auto& read) {
-      Layout::Blocks(read, [&to, done, count](std::size_t target, const auto& pixels) {
-        Writer::Block(pixels, Part{to[target] + done, count * Writer::kBytes});
+    ReadRest<Layout, typename Layout::Sample>(in, at, count, [&to, &writer, done, count](const auto& read) {
+      Layout::Blocks(read, [&to, &writer, done, count](std::size_t target, const auto& pixels) {
+        writer.Block(pixels, Part{to[target] + done, count * Writer::kBytes});
       });
     });
   }

@@ -62,10 +62,8 @@ inline I16 MultiplyRounded(I16 a, std::int16_t factor) {
 }
 
 /// The sums of the products of neighbours, of signed bytes by factors of 0 to 255. They must fit words.
-template <int kEven, int kOdd>
-inline I16 MultiplyAddBytes(U8 bytes) {
-  constexpr std::int16_t kFactors[] = {kEven, kOdd};
-  return (I16(U16(bytes) << 8) >> 8) * kFactors[0] + (I16(bytes) >> 8) * kFactors[1];
+inline I16 MultiplyAddBytes(U8 bytes, std::uint8_t even, std::uint8_t odd) {
+  return (I16(U16(bytes) << 8) >> 8) * std::int16_t{even} + (I16(bytes) >> 8) * std::int16_t{odd};
 }
 
 /// The sums of the products of neighbours.

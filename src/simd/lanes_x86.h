@@ -107,10 +107,9 @@ inline I16 MultiplyRounded(I16 a, std::int16_t factor) {
 }
 
 /// The sums of the products of neighbours, of signed bytes by factors of 0 to 255. They must fit words.
-template <int kEven, int kOdd>
-inline I16 MultiplyAddBytes(U8 bytes) {
+inline I16 MultiplyAddBytes(U8 bytes, std::uint8_t even, std::uint8_t odd) {
   return I16(
-      LM_INTRINSIC(maddubs_epi16)(Register(U16{} + static_cast<std::uint16_t>(kEven | kOdd << 8)), Register(bytes)));
+      LM_INTRINSIC(maddubs_epi16)(Register(U16{} + static_cast<std::uint16_t>(even | odd << 8)), Register(bytes)));
 }
 
 /// The sums of the products of neighbours.

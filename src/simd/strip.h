@@ -125,7 +125,8 @@ using StoreKernel = void(const Channels<Sample>& in, const LookupTables<Sample>*
                          const TargetLine& out, std::size_t first);
 
 /// Converts `count` pixels (whole groups), from pixel `from` of the source on, to pixel `first` of each target on,
-/// without a lookup. Of a mosaic, two targets are made at once, and the site is in a red row.
+/// without a lookup. Of a mosaic, two targets are made at once; if the site is in a blue row, pixels of colours have
+/// red and blue exchanged.
 using DirectKernel = void(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                           std::size_t first);
 

@@ -2,6 +2,7 @@
 // above, the pixels' own, and the one below, all beginning one sample left of the first pixel.
 #include "kernels/bayer/bilinear_words.h"
 #include "kernels/writers/interleaved.h"
+#include "kernels/writers/luma.h"
 #include "simd/direct.h"
 #include "simd/samples.h"
 
@@ -109,11 +110,16 @@ struct BilinearWordsLayout : BilinearLayout<std::uint16_t> {
 };
 
 // Two lines share two of their rows.
-struct BilinearPair : BilinearBytes {
-  using Line = BilinearBytes;
+template <class Line_>
+struct PairOfLines : Line_ {
+  using Line = Line_;
   static constexpr std::size_t kLines = 4, kTargets = 2, kFresh = 2;
   static constexpr bool kMosaic = true;
   static constexpr std::size_t kNextLine = 1;
+};
+
+struct BilinearPair : PairOfLines<BilinearBytes> {
+  using Sample = std::uint8_t;
 
 #if LM_LANES
   template <class Reader, class Store>
@@ -125,6 +131,26 @@ struct BilinearPair : BilinearBytes {
 #endif
 };
 
+/// @tparam kNarrow  whether samples have 13 bits or fewer
+template <bool kNarrow>
+struct BilinearWordPair : PairOfLines<BilinearWordsLayout> {
+  using Sample = std::uint16_t;
+
+#if LM_LANES
+  template <class Reader, class Store>
+  static void Blocks(const Reader& read, const Store& store) {
+    using Sums = std::conditional_t<kNarrow, NarrowSums, WideSums>;
+    const WordColumns row[] = {LoadWordColumns(read, 0), LoadWordColumns(read, 1), LoadWordColumns(read, 2),
+                               LoadWordColumns(read, 3)};
+    store(0, BilinearWordsBy<Sums>(row[0], row[1], row[2], read.in.site));
+    store(1, BilinearWordsBy<Sums>(row[1], row[2], row[3], Below(read.in.site)));
+  }
+#endif
+};
+
+template <bool kNarrow>
+struct WordsToLuma : Direct<BilinearWordPair<kNarrow>, LumaToWords<std::uint16_t, kNarrow>> {};
+
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
@@ -134,3 +160,13 @@ LM_EXPORT_DIRECT(BayerBilinearToRGB24, BilinearPair, Interleaved<First::kRed, 3>
 LM_EXPORT_DIRECT(BayerBilinearToBGR24, BilinearPair, Interleaved<First::kBlue, 3>)
 LM_EXPORT_DIRECT(BayerBilinearToRGB32, BilinearPair, Interleaved<First::kRed, 4>)
 LM_EXPORT_DIRECT(BayerBilinearToBGR32, BilinearPair, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(BayerBilinearToLuma8, BilinearPair, LumaToBytes)
+LM_EXPORT_DIRECT(BayerBilinearToLuma, BilinearPair, LumaToWords<std::uint8_t, false>)
+
+namespace LmImagingLib::LM_ISA {
+DirectKernel BayerBilinearToLumaWords;
+void BayerBilinearToLumaWords(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                              std::size_t first) {
+  (in.mask < 1U << 13 ? WordsToLuma<true>::Convert : WordsToLuma<false>::Convert)(in, from, count, targets, first);
+}
+}  // namespace LmImagingLib::LM_ISA

@@ -1,5 +1,6 @@
 // Bayer mosaic, block method: each 2 x 2 cell of samples makes four equal pixels, two on each of two lines.
 #include "kernels/writers/interleaved.h"
+#include "kernels/writers/luma.h"
 #include "simd/direct.h"
 #include "simd/samples.h"
 
@@ -62,8 +63,10 @@ struct BayerBlockLayout {
 };
 
 // Both lines that a cell makes are the same.
-struct BlockPair : BayerBlockLayout<std::uint8_t> {
-  using Line = BayerBlockLayout<std::uint8_t>;
+template <class Sample_>
+struct BlockPair : BayerBlockLayout<Sample_> {
+  using Sample = Sample_;
+  using Line = BayerBlockLayout<Sample>;
   static constexpr std::size_t kTargets = 2, kFresh = 2;
   static constexpr bool kMosaic = true;
   static constexpr std::size_t kNextLine = 0;
@@ -71,7 +74,7 @@ struct BlockPair : BayerBlockLayout<std::uint8_t> {
 #if LM_LANES
   template <class Reader, class Store>
   static void Blocks(const Reader& read, const Store& store) {
-    const RgbLanes<std::uint8_t> pixels = Line::Block(read, Of<std::uint8_t>{});
+    const RgbLanes<Sample> pixels = Line::Block(read, Of<Sample>{});
     store(0, pixels);
     store(1, pixels);
   }
@@ -83,7 +86,10 @@ struct BlockPair : BayerBlockLayout<std::uint8_t> {
 
 LM_DEFINE_DECODER(std::uint8_t, BayerBlock, BayerBlockLayout<std::uint8_t>)
 LM_DEFINE_DECODER(std::uint16_t, BayerBlock, BayerBlockLayout<std::uint16_t>)
-LM_EXPORT_DIRECT(BayerBlockToRGB24, BlockPair, Interleaved<First::kRed, 3>)
-LM_EXPORT_DIRECT(BayerBlockToBGR24, BlockPair, Interleaved<First::kBlue, 3>)
-LM_EXPORT_DIRECT(BayerBlockToRGB32, BlockPair, Interleaved<First::kRed, 4>)
-LM_EXPORT_DIRECT(BayerBlockToBGR32, BlockPair, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(BayerBlockToRGB24, BlockPair<std::uint8_t>, Interleaved<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerBlockToBGR24, BlockPair<std::uint8_t>, Interleaved<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerBlockToRGB32, BlockPair<std::uint8_t>, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(BayerBlockToBGR32, BlockPair<std::uint8_t>, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(BayerBlockToLuma8, BlockPair<std::uint8_t>, LumaToBytes)
+LM_EXPORT_DIRECT(BayerBlockToLuma, BlockPair<std::uint8_t>, LumaToWords<std::uint8_t, false>)
+LM_EXPORT_DIRECT(BayerBlockToLumaWords, BlockPair<std::uint16_t>, LumaToWords<std::uint16_t, false>)

@@ -51,22 +51,37 @@ inline U16 EvenOdd(U16 even, U16 odd, std::index_sequence<kLane...>) {
 }
 inline U16 EvenOdd(U16 even, U16 odd) { return EvenOdd(even, odd, std::make_index_sequence<kLanes / 2>{}); }
 
-template <class Sums, class Reader>
-inline RgbLanes<std::uint16_t> BilinearWordsBy(const Reader& read) {
-  const auto row = [&read](std::size_t k, std::size_t column) { return U16(Pinned(read(k, 2 * column))); };
-  const U16 a0 = row(0, 0), a1 = row(0, 1), a2 = row(0, 2);
-  const U16 c0 = row(1, 0), c1 = row(1, 1), c2 = row(1, 2);
-  const U16 b0 = row(2, 0), b1 = row(2, 1), b2 = row(2, 2);
-  const U16 horizontal = Sums::Two(c0, c2), vertical = Sums::Two(a1, b1);
-  const U16 fifth = Sums::Five(c1, a0, a2, b0, b2);
-  const U16 cross = Sums::Four(c0, c2, a1, b1), diagonal = Sums::Four(a0, a2, b0, b2);
+/// The words of a row from the column before the first pixel on, and one and two further on.
+struct WordColumns {
+  U16 left, own, right;
+};
+
+template <class Reader>
+inline WordColumns LoadWordColumns(const Reader& read, std::size_t row) {
+  const auto at = [&read, row](std::size_t column) { return U16(Pinned(read(row, 2 * column))); };
+  return {at(0), at(1), at(2)};
+}
+
+/// The pixels of a row with those above and below.
+template <class Sums>
+inline RgbLanes<std::uint16_t> BilinearWordsBy(const WordColumns& a, const WordColumns& c, const WordColumns& b,
+                                               Site site) {
+  const U16 horizontal = Sums::Two(c.left, c.right), vertical = Sums::Two(a.own, b.own);
+  const U16 fifth = Sums::Five(c.own, a.left, a.right, b.left, b.right);
+  const U16 cross = Sums::Four(c.left, c.right, a.own, b.own), diagonal = Sums::Four(a.left, b.left, a.right, b.right);
   // The colour of the line, green, and the colour of the lines around, at green sites in even or in odd lanes.
-  const bool greenFirst = IsGreen(read.in.site);
-  const U16 line = greenFirst ? EvenOdd(horizontal, c1) : EvenOdd(c1, horizontal);
+  const bool greenFirst = IsGreen(site);
+  const U16 line = greenFirst ? EvenOdd(horizontal, c.own) : EvenOdd(c.own, horizontal);
   const U16 green = greenFirst ? EvenOdd(fifth, cross) : EvenOdd(cross, fifth);
   const U16 other = greenFirst ? EvenOdd(vertical, diagonal) : EvenOdd(diagonal, vertical);
-  const bool redInLine = IsInRedRow(read.in.site);
+  const bool redInLine = IsInRedRow(site);
   return {redInLine ? line : other, green, redInLine ? other : line};
+}
+
+template <class Sums, class Reader>
+inline RgbLanes<std::uint16_t> BilinearWordsBy(const Reader& read) {
+  return BilinearWordsBy<Sums>(LoadWordColumns(read, 0), LoadWordColumns(read, 1), LoadWordColumns(read, 2),
+                               read.in.site);
 }
 
 template <class Reader>

@@ -1,15 +1,11 @@
 // Gray of colours: (77 red + 150 green + 29 blue + 128) >> 8, as bytes or in 16-bit little-endian words. The weights
 // are those of ITU-R BT.601 in 256ths: 0.299, 0.587 and 0.114.
+#include "kernels/writers/luma.h"
+
 #include "kernels/writers/gray_words.h"
-#include "simd/luma_lanes.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
-
-template <class Sample>
-Sample Luma(const Rgb<Sample>& pixel) {
-  return static_cast<Sample>((77U * pixel.r + 150U * pixel.g + 29U * pixel.b + 128U) >> 8);
-}
 
 struct LumaBytes {
   static constexpr std::size_t kBytes = 1;

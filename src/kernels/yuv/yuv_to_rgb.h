@@ -34,10 +34,10 @@ struct Yuv {
   // 6 y' + 5 v' eighths in red, beside 74 y' + 102 v'. Only blue exceeds 16 bits, where it is clamped.
   static RgbWords Words(const SourceLines& /*in*/, const YuvPairs& in) {
     constexpr std::int16_t kConstant = 8404;  // 128 * 74.75 - 1164
-    const I16 red = MultiplyAddBytes<74, 102>(in.yv) + (MultiplyAddBytes<6, 5>(in.yv) >> 3) + kConstant;
+    const I16 red = MultiplyAddBytes(in.yv, 74, 102) + (MultiplyAddBytes(in.yv, 6, 5) >> 3) + kConstant;
     const I16 luma = MultiplyHigh(I16(U16(in.yv) << 8), 299 * 64) + kConstant;
-    const I16 green = luma - MultiplyAddBytes<25, 52>(in.uv);
-    return {red >> 6, green >> 6, AddClamped(luma, MultiplyAddBytes<129, 0>(in.uv)) >> 6};
+    const I16 green = luma - MultiplyAddBytes(in.uv, 25, 52);
+    return {red >> 6, green >> 6, AddClamped(luma, MultiplyAddBytes(in.uv, 129, 0)) >> 6};
   }
 
   static RgbLanes<std::uint8_t> Color(const SourceLines& in, U8 y, U8 u, U8 v) { return ColorsOf<Yuv>(in, y, u, v); }
