@@ -9,9 +9,14 @@
 #include "image/flags.h"
 #include "image/frames.h"
 #include "image/views.h"
+#include "simd/kernel.h"
+#include "simd/mosaic.h"
 #include "walk/lines.h"
 
 namespace LmImagingLib {
+
+LM_DECLARE_KERNEL(CellSumsKernel, AddByteCells)
+LM_DECLARE_KERNEL(CellSumsKernel, AddWordCells)
 
 using LmBaseLib::Result;
 
@@ -51,6 +56,17 @@ class Statistics {
     ++mCounts[2 * kBins + BinOf(blue)];
   }
 
+  /// Adds cells that were added up, those inside of `Least` and `Range`.
+  void AddSums(std::uint64_t cells, std::uint64_t red, std::uint64_t greens, std::uint64_t blue) {
+    mUsable += cells;
+    mSums[0] += red;
+    mSums[1] += greens;
+    mSums[2] += blue;
+  }
+
+  bool HasHistograms() const { return !mCounts.empty(); }
+  std::uint32_t Least() const { return mLeast; }
+  std::uint32_t Range() const { return mRange; }
   std::size_t Usable() const { return mUsable; }
 
   double Mean(std::size_t channel) const {
@@ -93,9 +109,17 @@ void AddMosaic(const SourceType& source, const Frame& frame, const Cells& cells,
   const Site site = LayoutSite(frame.flags);
   const bool isRedAbove = IsInRedRow(site);
   const std::size_t upper = IsGreen(site) ? 1 : 0, lower = 1 - upper;  // the columns of red and blue
+  CellSumsKernel* const addCells = (sizeof(Sample) == 1 ? kAddByteCells : kAddWordCells).Active();
+  CellSums sums;
   for (std::uint32_t y = cells.top; y < cells.bottom; y += cells.step) {
     const std::uint8_t* const top = rows.Row(2 * y);
     const std::uint8_t* const bottom = rows.Row(2 * y + 1);
+    if (!statistics.HasHistograms()) {
+      const std::size_t offset = 2 * sizeof(Sample) * cells.left;
+      addCells(top + offset, bottom + offset, cells.right - cells.left, cells.step, statistics.Least(),
+               statistics.Range(), sums);
+      continue;
+    }
     for (std::size_t x = cells.left; x < cells.right; x += cells.step) {
       const std::uint32_t first = SampleOf<Sample>(top, 2 * x + upper);
       const std::uint32_t second = SampleOf<Sample>(bottom, 2 * x + lower);
@@ -103,6 +127,8 @@ void AddMosaic(const SourceType& source, const Frame& frame, const Cells& cells,
                      SampleOf<Sample>(bottom, 2 * x + 1 - lower), isRedAbove ? second : first);
     }
   }
+  statistics.AddSums(sums.cells, isRedAbove ? sums.top[upper] : sums.bottom[lower],
+                     sums.top[1 - upper] + sums.bottom[1 - lower], isRedAbove ? sums.bottom[lower] : sums.top[upper]);
 }
 
 template <class Sample>

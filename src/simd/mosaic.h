@@ -89,4 +89,16 @@ template <class Sample>
 using DefectsKernel = void(const Sample* above, const Sample* row, const Sample* below, std::size_t width,
                            std::uint32_t threshold, Sample* out);
 
+/// The cells of a mosaic that were looked at and are usable, and the sums of their samples by place.
+struct CellSums {
+  std::uint64_t cells = 0;
+  std::uint64_t top[2] = {}, bottom[2] = {};
+};
+
+/// Adds every `step`th of `cells` cells that two rows begin with, from the first one on: 1, or 4.
+/// @param least  the least sample of a usable cell
+/// @param range  how far above it samples may be
+using CellSumsKernel = void(const std::uint8_t* top, const std::uint8_t* bottom, std::size_t cells, std::size_t step,
+                            std::uint32_t least, std::uint32_t range, CellSums& sums);
+
 }  // namespace LmImagingLib
