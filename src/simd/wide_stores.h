@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "simd/joined.h"
 #include "simd/stores.h"
 
 // The loops around the text of a writer of words. Samples of bytes or of words arrive, and are fitted to its depth.
@@ -138,7 +139,8 @@ void StoreLookedUp(const Channels<std::uint16_t>& in, const LookupTables<std::ui
   for (std::size_t i = 0; i < count; i += kSome, to = to + kSome * Writer::kBytes) {
     const std::size_t some = count - i < kSome ? count - i : kSome;
     for (std::size_t k = 0; k < 3; ++k) {
-      for (std::size_t j = 0; j < some; ++j) found[k][j] = entries[k][channels[k][i + j]];
+      const std::uint16_t *const samples = channels[k] + i, *const table = entries[k];
+      StoreJoined(some, found[k], [samples, table](std::size_t j, std::size_t l) { return table[samples[j + l]]; });
     }
     StoreWordBlocks<Writer>({found[0], found[1], found[2]}, some, to, ahead, AsTheyAre{});
   }

@@ -1,5 +1,6 @@
 // Parts a row of a mosaic into its even and its odd columns.
 #include "kernels/bayer/numbers.h"
+#include "simd/joined.h"
 #include "simd/mosaic.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -41,14 +42,7 @@ void LookUpSamples(const std::uint8_t* row, std::size_t width, const std::uint16
     std::memcpy(&sample, row + i * sizeof sample, sizeof sample);
     return sample;
   };
-  // Four at a time, which compilers leave undone: single stores take as long as the lookups.
-  std::size_t i = 0;
-  for (; i + 4 <= width; i += 4) {
-    const Out found[] = {static_cast<Out>(even[at(i)]), static_cast<Out>(odd[at(i + 1)]),
-                         static_cast<Out>(even[at(i + 2)]), static_cast<Out>(odd[at(i + 3)])};
-    std::memcpy(out + i, found, sizeof found);
-  }
-  for (; i < width; ++i) out[i] = static_cast<Out>((i % 2 == 0 ? even : odd)[at(i)]);
+  StoreJoined(width, out, [&](std::size_t i, std::size_t k) { return (k % 2 == 0 ? even : odd)[at(i + k)]; });
 }
 
 }  // namespace

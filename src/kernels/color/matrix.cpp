@@ -8,6 +8,7 @@
 // small then, and as R is clamped as R - 32768, a constant of 32768 (a + b + c - 4096) + 2048 is added. Factors whose
 // absolute values sum to 28672 keep all of it within 31 bits.
 #include "simd/color_matrix.h"
+#include "simd/joined.h"
 #include "simd/lanes.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -100,20 +101,11 @@ inline U16 IndexOf(U16 light, std::uint16_t /*sample*/) { return light; }
 inline const std::uint8_t* TableOf(const MatrixSteps& steps, std::uint8_t /*sample*/) { return steps.bytes; }
 inline const std::uint16_t* TableOf(const MatrixSteps& steps, std::uint16_t /*sample*/) { return steps.words; }
 
-// Four at a time, which compilers leave undone; `count` is a multiple.
-template <class Sample>
-inline void LookUp(const std::uint16_t* index, std::size_t count, const Sample* table, Sample* out) {
-  for (std::size_t i = 0; i < count; i += 4) {
-    const Sample found[] = {table[index[i]], table[index[i + 1]], table[index[i + 2]], table[index[i + 3]]};
-    std::memcpy(out + i, found, sizeof found);
-  }
-}
-
 // Places in the table are computed for some pixels, and then looked up one by one.
 template <class Sample>
 std::size_t ApplyToBlocks(const Channels<Sample>& in, const MatrixSteps& steps, std::size_t count,
                           const Room<Sample>& out) {
-  constexpr std::size_t kSome = 256;
+  constexpr std::size_t kSome = 128;
   alignas(kLanes) std::uint16_t index[3][kSome];
   const RowLanes rows[] = {{steps.factors[0], steps.constants[0]},
                            {steps.factors[1], steps.constants[1]},
@@ -133,7 +125,10 @@ std::size_t ApplyToBlocks(const Channels<Sample>& in, const MatrixSteps& steps, 
       const I16 blues[] = {ZipFours<0>(b, b), ZipFours<4>(b, b)};
       for (std::size_t k = 0; k < 3; ++k) Store(IndexOf(rows[k](redGreen, blues), Sample{}), index[k] + i);
     }
-    for (std::size_t k = 0; k < 3; ++k) LookUp(index[k], some, table, to[k] + at);
+    for (std::size_t k = 0; k < 3; ++k) {
+      const std::uint16_t* const places = index[k];
+      StoreJoined(some, to[k] + at, [places, table](std::size_t i, std::size_t j) { return table[places[i + j]]; });
+    }
   }
   return whole;
 }
