@@ -11,7 +11,7 @@ namespace LmImagingLib {
 struct SourceType;
 
 /// Sizes and numbers of pixels as frames count them: in 32 bits, on systems with a longer `unsigned long`, too.
-constexpr std::uint32_t U32(unsigned long value) { return static_cast<std::uint32_t>(value); }
+constexpr std::uint32_t U32(std::uint64_t value) { return static_cast<std::uint32_t>(value); }
 
 /// The facts of a converter that its callers plan with.
 struct ConverterTraits {

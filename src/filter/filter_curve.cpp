@@ -13,7 +13,7 @@ bool FilterCurve::IsValid() const {
          });
 }
 
-unsigned short FilterCurve::Entry(std::size_t channel, unsigned long sample, unsigned filterBits, unsigned depth,
+unsigned short FilterCurve::Entry(std::size_t channel, std::size_t sample, unsigned filterBits, unsigned depth,
                                   unsigned more) const {
   const ChannelCurve& curve = channels[channel];
   const double step = std::ldexp(1.0, static_cast<int>(depth) - static_cast<int>(filterBits));

@@ -16,7 +16,7 @@ struct FilterCurve {
   /// The result of a sample of `depth` bits, with `more` bits after the binary point of a result of `depth` bits: white
   /// is (2^depth - 1) << more. `depth` + `more` is at most 16.
   /// @param filterBits  of the filter
-  unsigned short Entry(std::size_t channel, unsigned long sample, unsigned filterBits, unsigned depth,
+  unsigned short Entry(std::size_t channel, std::size_t sample, unsigned filterBits, unsigned depth,
                        unsigned more) const;
 };
 
