@@ -3,14 +3,13 @@
 
 #include <csignal>
 #include <cstring>
-#include <numeric>
 
 #include "LmImagingLib/Extended.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "model/frame.h"
 #include "model/guarded_buffer.h"
 #include "model/registered.h"
-#include "simd/instruction_set.h"
+#include "simd/each_set.h"
 
 // Every registered pair against the plain model: whole buffers, between inaccessible pages.
 
@@ -173,25 +172,13 @@ TEST_F(AllPairs, AreTheOnesOfTheTable) {
   expectTheTable(model::Registered::EXTENDED);
 }
 
-std::vector<std::size_t> InstructionSetsHere() {
-  std::vector<std::size_t> sets(kInstructionSets);
-  std::iota(sets.begin(), sets.end(), 0);
-  sets.erase(std::remove_if(sets.begin(), sets.end(), [](std::size_t set) { return !HasInstructionSet(set); }),
-             sets.end());
-  return sets;
-}
-
 /// All pairs with one of the instruction sets that the processor has.
 class AllPairsWith : public AllPairs, public testing::WithParamInterface<std::size_t> {
  protected:
-  AllPairsWith() {
-    RegisterExtendedFormats();
-    ForceInstructionSet(GetParam());
-  }
-  ~AllPairsWith() override { ForceInstructionSet(mActive); }
+  AllPairsWith() { RegisterExtendedFormats(); }
 
  private:
-  const std::size_t mActive = ActiveInstructionSet();
+  const ForcedInstructionSet mForced{GetParam()};
 };
 
 INSTANTIATE_TEST_SUITE_P(InstructionSets, AllPairsWith, testing::ValuesIn(InstructionSetsHere()),

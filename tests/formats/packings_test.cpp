@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <numeric>
 #include <vector>
 
 #include "LmImagingLib/Extended.h"
@@ -10,7 +9,7 @@
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "model/frame.h"
 #include "model/guarded_buffer.h"
-#include "simd/instruction_set.h"
+#include "simd/each_set.h"
 
 // Packings as their standards say them: samples are added into one large integer, whose bytes are the line, and come
 // back from the conversion, whatever the width of the line.
@@ -78,11 +77,7 @@ unsigned At16(unsigned sample, unsigned bits) {
 
 class Packings : public testing::TestWithParam<std::size_t> {
  protected:
-  Packings() {
-    RegisterExtendedFormats();
-    ForceInstructionSet(GetParam());
-  }
-  ~Packings() override { ForceInstructionSet(mActive); }
+  Packings() { RegisterExtendedFormats(); }
 
   void Check(const Packing& packing, unsigned long width, unsigned long height) {
     SCOPED_TRACE(testing::Message() << std::hex << "0x" << packing.type << std::dec << ", width " << width);
@@ -118,20 +113,13 @@ class Packings : public testing::TestWithParam<std::size_t> {
   }
 
  private:
-  const std::size_t mActive = ActiveInstructionSet();
+  const ForcedInstructionSet mForced{GetParam()};
   model::Random mRandom{14};
   GuardedBuffer mSource{1 << 16};
   GuardedBuffer mDestination{1 << 16};
 };
 
-std::vector<std::size_t> SetsHere() {
-  std::vector<std::size_t> sets(kInstructionSets);
-  std::iota(sets.begin(), sets.end(), 0);
-  sets.erase(std::remove_if(sets.begin(), sets.end(), [](std::size_t set) { return !HasInstructionSet(set); }),
-             sets.end());
-  return sets;
-}
-INSTANTIATE_TEST_SUITE_P(InstructionSets, Packings, testing::ValuesIn(SetsHere()),
+INSTANTIATE_TEST_SUITE_P(InstructionSets, Packings, testing::ValuesIn(InstructionSetsHere()),
                          [](const auto& set) { return InstructionSetName(set.param); });
 
 TEST_P(Packings, ComeBackAsTheirSamplesAtEveryWidth) {

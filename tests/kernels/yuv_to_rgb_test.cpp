@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "LmImagingLib/LmImagingLib.h"
-#include "simd/instruction_set.h"
+#include "simd/each_set.h"
 
 // The vector kernels work in 16 bits what the definition works in 32: here for every triple there is.
 
@@ -36,7 +36,6 @@ TEST(YuvToRgb, EveryTripleInEachInstructionSet) {
   std::vector<std::uint8_t> source422(kSide * kSide * 4);
   std::vector<std::uint8_t> picture(kSide * kSide * 3);
   std::vector<std::uint8_t> pairs(kSide * kSide * 6);
-  const std::size_t active = ActiveInstructionSet();
   for (std::size_t y = 0; y < 256; ++y) {
     for (std::size_t i = 0; i < kSide * kSide; ++i) {
       const auto luma = static_cast<std::uint8_t>(y);
@@ -48,20 +47,17 @@ TEST(YuvToRgb, EveryTripleInEachInstructionSet) {
       std::copy_n(pair, 4, &source422[4 * i]);
     }
     const std::vector<std::uint8_t> expected = Expected(static_cast<int>(y));
-    for (std::size_t set = 0; set < kInstructionSets; ++set) {
-      if (!HasInstructionSet(set)) continue;
-      ForceInstructionSet(set);
+    ForEachInstructionSet([&] {
       yuv444.Convert(source444.data(), kSide, kSide, picture.data(), kSide, kSide, kSide, kSide, 0, 0, nullptr,
                      nullptr);
-      ASSERT_EQ(picture, expected) << "Y " << y << ", " << InstructionSetName(set);
+      ASSERT_EQ(picture, expected) << "Y " << y;
       yuv422.Convert(source422.data(), 2 * kSide, kSide, pairs.data(), 2 * kSide, kSide, 2 * kSide, kSide, 0, 0,
                      nullptr, nullptr);
       for (std::size_t i = 0; i < kSide * kSide * 6; ++i) {
-        ASSERT_EQ(pairs[i], expected[i / 6 * 3 + i % 3]) << "Y " << y << ", " << InstructionSetName(set);
+        ASSERT_EQ(pairs[i], expected[i / 6 * 3 + i % 3]) << "Y " << y;
       }
-    }
+    });
   }
-  ForceInstructionSet(active);
 }
 
 }  // namespace

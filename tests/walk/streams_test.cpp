@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "LmImagingLib/LmImagingLib.h"
-#include "simd/instruction_set.h"
+#include "simd/each_set.h"
 
 namespace LmImagingLib {
 namespace {
@@ -18,42 +18,56 @@ constexpr std::uint32_t kWidth = 4096;
 constexpr std::uint32_t kBand = 8;                              // lines of an image that is stored through the caches
 constexpr std::size_t kMost = std::size_t{kBand} * kWidth * 8;  // bytes of such an image
 
-// An image that is stored past the caches comes out like the same image converted in bands that are not.
+/// An image of noise that is stored past the caches: the least one.
+struct Image {
+  Image(PixelTypeID theFrom, PixelTypeID theTo, std::size_t padding)
+      : from(theFrom),
+        to(theTo),
+        converter(*PixelTypeFactory::FindConverter(from, to)),
+        sourceLine(converter.GetSourceLineSize(kWidth)),
+        line(converter.GetDestinationLineSize(kWidth) + padding) {
+    EXPECT_FALSE(StreamsPay((sourceLine + line) * kBand));
+    while (!StreamsPay((sourceLine + line) * lines)) lines += kBand;
+    source.resize(sourceLine * lines);
+    std::minstd_rand random(1);
+    for (unsigned char& byte : source) byte = static_cast<unsigned char>(random());
+  }
+  void Convert(std::uint32_t first, std::uint32_t count, unsigned char* destination, const RGBFilter* filter,
+               unsigned long flags) const {
+    converter.Convert(filter, &source[first * sourceLine], kWidth, count, destination, kWidth, count, kWidth, count,
+                      flags, line - converter.GetDestinationLineSize(kWidth), nullptr, nullptr);
+  }
+
+  PixelTypeID from, to;
+  const PixelConverter& converter;
+  std::size_t sourceLine, line;
+  std::uint32_t lines = kBand;
+  std::vector<unsigned char> source;
+};
+
+// It comes out like the same image converted in bands that are not.
 void ExpectLikeInBands(PixelTypeID from, PixelTypeID to, const RGBFilter* filter) {
   SCOPED_TRACE(testing::Message() << std::hex << from << " to " << to);
-  const PixelConverter* const converter = PixelTypeFactory::FindConverter(from, to);
-  ASSERT_NE(converter, nullptr);
-  const std::size_t sourceLine = converter->GetSourceLineSize(kWidth);
-  const std::size_t line = converter->GetDestinationLineSize(kWidth) + 64;
-  std::uint32_t lines = kBand;
-  while (!StreamsPay((sourceLine + line) * lines)) lines += kBand;
-  ASSERT_FALSE(StreamsPay((sourceLine + line) * kBand));
-
-  std::vector<unsigned char> source(sourceLine * lines);
-  std::minstd_rand random(1);
-  for (unsigned char& byte : source) byte = static_cast<unsigned char>(random());
-  std::vector<unsigned char> whole(line * lines, 1);
-  std::vector<unsigned char> inBands(line * lines, 1);
-  converter->Convert(filter, source.data(), kWidth, lines, whole.data(), kWidth, lines, kWidth, lines, 0, 64, nullptr,
-                     nullptr);
-  for (std::uint32_t at = 0; at < lines; at += kBand) {
-    converter->Convert(filter, source.data() + at * sourceLine, kWidth, kBand, inBands.data() + at * line, kWidth,
-                       kBand, kWidth, kBand, 0, 64, nullptr, nullptr);
-  }
+  const Image image(from, to, 64);
+  const std::size_t line = image.line;
+  std::vector<unsigned char> whole(line * image.lines, 1), inBands = whole;
+  image.Convert(0, image.lines, whole.data(), filter, 0);
+  for (std::uint32_t at = 0; at < image.lines; at += kBand) image.Convert(at, kBand, &inBands[at * line], filter, 0);
   EXPECT_TRUE(whole == inBands);
 
   // Lines of a checked image may be padded, and are stored one by one then.
-  std::vector<unsigned char> padded((sourceLine + 1) * lines);
-  for (std::uint32_t at = 0; at < lines; ++at) {
-    std::memcpy(&padded[at * (sourceLine + 1)], &source[at * sourceLine], sourceLine);
+  const std::size_t paddedLine = image.sourceLine + 1;
+  std::vector<unsigned char> padded(paddedLine * image.lines);
+  for (std::uint32_t at = 0; at < image.lines; ++at) {
+    std::memcpy(&padded[at * paddedLine], &image.source[at * image.sourceLine], image.sourceLine);
   }
   std::fill(whole.begin(), whole.end(), static_cast<unsigned char>(1));
   ConvertOptions options;
   options.filter = filter;
   options.depth = ConversionDepth::kEightBits;
   if (PixelTypeFactory::FindPixelType(from)->IsBayerPattern()) options.flags = ConversionFlags::kBayerGR;
-  EXPECT_TRUE(ConvertImage({from, padded.data(), padded.size(), kWidth, lines, sourceLine + 1},
-                           {to, whole.data(), whole.size(), kWidth, lines, line}, options)
+  EXPECT_TRUE(ConvertImage({from, padded.data(), padded.size(), kWidth, image.lines, paddedLine},
+                           {to, whole.data(), whole.size(), kWidth, image.lines, line}, options)
                   .IsOK());
   EXPECT_TRUE(whole == inBands);
 }
@@ -62,29 +76,14 @@ void ExpectLikeInBands(PixelTypeID from, PixelTypeID to, const RGBFilter* filter
 /// @param shift  where in memory the image begins: pixels of four bytes at odd addresses never reach a cache line
 void ExpectBilinearLikeTheDefinition(PixelTypeID from, PixelTypeID to, std::size_t shift) {
   SCOPED_TRACE(testing::Message() << std::hex << from << " to " << to);
-  const PixelConverter* const converter = PixelTypeFactory::FindConverter(from, to);
-  ASSERT_NE(converter, nullptr);
-  const std::size_t sourceLine = converter->GetSourceLineSize(kWidth);
-  const std::size_t line = converter->GetDestinationLineSize(kWidth);
-  std::uint32_t lines = kBand;
-  while (!StreamsPay((sourceLine + line) * lines)) lines += kBand;
-  std::vector<unsigned char> source(sourceLine * lines);
-  std::minstd_rand random(2);
-  for (unsigned char& byte : source) byte = static_cast<unsigned char>(random());
-  const auto convert = [&](std::size_t set) {
-    ForceInstructionSet(set);
-    std::vector<unsigned char> destination(shift + RequiredSize(to, kWidth, lines).value(), 1);
-    converter->Convert(source.data(), kWidth, lines, destination.data() + shift, kWidth, lines, kWidth, lines,
-                       ConversionFlags::kBayerGB | ConversionFlags::kBilinear, 0, nullptr, nullptr);
-    return destination;
-  };
-  const std::size_t best = ActiveInstructionSet();
-  const std::vector<unsigned char> expected = convert(0);
-  for (std::size_t set = 1; set < kInstructionSets; ++set) {
-    if (!HasInstructionSet(set)) continue;
-    EXPECT_TRUE(convert(set) == expected) << InstructionSetName(set);
-  }
-  ForceInstructionSet(best);
+  const Image image(from, to, 0);
+  std::vector<unsigned char> expected;
+  ForEachInstructionSet([&] {
+    std::vector<unsigned char> destination(shift + RequiredSize(to, kWidth, image.lines).value(), 1);
+    image.Convert(0, image.lines, &destination[shift], nullptr, ConversionFlags::kBayerGB | ConversionFlags::kBilinear);
+    if (expected.empty()) expected = destination;  // of the definition
+    EXPECT_TRUE(destination == expected);
+  });
 }
 
 class Streams : public testing::Test {
@@ -104,19 +103,14 @@ TEST_F(Streams, StoreBilinearMosaics) {
 TEST_F(Streams, StoreWhatTheCachesWouldHaveHeld) {
   RGBFilter gains(8);
   gains.SetMultipliers(1.6, 1.0, 1.09);
-  const std::size_t best = ActiveInstructionSet();
-  for (std::size_t set = 1; set < kInstructionSets; ++set) {
-    if (!HasInstructionSet(set)) continue;
-    SCOPED_TRACE(InstructionSetName(set));
-    ForceInstructionSet(set);
+  ForEachInstructionSet([&] {
     ExpectLikeInBands(0x10001, 0x420002, nullptr);  // gray, three bytes a pixel
     ExpectLikeInBands(0x20010, 0x20007, nullptr);   // two lines a step, four bytes
     ExpectLikeInBands(0x40001, 0x20001, &gains);    // words, looked up
     ExpectLikeInBands(0x410003, 0x10003, nullptr);  // packed to gray words
     ExpectLikeInBands(0x420002, 0x420006, &gains);
     ExpectLikeInBands(0x410003, 0x10001, nullptr);  // a plane
-  }
-  ForceInstructionSet(best);
+  });
 }
 
 }  // namespace
