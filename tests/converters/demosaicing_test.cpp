@@ -119,26 +119,27 @@ TEST(Chains, EqualDirectConversions) {
   RegisterExtendedFormats();
   constexpr unsigned long kWidth = 1500, kHeight = 203;
   struct Case {
-    PixelTypeID from, between;
+    PixelTypeID from, between, to;
     unsigned long flags;
   };
   model::Random random(2);
   std::vector<std::uint8_t> source(kWidth * kHeight * 2);
   for (std::uint8_t& byte : source) byte = static_cast<std::uint8_t>(random());
-  for (const Case& c : {Case{0x420012, 0x20012, 0x110},
-                        {0x420012, 0x20012, 0x220},
-                        {0x420012, 0x20012, 0x440},
-                        {0x420012, 0x20012, 0x10080},
-                        {0x210002, 0x10001, 0}}) {
+  for (const Case& c : {Case{0x420012, 0x20012, 0x20002, 0x110},
+                        {0x420012, 0x20012, 0x20002, 0x220},
+                        {0x420012, 0x20012, 0x20002, 0x440},
+                        {0x420012, 0x20012, 0x20004, 0x940},
+                        {0x420012, 0x20012, 0x20002, 0x10080},
+                        {0x210002, 0x10001, 0x20002, 0}}) {
     const ComplexConverter chain(*PixelTypeFactory::FindConverter(c.from, c.between),
-                                 *PixelTypeFactory::FindConverter(c.between, 0x20002));
+                                 *PixelTypeFactory::FindConverter(c.between, c.to));
     const unsigned long down = c.flags > 0x10000 ? 2 : 1;
-    std::vector<std::uint8_t> expected(kWidth / down * (kHeight / down) * 3), actual = expected;
+    std::vector<std::uint8_t> expected(kWidth / down * (kHeight / down) * 6), actual = expected;
     const auto convert = [&](const PixelConverter& converter, std::vector<std::uint8_t>& to) {
       converter.Convert(source.data(), kWidth, kHeight, to.data(), kWidth / down, kHeight / down, kWidth / down,
                         kHeight / down, c.flags, 0, nullptr, nullptr);
     };
-    convert(*PixelTypeFactory::FindConverter(c.from, 0x20002), expected);
+    convert(*PixelTypeFactory::FindConverter(c.from, c.to), expected);
     convert(chain, actual);
     EXPECT_EQ(model::FirstDifference(actual.data(), expected), expected.size())
         << std::hex << c.from << ", " << c.flags;

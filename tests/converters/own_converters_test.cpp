@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -61,6 +62,26 @@ TEST(OwnConverters, AreCalledLineByLine) {
   // The first half of the source has the even lines, or the odd ones; a line without a partner is left out.
   EXPECT_EQ(Recorder(0x210001, 1).Calls(5, 0), "L0>0 L2>20 L5>10 L7>30 ");
   EXPECT_EQ(Recorder(0x210001, 1).Calls(4, ConversionFlags::kFieldOrder), "L4>0 L6>20 L0>10 L2>30 ");
+}
+
+/// Hands each line of two fields to a built-in converter of mosaics, and keeps the first red.
+class Handing : public PixelConverter {
+ public:
+  Handing() : PixelConverter(0x210001, 0x420002, 1, 3, 1, 1) {}
+  Result ConvertLine(const void* source, void* /*destination*/, unsigned long pixels) const override {
+    Bytes colors(2 * 3 * pixels);
+    PixelTypeFactory::FindConverter(0x20010, 0x420002)->ConvertLine(source, colors.data(), pixels);
+    reds.push_back(colors[0]);
+    return Result::OK;
+  }
+  mutable Bytes reds;
+};
+
+TEST(OwnConverters, HandOnLinesOfFieldsAsUpperOnesOfPairs) {
+  const Handing hands;
+  const Bytes mosaic{0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5};
+  hands.Convert(mosaic.data(), 2, 6, nullptr, 2, 6, 2, 4, ConversionFlags::kBayerRG, 0, nullptr, nullptr);
+  EXPECT_EQ(hands.reds, (Bytes{0, 1, 3, 4}));
 }
 
 TEST(OwnConverters, HaveNoOperationsByThemselves) {
@@ -132,6 +153,23 @@ TEST(Chains, ConvertLinesAndPixels) {
   EXPECT_EQ(destination, (Bytes{4, 1, 4, 1}));
   EXPECT_TRUE(PixelTypeFactory::FindConverter(0x10003, 0x10003)->ConvertPixel(&source[0], &destination[2]).IsOK());
   EXPECT_EQ(destination, (Bytes{4, 1, 3, 1}));
+}
+
+TEST(Chains, BeginWithZerosBetweenTheirStages) {
+  bool writes = true;
+  const ByFunction first(1, 2, [&](const void*, void* destination, unsigned long pixels) {
+    if (writes) std::memset(destination, 7, pixels);
+    return Result::OK;
+  });
+  const ByFunction second(2, 3, Invert);
+  const ComplexConverter chain(first, second);
+  const Bytes source(4);
+  for (const int value : {255 - 7, 255}) {
+    Bytes destination(4);
+    EXPECT_TRUE(chain.Convert(source.data(), 4, 1, destination.data(), 4, 1, 4, 1, 0, 0, nullptr, nullptr).IsOK());
+    EXPECT_EQ(destination, Bytes(4, static_cast<unsigned char>(value)));
+    writes = false;  // by which the pixels of the call before would be seen
+  }
 }
 
 TEST(Chains, CombineTheStepsOfTheirStages) {

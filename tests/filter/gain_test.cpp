@@ -10,7 +10,7 @@
 #include "LmImagingLib/Extended.h"
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/RGBFilter.h"
-#include "simd/instruction_set.h"
+#include "simd/each_set.h"
 
 namespace LmImagingLib {
 namespace {
@@ -48,6 +48,9 @@ TEST(Gain, CoversWhatCamerasUse) {
   for (const double gain : {0.0, 0.5, 1.0, 1.09, 1.6, 2.0, 3.75, 16.0, 127.0}) {
     FillWithGain(gain, table);
     EXPECT_TRUE(FindGain(table)) << gain;
+    std::vector<std::uint16_t> wide(4096);
+    for (unsigned i = 0; i < 4096; ++i) wide[i] = static_cast<std::uint16_t>(std::min(gain * i, 4095.0));
+    EXPECT_EQ(FindWideGain(wide, 12).has_value(), gain < 16) << gain;
   }
 }
 
@@ -65,10 +68,7 @@ TEST(Gain, IsNoneOfOtherCurves) {
 // The multiplications of gains, and the tables that were derived of them, are given up when an entry is set.
 TEST(Gain, AnEntryThatIsSetLaterCounts) {
   RegisterExtendedFormats();
-  const std::size_t active = ActiveInstructionSet();
-  for (std::size_t set = 0; set < kInstructionSets; ++set) {
-    if (!HasInstructionSet(set)) continue;
-    ForceInstructionSet(set);
+  ForEachInstructionSet([] {
     RGBFilter filter(8);
     ASSERT_TRUE(filter.SetMultipliers(2, 2, 2).IsOK());
     ConvertOptions options;
@@ -85,11 +85,10 @@ TEST(Gain, AnEntryThatIsSetLaterCounts) {
       EXPECT_EQ(narrow[0], narrow[297]);
       return std::pair<unsigned, unsigned>(narrow[148], wide[148]);
     };
-    EXPECT_EQ(green(), std::make_pair(14U, 14U * 257)) << InstructionSetName(set);
+    EXPECT_EQ(green(), std::make_pair(14U, 14U * 257));
     ASSERT_TRUE(filter.SetGreenValue(7, 99, true).IsOK());
-    EXPECT_EQ(green(), std::make_pair(99U, 99U * 257)) << InstructionSetName(set);
-  }
-  ForceInstructionSet(active);
+    EXPECT_EQ(green(), std::make_pair(99U, 99U * 257));
+  });
 }
 
 }  // namespace

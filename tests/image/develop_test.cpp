@@ -6,12 +6,14 @@
 #include <cstring>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "LmImagingLib/Development.h"
 #include "LmImagingLib/Extended.h"
+#include "LmImagingLib/ImageViews.h"
 #include "model/development.h"
-#include "simd/instruction_set.h"
+#include "simd/each_set.h"
 
 namespace LmImagingLib {
 namespace {
@@ -44,14 +46,9 @@ DevelopmentSettings Settings(unsigned long method, bool defects, const ColorMatr
   return settings;
 }
 
-class InEachSet : public testing::Test {
- protected:
-  void SetUp() override { RegisterExtendedFormats(); }
-  void TearDown() override { ForceInstructionSet(mActive); }
-  const std::size_t mActive = ActiveInstructionSet();
+struct Develops : testing::Test {
+  Develops() { RegisterExtendedFormats(); }
 };
-
-using Develops = InEachSet;
 
 // Samples as bytes or words, with some defects.
 Words Noise(std::size_t count, unsigned depth) {
@@ -95,7 +92,8 @@ Words Demosaiced(const Words& samples, unsigned bits, unsigned width, unsigned h
 }
 
 TEST_F(Develops, EqualsThePlainFormulasInEachSet) {
-  const DevelopmentSettings half = Settings(Flags::kHalfSize, true, kMatrix, 16);
+  DevelopmentSettings half = Settings(Flags::kHalfSize, true, kMatrix, 16);
+  half.defectThreshold = 30;
   const Case cases[] = {
       {"adaptive", 0x20011, 0x20002, 10, 8, Settings(Flags::kAdaptive, true, kIdentityMatrix, 16), Flags::kBayerRG},
       {"adaptive, matrix", 0x20012, 0x20006, 12, 8, Settings(Flags::kAdaptive, true, kMatrix, 64), Flags::kBayerGR},
@@ -110,18 +108,18 @@ TEST_F(Develops, EqualsThePlainFormulasInEachSet) {
       {"deep colours", 0x2000C, 0x20004, 12, 16, Settings(Flags::kAdaptive, false, kMatrix, 64), 0},
   };
   constexpr unsigned kWidth = 151, kHeight = 13;
-  for (std::size_t set = 0; set < kInstructionSets; ++set) {
-    if (!HasInstructionSet(set)) continue;
-    ForceInstructionSet(set);
+  ForEachInstructionSet([&] {
     for (const Case& c : cases) {
-      SCOPED_TRACE(std::string(InstructionSetName(set)) + ", " + c.name);
+      SCOPED_TRACE(c.name);
       const Words samples = Noise(std::size_t{kWidth} * kHeight * (c.layout == 0 ? 3 : 1), c.depth);
       const bool half2 = c.layout != 0 && c.settings.method == Flags::kHalfSize;
       const unsigned width = half2 ? kWidth / 2 : kWidth, height = half2 ? kHeight / 2 : kHeight;
 
       const PlainDevelopment plain{c.settings, c.depth, c.bits};
       Words looked = c.layout != 0 && c.settings.correctsDefects
-                         ? WithoutDefects(samples, kWidth, kHeight, ((1U << c.depth) - 1) >> 6)
+                         ? WithoutDefects(samples, kWidth, kHeight,
+                                          c.settings.defectThreshold != 0 ? c.settings.defectThreshold
+                                                                          : ((1U << c.depth) - 1) >> 6)
                          : samples;
       const unsigned redColumn = c.layout == Flags::kBayerGR || c.layout == Flags::kBayerBG ? 1 : 0;
       const unsigned redRow = c.layout == Flags::kBayerGB || c.layout == Flags::kBayerBG ? 1 : 0;
@@ -151,7 +149,7 @@ TEST_F(Develops, EqualsThePlainFormulasInEachSet) {
         }
       }
     }
-  }
+  });
 }
 
 Bytes Developed(const Development& development, const ConstImageView& source, PixelTypeID to,
@@ -183,12 +181,30 @@ TEST_F(Develops, PackedFramesBandsAndRangesAsTheWholeImage) {
   EXPECT_EQ(Developed(development, {0x420012, packed.data(), packed.size(), kWidth, kHeight}, 0x20002, options),
             expected);
   Bytes parts(expected.size());
-  for (const unsigned long first : {0UL, 400UL, 404UL}) {
+  for (const auto& [first, end] : {std::pair(0U, 400U), {400U, 404U}, {404U, kHeight}}) {
     options.firstLine = first;
-    options.lines = first == 400 ? 4 : first == 404 ? ConvertOptions::kAllLines : 400;
+    options.lines = end - first;
     ASSERT_TRUE(Develop(development, whole, {0x20002, parts.data(), parts.size(), kWidth, kHeight}, options).IsOK());
   }
   EXPECT_EQ(parts, expected);
+}
+
+// Without a step it is a conversion: also of the last pixels, which some layouts leave alone.
+TEST_F(Develops, WithoutStepsConvertsColours) {
+  DevelopmentSettings settings;
+  settings.tone = {ToneCurve::kLinear};
+  Development development;
+  ASSERT_TRUE(Development::Make(settings, development).IsOK());
+  for (const PixelTypeID from : {0x40001L, 0x440003L, 0x440006L}) {
+    for (const unsigned width : {1U, 4U, 2049U, 2050U, 2051U}) {
+      const Bytes source = Stored(Noise(RequiredSize(from, width, 2).value(), 8), 8);
+      const ConstImageView view = ViewOf(from, source, width, 2);
+      Bytes converted(6 * width, 9), developed = converted;
+      ASSERT_TRUE(ConvertImage(view, ViewOf(0x420002, converted, width, 2)).IsOK());
+      ASSERT_TRUE(Develop(development, view, ViewOf(0x420002, developed, width, 2)).IsOK());
+      EXPECT_EQ(developed, converted) << std::hex << from << std::dec << ", " << width;
+    }
+  }
 }
 
 TEST_F(Develops, GrayStaysGrayAndWhiteIsWhiteInEveryDestination) {

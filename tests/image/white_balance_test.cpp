@@ -14,7 +14,8 @@ namespace {
 using Method = WhiteBalanceOptions::Method;
 namespace Flags = ConversionFlags;
 
-constexpr unsigned kWidth = 2300, kHeight = 37;  // more than a strip, odd
+constexpr PixelTypeID kPacked12 = 0x420A0C;      // pairs of pixels, the last one alone
+constexpr unsigned kWidth = 2303, kHeight = 37;  // more than a strip, odd
 
 // A scene of noise under a light with weak red and blue, with overexposed and dark places.
 struct Scene {
@@ -97,11 +98,17 @@ WhiteBalance Plain(const Scene& scene, const Case& c, const WhiteBalanceOptions&
 // The image of a scene: words or bytes, a mosaic or interleaved colours.
 std::vector<std::uint8_t> Encode(const Scene& scene, const Case& c, bool blueFirst) {
   std::vector<std::uint8_t> bytes;
+  unsigned count = 0;
   const auto add = [&](unsigned sample) {
+    if (c.type == kPacked12 && count++ % 2 != 0) {  // two samples in three bytes
+      bytes.back() = static_cast<std::uint8_t>(bytes.back() | (sample & 15) << 4);
+      bytes.push_back(static_cast<std::uint8_t>(sample >> 4));
+      return;
+    }
     bytes.push_back(static_cast<std::uint8_t>(sample));
     if (c.depth > 8) bytes.push_back(static_cast<std::uint8_t>(sample >> 8));
   };
-  for (unsigned y = 0; y < kHeight; ++y) {
+  for (unsigned y = 0; y < kHeight; ++y, count = 0) {
     for (unsigned x = 0; x < kWidth; ++x) {
       if (c.layout == 0) {
         for (unsigned k = 0; k < 3; ++k) add(scene.At(x, y, blueFirst ? 2 - k : k));
@@ -125,6 +132,7 @@ TEST(WhiteBalance, FollowsThePlainFormula) {
       {"RGB24", 0x20002, 0, 8, WhiteBalanceOptions::kGrayWorld, 0},
       {"RGB24, patch", 0x20002, 0, 8, WhiteBalanceOptions::kWhitePatch, 0},
       {"BGR48 of 12 bits", 0x20043, 0, 12, WhiteBalanceOptions::kRectangle, 0},
+      {"12 bits, packed", kPacked12, 0, 12, WhiteBalanceOptions::kGrayWorld, 0},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);

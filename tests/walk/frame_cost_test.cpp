@@ -2,6 +2,7 @@
 #include <pthread.h>
 
 #include <cstddef>
+#include <functional>
 #include <new>
 #include <string>
 #include <utility>
@@ -170,11 +171,14 @@ TEST(FailingAllocations, LeaveTheRegistryAsItWas) {
   });
 }
 
-// Wide images, whose rows and bands are not on the stack, with tables that are derived for the call.
+// Wide images, whose rows and bands are not on the stack, with tables that are derived for the call, in two parts.
 TEST(FailingAllocations, LeaveConversionsRepeatable) {
-  constexpr unsigned long kWide = 20000, kLines = 6;
+  constexpr unsigned long kWide = 20000, kLines = 20;
   const std::vector<unsigned char> source(kWide * kLines * 2, 85);
   std::vector<unsigned char> destination(kWide * kLines * 4);
+  const Executor inTurn = [](std::size_t count, const std::function<void(std::size_t)>& job) {
+    for (std::size_t band = 0; band < count; ++band) job(band);
+  };
   const struct {
     PixelTypeID from, to;
     unsigned long flags;
@@ -196,6 +200,8 @@ TEST(FailingAllocations, LeaveConversionsRepeatable) {
     FailEachAllocation([&] {
       ConvertOptions options;
       options.flags = call.flags;
+      options.threads = 2;
+      options.executor = &inTurn;
       const ConversionResult result =
           ConvertImage({call.from, source.data(), source.size(), kWide, kLines},
                        {call.to, destination.data(), destination.size(), kWide, kLines}, options);
@@ -203,6 +209,24 @@ TEST(FailingAllocations, LeaveConversionsRepeatable) {
       return result.IsOK();
     });
   }
+}
+
+// The calling thread converts the bands of threads that the system does not give.
+TEST(FailingThreads, LeaveTheirBandsToTheCaller) {
+  const std::vector<unsigned char> source(2048 * 2048, 85);
+  std::vector<unsigned char> destination(source.size() * 3);
+  pthread_attr_t usual, impossible;
+  pthread_getattr_default_np(&usual);
+  pthread_attr_init(&impossible);
+  pthread_attr_setstacksize(&impossible, std::size_t{1} << 50);
+  pthread_setattr_default_np(&impossible);
+  ConvertOptions options;
+  options.threads = 4;
+  EXPECT_TRUE(ConvertImage({0x10001, source.data(), source.size(), 2048, 2048},
+                           {0x20002, destination.data(), destination.size(), 2048, 2048}, options)
+                  .IsOK());
+  pthread_setattr_default_np(&usual);
+  EXPECT_EQ(destination, std::vector<unsigned char>(destination.size(), 85));
 }
 
 }  // namespace
