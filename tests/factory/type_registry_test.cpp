@@ -66,15 +66,6 @@ TEST(TypeRegistry, KeepsACloneAndTheFirstRegistration) {
   EXPECT_EQ(identity->GetDestinationPixelByteSize(), 2u);
 }
 
-TEST(TypeRegistry, LeavesAConverterToItselfInPlace) {
-  const PixelTypeID id = OwnIds()(0x10001);
-  const PixelConverter& own = NewConverter(id, id);
-  ASSERT_TRUE(PixelTypeFactory::RegisterPixelConverter(own).IsOK());
-  const Grayscale8 type(id);
-  EXPECT_TRUE(PixelTypeFactory::RegisterPixelType(id, &type, nullptr).IsOK());
-  EXPECT_EQ(PixelTypeFactory::FindConverter(id, id), &own);
-}
-
 TEST(TypeRegistry, TellsIdsApartByTheirHighBitsOnly) {
   const OwnIds first;
   const OwnIds second;
