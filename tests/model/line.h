@@ -59,7 +59,8 @@ struct Destination {
 };
 
 class Line;
-using Kernel = void (*)(Line&);
+using KernelFunction = void(Line&);
+using Kernel = KernelFunction*;
 
 /// One converter: what its lines are read with, and how pixels are stored.
 struct Stage {

@@ -6,9 +6,25 @@ namespace {
 
 using Group = const std::uint8_t*;
 
-void ConvertWords(Line& line, std::size_t words, std::size_t red, std::size_t blue) {
-  ConvertGroups(line, line.pixels, 1, 2 * words, [&](Group g, std::size_t) {
-    const auto sample = [&](std::size_t word) { return line.Sample(Bits(g + 2 * word, 0, 16)); };
+/// Pixels of whole bytes, whose channels are fields of so many bits at these places.
+void ConvertFields(Line& line, std::size_t bits, std::size_t red, std::size_t green, std::size_t blue) {
+  ConvertGroups(line, line.pixels, 1, line.stage.sourceBits / 8, [&](Group g, std::size_t) {
+    const auto sample = [&](std::size_t at) { return line.Sample(Bits(g, at, bits)); };
+    return Color{sample(red), sample(green), sample(blue)};
+  });
+}
+
+/// Fields that go to the top of the byte; nothing is replicated below them.
+void ConvertFiveSixFive(Line& line, std::size_t red, std::size_t blue) {
+  ConvertGroups(line, line.pixels, 1, 2, [&](Group g, std::size_t) {
+    return Color{Bits(g, red, 5) * 8, Bits(g, 5, 6) * 4, Bits(g, blue, 5) * 8};
+  });
+}
+
+/// A byte of two low bits each, and the upper bytes.
+void ConvertV1(Line& line, unsigned red, unsigned blue) {
+  ConvertGroups(line, line.pixels, 1, 4, [&](Group g, std::size_t) {
+    const auto sample = [&](unsigned k) { return line.Sample(g[k + 1] * 4u + Bits(g, 2 * k, 2)); };
     return Color{sample(red), sample(1), sample(blue)};
   });
 }
@@ -24,53 +40,6 @@ void ConvertPlanes(Line& line, std::size_t sampleBytes) {
   }
 }
 
-}  // namespace
-
-void RGB24(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 3, [](Group g, std::size_t) { return Color{g[0], g[1], g[2]}; });
-}
-
-void BGR24(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 3, [](Group g, std::size_t) { return Color{g[2], g[1], g[0]}; });
-}
-
-void RGB32(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 4, [](Group g, std::size_t) { return Color{g[0], g[1], g[2]}; });
-}
-
-void BGR32(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 4, [](Group g, std::size_t) { return Color{g[2], g[1], g[0]}; });
-}
-
-// Fields go to the top of the byte; nothing is replicated below them.
-void RGB16(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 2, [](Group g, std::size_t) {
-    return Color{Bits(g, 11, 5) * 8, Bits(g, 5, 6) * 4, Bits(g, 0, 5) * 8};
-  });
-}
-
-void RGB48(Line& line) { ConvertWords(line, 3, 0, 2); }
-void BGR48(Line& line) { ConvertWords(line, 3, 2, 0); }
-void RGB64(Line& line) { ConvertWords(line, 4, 0, 2); }
-void BGR64(Line& line) { ConvertWords(line, 4, 2, 0); }
-void RGBPlanar8(Line& line) { ConvertPlanes(line, 1); }
-void RGBPlanar16(Line& line) { ConvertPlanes(line, 2); }
-
-void BGR10PackedV1(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 4, [&](Group g, std::size_t) {
-    const auto sample = [&](unsigned k) { return line.Sample(g[k + 1] * 4u + Bits(g, 2 * k, 2)); };
-    return Color{sample(2), sample(1), sample(0)};
-  });
-}
-
-void BGR10PackedV2(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 4, [&](Group g, std::size_t) {
-    return Color{line.Sample(Bits(g, 20, 10)), line.Sample(Bits(g, 10, 10)), line.Sample(Bits(g, 0, 10))};
-  });
-}
-
-namespace {
-
 // Samples that follow each other without a gap: sample i is bits i * depth and on of the line.
 void ConvertStream(Line& line, std::size_t red, std::size_t blue) {
   const std::size_t depth = line.stage.depth;
@@ -84,27 +53,24 @@ void ConvertStream(Line& line, std::size_t red, std::size_t blue) {
 
 }  // namespace
 
+void RGB24(Line& line) { ConvertFields(line, 8, 0, 8, 16); }
+void BGR24(Line& line) { ConvertFields(line, 8, 16, 8, 0); }
+void RGB32(Line& line) { ConvertFields(line, 8, 0, 8, 16); }
+void BGR32(Line& line) { ConvertFields(line, 8, 16, 8, 0); }
+void RGB48(Line& line) { ConvertFields(line, 16, 0, 16, 32); }
+void BGR48(Line& line) { ConvertFields(line, 16, 32, 16, 0); }
+void RGB64(Line& line) { ConvertFields(line, 16, 0, 16, 32); }
+void BGR64(Line& line) { ConvertFields(line, 16, 32, 16, 0); }
+void RGB10p32(Line& line) { ConvertFields(line, 10, 0, 10, 20); }
+void BGR10PackedV2(Line& line) { ConvertFields(line, 10, 20, 10, 0); }
+void RGB16(Line& line) { ConvertFiveSixFive(line, 11, 0); }
+void RGB565p(Line& line) { ConvertFiveSixFive(line, 0, 11); }
+void RGB10V1(Line& line) { ConvertV1(line, 0, 2); }
+void BGR10PackedV1(Line& line) { ConvertV1(line, 2, 0); }
+void RGBPlanar8(Line& line) { ConvertPlanes(line, 1); }
+void RGBPlanar16(Line& line) { ConvertPlanes(line, 2); }
 void RGBStream(Line& line) { ConvertStream(line, 0, 2); }
 void BGRStream(Line& line) { ConvertStream(line, 2, 0); }
-
-void RGB10V1(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 4, [&](Group g, std::size_t) {
-    const auto sample = [&](unsigned k) { return line.Sample(g[k + 1] * 4u + Bits(g, 2 * k, 2)); };
-    return Color{sample(0), sample(1), sample(2)};
-  });
-}
-
-void RGB10p32(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 4, [&](Group g, std::size_t) {
-    return Color{line.Sample(Bits(g, 0, 10)), line.Sample(Bits(g, 10, 10)), line.Sample(Bits(g, 20, 10))};
-  });
-}
-
-void RGB565p(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 2, [](Group g, std::size_t) {
-    return Color{Bits(g, 0, 5) * 8, Bits(g, 5, 6) * 4, Bits(g, 11, 5) * 8};
-  });
-}
 
 // An odd last pixel has a whole group, of which the second pixel lands past the end of the line.
 void RGB12PackedV1(Line& line) {

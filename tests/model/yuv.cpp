@@ -42,17 +42,19 @@ Color FromYUV(const Line& line, int y, int u, int v) {
 
 std::size_t Even(std::size_t pixels) { return pixels / 2 * 2; }
 
+/// Groups of bytes with a chroma for one pixel, or for two, whose lumas are two bytes apart.
+void ConvertBytes(Line& line, std::size_t groupPixels, std::size_t y, std::size_t u, std::size_t v) {
+  ConvertGroups(line, groupPixels == 2 ? Even(line.pixels) : line.pixels, groupPixels, groupPixels + 2,
+                [&](const std::uint8_t* g, std::size_t p) { return FromYUV(line, g[y + 2 * p], g[u], g[v]); });
+}
+
 }  // namespace
 
-void YUV8(Line& line) {
-  ConvertGroups(line, Even(line.pixels), 2, 4,
-                [&](const std::uint8_t* g, std::size_t p) { return FromYUV(line, g[2 * p], g[1], g[3]); });
-}
-
-void YUV8GEV(Line& line) {
-  ConvertGroups(line, Even(line.pixels), 2, 4,
-                [&](const std::uint8_t* g, std::size_t p) { return FromYUV(line, g[2 * p + 1], g[0], g[2]); });
-}
+void YUV8(Line& line) { ConvertBytes(line, 2, 0, 1, 3); }
+void YUV8GEV(Line& line) { ConvertBytes(line, 2, 1, 0, 2); }
+void YUV444(Line& line) { ConvertBytes(line, 1, 0, 1, 2); }
+void YUV444GEV(Line& line) { ConvertBytes(line, 1, 1, 0, 2); }
+void YCrCb(Line& line) { ConvertBytes(line, 1, 0, 2, 1); }
 
 void YUV10(Line& line) {
   ConvertGroups(line, Even(line.pixels), 2, 8, [&](const std::uint8_t* g, std::size_t p) {
@@ -61,21 +63,6 @@ void YUV10(Line& line) {
     };
     return FromYUV(line, sample(2 * p), sample(1), sample(3));
   });
-}
-
-void YUV444(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 3,
-                [&](const std::uint8_t* g, std::size_t) { return FromYUV(line, g[0], g[1], g[2]); });
-}
-
-void YUV444GEV(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 3,
-                [&](const std::uint8_t* g, std::size_t) { return FromYUV(line, g[1], g[0], g[2]); });
-}
-
-void YCrCb(Line& line) {
-  ConvertGroups(line, line.pixels, 1, 3,
-                [&](const std::uint8_t* g, std::size_t) { return FromYUV(line, g[0], g[2], g[1]); });
 }
 
 // Counts of 2 and 3 modulo 4 convert a whole group past the end of the line, a count of 1 modulo 4 leaves a pixel.
