@@ -124,46 +124,19 @@ struct TiffFile {
 };
 
 TEST_F(Depth, EveryKindOfTiffIsReadOrRefused) {
-  constexpr int kOne = PLANARCONFIG_CONTIG;
-  constexpr int kSeparate = PLANARCONFIG_SEPARATE;
-  const Bytes colours{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+  constexpr int kOne = PLANARCONFIG_CONTIG, kSeparate = PLANARCONFIG_SEPARATE, kPlain = COMPRESSION_NONE;
+  constexpr int kGray = PHOTOMETRIC_MINISBLACK, kNegative = PHOTOMETRIC_MINISWHITE, kRGB = PHOTOMETRIC_RGB;
+  const Bytes grays{1, 2, 3, 4}, colours{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}, words{1, 2, 3, 4, 5, 6, 7, 8};
+  const Bytes separate{1, 4, 7, 10, 2, 5, 8, 11, 3, 6, 9, 12};
   const TiffFile cases[] = {
-      {"gray", 8, 1, PHOTOMETRIC_MINISBLACK, kOne, COMPRESSION_LZW, {1, 2, 3, 4}, "Mono8", {1, 2, 3, 4}, ""},
-      {"white is 0",
-       8,
-       1,
-       PHOTOMETRIC_MINISWHITE,
-       kOne,
-       COMPRESSION_NONE,
-       {0, 2, 3, 255},
-       "Mono8",
-       {255, 253, 252, 0},
-       ""},
-      {"words",
-       16,
-       1,
-       PHOTOMETRIC_MINISBLACK,
-       kOne,
-       COMPRESSION_NONE,
-       {1, 2, 3, 4, 5, 6, 7, 8},
-       "Mono16",
-       {1, 2, 3, 4, 5, 6, 7, 8},
-       ""},
-      {"RGB", 8, 3, PHOTOMETRIC_RGB, kOne, COMPRESSION_PACKBITS, colours, "RGB8", colours, ""},
-      {"RGB words and alpha", 16, 4, PHOTOMETRIC_RGB, kOne, COMPRESSION_ADOBE_DEFLATE, Bytes(32, 7), "RGB16",
-       Bytes(24, 7), ""},
-      {"planes",
-       8,
-       3,
-       PHOTOMETRIC_RGB,
-       kSeparate,
-       COMPRESSION_LZW,
-       {1, 4, 7, 10, 2, 5, 8, 11, 3, 6, 9, 12},
-       "RGB8",
-       colours,
-       ""},
-      {"32 bits", 32, 1, PHOTOMETRIC_MINISBLACK, kOne, COMPRESSION_NONE, Bytes(16), "Mono8", {}, "32 bits a sample"},
-      {"CMYK", 8, 4, PHOTOMETRIC_SEPARATED, kOne, COMPRESSION_NONE, Bytes(16), "Mono8", {}, "gray and RGB"},
+      {"gray", 8, 1, kGray, kOne, COMPRESSION_LZW, grays, "Mono8", grays, ""},
+      {"white is 0", 8, 1, kNegative, kOne, kPlain, {0, 2, 3, 255}, "Mono8", {255, 253, 252, 0}, ""},
+      {"words", 16, 1, kGray, kOne, kPlain, words, "Mono16", words, ""},
+      {"RGB", 8, 3, kRGB, kOne, COMPRESSION_PACKBITS, colours, "RGB8", colours, ""},
+      {"words and alpha", 16, 4, kRGB, kOne, COMPRESSION_ADOBE_DEFLATE, Bytes(32, 7), "RGB16", Bytes(24, 7), ""},
+      {"planes", 8, 3, kRGB, kSeparate, COMPRESSION_LZW, separate, "RGB8", colours, ""},
+      {"32 bits", 32, 1, kGray, kOne, kPlain, Bytes(16), "Mono8", {}, "32 bits a sample"},
+      {"CMYK", 8, 4, PHOTOMETRIC_SEPARATED, kOne, kPlain, Bytes(16), "Mono8", {}, "gray and RGB"},
   };
   for (const TiffFile& c : cases) {
     SCOPED_TRACE(c.kind);
