@@ -5,31 +5,13 @@ from PIL import Image
 
 import lmimaging
 
-# Where a 2 x 2 cell has red, its two greens and blue: row, column.
-LAYOUTS = {
-    "RG": {"red": (0, 0), "blue": (1, 1)},
-    "GR": {"red": (0, 1), "blue": (1, 0)},
-    "GB": {"red": (1, 0), "blue": (0, 1)},
-    "BG": {"red": (1, 1), "blue": (0, 0)},
-}
-
-
-def mosaic(rgb, layout, dtype):
-    """One sample a pixel of a picture, as a sensor sees it."""
-    frame = rgb[..., 1].astype(dtype)
-    for channel, name in ((0, "red"), (2, "blue")):
-        row, column = LAYOUTS[layout][name]
-        frame[row::2, column::2] = rgb[row::2, column::2, channel]
-    return frame
-
 
 def test_cells_of_each_layout_keep_their_colour_and_gains_whiten_it():
-    # Cells of one colour: what the sensor sees of a grey field under a light that is weak in red.
-    cells = np.zeros((6, 10, 3), np.uint16)
-    cells[:] = 400, 800, 640  # 10 bits; 100, 200 and 160 of 8 bits
-    for layout in LAYOUTS:
+    # What a sensor of 10 bits sees of a grey field under a light that is weak in red: 100, 200 and 160 of 8 bits.
+    cell = np.array([[400, 800], [800, 640]], np.uint16)
+    for layout, cell in {"RG": cell, "GR": cell[:, ::-1], "GB": cell[::-1], "BG": cell[::-1, ::-1]}.items():
+        frame = np.tile(cell, (3, 5))
         for demosaic in ("block", "bilinear"):
-            frame = mosaic(cells, layout, np.uint16)
             plain = lmimaging.convert(frame, f"Bayer{layout}10", "RGB8", demosaic=demosaic)
             assert plain[1:-1, 1:-1].reshape(-1, 3).tolist() == [[100, 200, 160]] * 32, (layout, demosaic)
             white = lmimaging.convert(frame, "BayerRGB10", "BGR8", bayer=layout, demosaic=demosaic, gains=(2, 1, 1.25))
