@@ -192,9 +192,9 @@ TEST(OwnConverters, NeverLeakAFilter) {
     swaps.Convert(source.data(), 1, 1, destination.data(), 1, 1, 1, 1, 0, 0, nullptr, nullptr);
     return destination;
   };
-  Bytes seen;
+  std::vector<Bytes> seen;
   const ByFunction handsOn(1, 2, [&](const void*, void*, unsigned long) {
-    seen = swapped();
+    seen = {swapped(), swapped()};
     return Result::OK;
   });
   const ByFunction throws(1, 2, [](const void*, void*, unsigned long) -> Result { throw std::runtime_error("no"); });
@@ -202,7 +202,7 @@ TEST(OwnConverters, NeverLeakAFilter) {
     return converter.Convert(&black, source.data(), 1, 1, nullptr, 1, 1, 1, 1, 0, 0, nullptr, nullptr);
   };
   EXPECT_TRUE(call(handsOn).IsOK());
-  EXPECT_EQ(seen, (Bytes{0, 0, 0}));
+  EXPECT_EQ(seen, (std::vector<Bytes>{{0, 0, 0}, {3, 2, 1}}));  // the first conversion uses the filter up
   EXPECT_EQ(swapped(), (Bytes{3, 2, 1}));
   EXPECT_THROW(call(throws), std::runtime_error);
   EXPECT_EQ(swapped(), (Bytes{3, 2, 1}));

@@ -189,6 +189,21 @@ TEST_F(Develops, PackedFramesBandsAndRangesAsTheWholeImage) {
   EXPECT_EQ(parts, expected);
 }
 
+TEST_F(Develops, OfEightBitsAreShiftedUp) {
+  DevelopmentSettings settings = Settings(Flags::kAdaptive, true, kMatrix, 64);
+  settings.depth = ConversionDepth::kEightBits;
+  Development development;
+  ASSERT_TRUE(Development::Make(settings, development).IsOK());
+  const Words frame = Noise(3 * 65 * 9, 12);
+  for (const PixelTypeID from : {0x20012L, 0x2000CL}) {
+    DevelopOptions options;
+    options.flags = from == 0x20012 ? Flags::kBayerRG : Flags::kNone;
+    const Bytes bytes = Developed(development, ViewOf(from, frame, 65, 9), 0x20002, options);
+    const Bytes words = Developed(development, ViewOf(from, frame, 65, 9), 0x20004, options);
+    for (std::size_t i = 0; i < bytes.size(); ++i) ASSERT_EQ(words[2 * i] | words[2 * i + 1] << 8, bytes[i] << 8) << i;
+  }
+}
+
 // Without a step it is a conversion: also of the last pixels, which some layouts leave alone.
 TEST_F(Develops, WithoutStepsConvertsColours) {
   DevelopmentSettings settings;

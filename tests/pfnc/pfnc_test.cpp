@@ -134,12 +134,13 @@ TEST_F(PFNC, SaysWhyThereIsNoFormat) {
   for (const char* const name : {"Mono10 p", " Mono8", "Mono8 ", "Mono", "", "RGB14p"}) {
     expectReason(FindPFNC(name), name, "unknown");
   }
-  for (const std::uint32_t code : {0x010A0045U, 0U, ~0U, 0x81080116U}) expectReason(FindPFNC(code), "code", "unknown");
+  for (const std::uint32_t code : {0x010A0045U, 0x01080120U, 0U, ~0U, 0x81080116U})
+    expectReason(FindPFNC(code), "code", "unknown");
   expectReason(FindPFNC(nullptr), "null", "unknown");
   expectReason(FindPFNC("Coord3D_ABC32f"), "Coord3D", "no picture: the format carries coordinates");
   expectReason(FindPFNC(0x026000C0), "Coord3D", "no picture: the format carries coordinates");
   expectReason(FindPFNC("confidence8"), "confidence8", "no picture: the format carries how certain");
-  expectReason(FindPFNC(0x01080116), "Data8", "no picture: the format carries data");
+  expectReason(FindPFNC(0x0108011F), "Data", "no picture: the format carries data");
   expectReason(FindPFNC("BiColorRGBG8"), "BiColor", "no picture: the format carries two of three colours");
   expectReason(FindPFNC("PolarizedAngles_0d_45d_90d_135d_Mono8"), "angles", "no picture: the format carries light");
   // These would be announced with the codes of other colours.

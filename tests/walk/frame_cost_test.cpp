@@ -187,16 +187,20 @@ TEST(FailingAllocations, LeaveConversionsRepeatable) {
                {0x10007, 0x420002, 0}};
   for (const auto& call : calls) {
     const PixelConverter& converter = *PixelTypeFactory::FindConverter(call.from, call.to);
+    void* scratch = new unsigned char[1];
+    unsigned long scratchSize = 1;
     FailEachAllocation([&] {
       try {
         return converter
             .Convert(source.data(), kWide, kLines, destination.data(), kWide, kLines, kWide, kLines, call.flags, 0,
-                     nullptr, nullptr)
+                     &scratch, &scratchSize)
             .IsOK();
       } catch (const std::bad_alloc&) {
+        EXPECT_EQ(scratch == nullptr, scratchSize == 0);
         return false;
       }
     });
+    delete[] static_cast<unsigned char*>(scratch);
     FailEachAllocation([&] {
       ConvertOptions options;
       options.flags = call.flags;
