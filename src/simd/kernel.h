@@ -24,6 +24,10 @@
 
 namespace LmImagingLib {
 
+// Decoders are declared by a result that has to be complete when their address is taken: clang otherwise gives them
+// another signature, at which WebAssembly stops.
+static_assert(sizeof(Channels<std::uint8_t>) == sizeof(Channels<std::uint16_t>));
+
 /// Twins of one kernel for samples of bytes and for words.
 template <template <class> class Kernel>
 struct SampleTwins {
