@@ -23,7 +23,7 @@ struct View {
   static std::size_t DenseLine(Id type, std::size_t width);
 
   Id type;
-  std::size_t width, height;
+  unsigned long width, height;
   std::size_t planes = 1;
   std::size_t lineBytes;  ///< that hold the samples of a line
   std::size_t line;
@@ -33,8 +33,8 @@ struct View {
 struct Options {
   std::uint32_t flags = 0;
   const Filter* filter = nullptr;
-  std::size_t firstLine = 0;
-  std::size_t lines = 0;
+  unsigned long firstLine = 0;
+  unsigned long lines = 0;
 };
 
 /// The destination's bytes after a checked conversion: only pixels change, those of the lines asked for.
