@@ -108,8 +108,8 @@ inline I16 MultiplyRounded(I16 a, std::int16_t factor) {
 
 /// The sums of the products of neighbours, of signed bytes by factors of 0 to 255. They must fit words.
 inline I16 MultiplyAddBytes(U8 bytes, std::uint8_t even, std::uint8_t odd) {
-  return I16(
-      LM_INTRINSIC(maddubs_epi16)(Register(U16{} + static_cast<std::uint16_t>(even | odd << 8)), Register(bytes)));
+  const auto factors = static_cast<std::uint16_t>(even | odd << 8);
+  return I16(LM_INTRINSIC(maddubs_epi16)(Register(U16{} + factors), Register(bytes)));
 }
 
 /// The sums of the products of neighbours.
