@@ -2,8 +2,8 @@
 
 namespace LmImagingLib {
 
-/// How often a registered converter was replaced by another one: what was found of a pair holds until then. Any thread
-/// may ask.
+/// How often a registered converter was replaced by another one. While the number stays, so does the converter of each
+/// registered pair. Any thread may ask.
 unsigned Replacements();
 
 }  // namespace LmImagingLib

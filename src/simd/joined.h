@@ -11,8 +11,8 @@ namespace {
 
 /// Stores `find(i, k)` as value i + k of `out`, for `count` values. k is a constant once unrolled, and i is even.
 ///
-/// As many results as 64 bits hold are joined, which compilers leave undone: single stores take as long as the lookups
-/// in tables that this is for.
+/// Results are joined to 64 bits and stored together, which compilers do not do by themselves. Storing them one by one
+/// takes about as long as looking them up in a table.
 template <class Out, class Find>
 inline void StoreJoined(std::size_t count, Out* out, const Find& find) {
   constexpr std::size_t kJoined = 8 / sizeof(Out), kBits = 8 * sizeof(Out);

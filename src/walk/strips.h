@@ -59,7 +59,7 @@ template <class Sample>
 void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first);
 
-/// In lines of fewer bytes a strip more takes longer than stores that cross cache lines.
+/// In shorter lines one more strip takes longer than stores that cross cache lines.
 inline constexpr std::size_t kFewBytes = 2048;
 
 /// Whether lines of few bytes need no strip: their channels are in the source, or are decoded into the target.
@@ -71,8 +71,7 @@ bool NeedsNoStrip(const StripSteps<Sample>& steps, const TargetLine& target) {
          (sizeof(Sample) == 1 || target.fit.down == 0);
 }
 
-/// Converts such a line as `ConvertStrips` does, with as little work beside its pixels as there can be. Words of the
-/// target are aligned.
+/// Converts such a line as `ConvertStrips` does, with less work beside its pixels. Words of the target are aligned.
 template <class Sample>
 void ConvertWithoutStrip(const StripSteps<Sample>& steps, SourceLines in, std::size_t count, const TargetLine& target) {
   auto* const plane = reinterpret_cast<Sample*>(target.line);
