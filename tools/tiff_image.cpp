@@ -92,9 +92,11 @@ Value FieldOf(const Tiff& tiff, std::uint32_t tag) {
 }
 
 // A property of a file that pictures cannot have.
-void Refuse(bool refused, const std::string& what, const char* allowed) {
+void Refuse(bool refused, const std::string& what, const std::string& allowed) {
   if (refused) throw std::runtime_error("it " + what + "; allowed: " + allowed);
 }
+
+constexpr std::uint16_t kMostSamples = 64;
 
 struct Form {
   std::uint16_t bits, samples, photometric;
@@ -115,6 +117,9 @@ Form CheckedForm(const Tiff& tiff) {
   Refuse(!isGray && !isColor,
          "has colours of kind " + std::to_string(form.photometric) + " in " + std::to_string(form.samples) + " samples",
          "gray and RGB");
+  // More only cost memory: what is behind the colours is never read.
+  Refuse(form.samples > kMostSamples, "has " + std::to_string(form.samples) + " samples a pixel",
+         "1 to " + std::to_string(kMostSamples));
   Refuse(TIFFIsTiled(tiff.get()) != 0, "has tiles", "strips");
   Refuse(field(TIFFTAG_ORIENTATION) != ORIENTATION_TOPLEFT, "is turned or mirrored", "rows from the top left corner");
   Refuse(TIFFIsCODECConfigured(compression) == 0, "is compressed by method " + std::to_string(compression),

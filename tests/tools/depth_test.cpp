@@ -136,6 +136,7 @@ TEST_F(Depth, EveryKindOfTiffIsReadOrRefused) {
       {"words and alpha", 16, 4, kRGB, kOne, COMPRESSION_ADOBE_DEFLATE, Bytes(32, 7), "RGB16", Bytes(24, 7), ""},
       {"planes", 8, 3, kRGB, kSeparate, COMPRESSION_LZW, separate, "RGB8", colours, ""},
       {"32 bits", 32, 1, kGray, kOne, kPlain, Bytes(16), "Mono8", {}, "32 bits a sample"},
+      {"a cube", 8, 65, kGray, kOne, kPlain, Bytes(260), "Mono8", {}, "65 samples a pixel; allowed: 1 to 64"},
       {"CMYK", 8, 4, PHOTOMETRIC_SEPARATED, kOne, kPlain, Bytes(16), "Mono8", {}, "gray and RGB"},
   };
   for (const TiffFile& c : cases) {
