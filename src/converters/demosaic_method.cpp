@@ -12,14 +12,18 @@ namespace LmImagingLib {
 LM_DECLARE_WIDE_KERNEL(DecodeKernel, BayerHalf)
 LM_DECLARE_WIDE_KERNEL(DecodeKernel, BayerBlock)
 LM_DECLARE_WIDE_KERNEL(DecodeKernel, BayerBilinear)
+LM_DECLARE_KERNEL(DecodeKernel<std::uint8_t>, BayerHalfOfWords)
+LM_DECLARE_KERNEL(DecodeKernel<std::uint8_t>, BayerBlockOfWords)
+
+using Kind = DemosaicMethod::Kind;
 
 // A method earlier in the table wins over a later one.
 const DemosaicMethod kMethods[kDemosaicMethods] = {
-    {"BayerHalf", ConversionFlags::kHalfSize, DemosaicMethod::Kind::kHalfSize, 0, kBayerHalf},
-    {"BayerBilinear", ConversionFlags::kBilinear, DemosaicMethod::Kind::kPairs, 1, kBayerBilinear},
-    {"BayerAdaptive", ConversionFlags::kAdaptive, DemosaicMethod::Kind::kAdaptive, 8, {}},
-    {"BayerGradientCorrected", ConversionFlags::kGradientCorrected, DemosaicMethod::Kind::kGradientCorrected, 2, {}},
-    {"BayerBlock", 0, DemosaicMethod::Kind::kPairs, 0, kBayerBlock}};
+    {"BayerHalf", "BayerHalfOfWords", ConversionFlags::kHalfSize, Kind::kHalfSize, 0, kBayerHalf, kBayerHalfOfWords},
+    {"BayerBilinear", nullptr, ConversionFlags::kBilinear, Kind::kPairs, 1, kBayerBilinear, {}},
+    {"BayerAdaptive", nullptr, ConversionFlags::kAdaptive, Kind::kAdaptive, 8, {}, {}},
+    {"BayerGradientCorrected", nullptr, ConversionFlags::kGradientCorrected, Kind::kGradientCorrected, 2, {}, {}},
+    {"BayerBlock", "BayerBlockOfWords", 0, Kind::kPairs, 0, kBayerBlock, kBayerBlockOfWords}};
 
 std::size_t MethodOf(std::uint32_t flags) {
   const auto* const found =

@@ -17,11 +17,13 @@ struct DemosaicMethod {
     kGradientCorrected,
   };
 
-  const char* name;    ///< of its kernel and its shortcuts
-  unsigned long flag;  ///< asks for it; 0 for the method without a flag
+  const char* name;     ///< of its kernel and its shortcuts
+  const char* ofWords;  ///< of those that make bytes of words in the source; null where there is none
+  unsigned long flag;   ///< asks for it; 0 for the method without a flag
   Kind kind;
   std::uint32_t reach;               ///< lines above and below the ones to convert that it reads
   SampleTwins<DecodeKernel> kernel;  ///< null where rows are not read as they are
+  Twins<DecodeKernel<std::uint8_t>> kernelOfWords;
 };
 
 /// The number of methods.

@@ -17,13 +17,17 @@ bool IsInFull(const Frame& frame, const Writer& writer) {
 }  // namespace
 
 MosaicShortcuts::MosaicShortcuts(const Writer& writer) {
+  // Luma has no order.
+  const Writer* const other = IsLuma(writer) ? &writer : writer.swapped;
+  const auto findSwapped = [other](const char* name) {
+    return other == nullptr ? nullptr : FindShortcut(name, *other);
+  };
   for (std::size_t k = 0; k < kDemosaicMethods; ++k) {
     own[k] = FindShortcut(kMethods[k].name, writer);
-    // Luma has no order.
-    swapped[k] = IsLuma(writer)              ? own[k]
-                 : writer.swapped == nullptr ? nullptr
-                                             : FindShortcut(kMethods[k].name, *writer.swapped);
+    swapped[k] = findSwapped(kMethods[k].name);
   }
+  ownOfWords = FindShortcut(kMethods[kBlock].ofWords, writer);
+  swappedOfWords = findSwapped(kMethods[kBlock].ofWords);
 }
 
 std::uint32_t DepthOfRows(const Frame& frame, std::uint32_t depth, const Writer& writer) {
@@ -80,11 +84,13 @@ Demosaicer<Sample>::Demosaicer(const MosaicSource& source, const Writer& writer,
       mLayoutSite(LayoutSite(frame.flags)),
       mRows(source.type, frame, source.width, 2 * kMethods[mMethod].reach + 2, RowsRead(frame, first, end),
             RowLookupOf(frame, source.type.depth,
-                        sizeof(Sample) == 1 ? 8 : DepthOfRows(frame, source.type.depth, writer))),
+                        sizeof(Sample) == 1 ? 8 : DepthOfRows(frame, source.type.depth, writer)),
+            kMethods[mMethod].kernelOfWords.Definition() != nullptr),
       mSteps(StepsAfterDemosaicing<Sample>(frame, source.type.depth, writer)),
       mTarget(TargetAt(nullptr, frame, FitAfterDemosaicing<Sample>(frame, source.type.depth, writer), writer)),
+      mShift(mRows.IsSource() ? source.type.ShiftOf<Sample>() : 0),
       mMask(sizeof(Sample) == 1 ? 0xFF : (1U << DepthOfRows(frame, source.type.depth, writer)) - 1) {
-  mSteps.decode = kMethods[mMethod].kernel.template Of<Sample>().Active();
+  mSteps.decode = KernelOf(mMethod).Active();
 }
 
 template <class Sample>
@@ -109,7 +115,7 @@ template <class Sample>
 void Demosaicer<Sample>::ConvertCells(std::uint32_t line) {
   const std::uint8_t* const top = mRows.Row(2 * line);
   const std::uint8_t* const bottom = mRows.Row(2 * line + 1);
-  const SourceLines cells{{top, bottom}, 0, mLayoutSite, mRows.IsSource() ? mFrame.fetchAhead : 0, mMask};
+  const SourceLines cells{{top, bottom}, mShift, mLayoutSite, mRows.IsSource() ? mFrame.fetchAhead : 0, mMask};
   TargetLine target = mTarget;
   target.line = DestinationLineAt(mFrame, line);
   ConvertStrips(mSteps, cells, mPixels, &target, 1, 0);
@@ -142,7 +148,7 @@ void Demosaicer<Sample>::ConvertBlocks(const Pair& pair) {
     ConvertDirectly(convert->Active(), 2, mWriter, CellsAt(pair, 0), whole, pair.lines, 0);
   } else {
     StripSteps<Sample> steps = mSteps;
-    steps.decode = kMethods[kBlock].kernel.Of<Sample>().Active();
+    steps.decode = KernelOf(kBlock).Active();
     steps.groupPixels = 2;
     ConvertStrips(steps, CellsAt(pair, 0), whole, pair.lines, pair.count, 0);
   }
@@ -185,7 +191,7 @@ void Demosaicer<Sample>::ConvertBilinear(const Pair& pair) {
 template <class Sample>
 void Demosaicer<Sample>::StoreCell(const Pair& pair, std::size_t column, std::size_t at) {
   Sample pixels[3][2];
-  kMethods[kBlock].kernel.Of<Sample>().Definition()(CellsAt(pair, column), 0, 2, {pixels[0], pixels[1], pixels[2]});
+  KernelOf(kBlock).Definition()(CellsAt(pair, column), 0, 2, {pixels[0], pixels[1], pixels[2]});
   for (std::size_t k = 0; k < pair.count; ++k) {
     StorePixels<Sample>({pixels[0], pixels[1], pixels[2]}, mSteps, 1, pair.lines[k], at, KernelChoice::kDefinition);
   }
@@ -193,9 +199,17 @@ void Demosaicer<Sample>::StoreCell(const Pair& pair, std::size_t column, std::si
 
 template <class Sample>
 SourceLines Demosaicer<Sample>::CellsAt(const Pair& pair, std::size_t column) const {
-  const std::size_t offset = column * sizeof(Sample);
+  const std::size_t offset = column * mRows.SampleBytes();
   const std::uint32_t ahead = mRows.IsSource() ? mFrame.fetchAhead : 0;
-  return {{pair.rows[1] + offset, pair.rows[2] + offset}, 0, pair.SiteOf(column), ahead, mMask};
+  return {{pair.rows[1] + offset, pair.rows[2] + offset}, mShift, pair.SiteOf(column), ahead, mMask};
+}
+
+template <class Sample>
+const Twins<DecodeKernel<Sample>>& Demosaicer<Sample>::KernelOf(std::size_t method) const {
+  if constexpr (sizeof(Sample) == 1) {
+    if (mRows.SampleBytes() == 2) return kMethods[method].kernelOfWords;
+  }
+  return kMethods[method].kernel.template Of<Sample>();
 }
 
 // The kernel for pixels from one at `site` on, or null where strips have to be used.
@@ -205,7 +219,9 @@ const Twins<DirectKernel>* Demosaicer<Sample>::ShortcutFor(std::size_t method, c
   if (changes || pair.count != 2 || pair.lines[0].opaque) return nullptr;
   // Only aligned lines can be stored past the caches. Strips align either line.
   if (pair.lines[0].streams && mFrame.destinationLine % kCacheLine != 0) return nullptr;
-  const Shortcut* const shortcut = IsInRedRow(site) ? mShortcuts.own[method] : mShortcuts.swapped[method];
+  const bool isOwn = IsInRedRow(site);
+  const Shortcut* shortcut = isOwn ? mShortcuts.own[method] : mShortcuts.swapped[method];
+  if (mRows.SampleBytes() > sizeof(Sample)) shortcut = isOwn ? mShortcuts.ownOfWords : mShortcuts.swappedOfWords;
   if (shortcut == nullptr) return nullptr;
   const Twins<DirectKernel>& convert = sizeof(Sample) == 1 ? shortcut->convert : shortcut->convertWords;
   return convert.Definition() == nullptr ? nullptr : &convert;

@@ -12,6 +12,8 @@ struct MosaicShortcuts {
 
   const Shortcut* own[kDemosaicMethods];
   const Shortcut* swapped[kDemosaicMethods];
+  const Shortcut* ownOfWords;  ///< of blocks that make bytes of words
+  const Shortcut* swappedOfWords;
 };
 
 /// The mosaic that a conversion reads.
@@ -49,6 +51,7 @@ class Demosaicer {
   void ConvertBlocks(const Pair& pair);
   void ConvertBilinear(const Pair& pair);
   void StoreCell(const Pair& pair, std::size_t column, std::size_t at);
+  const Twins<DecodeKernel<Sample>>& KernelOf(std::size_t method) const;
   SourceLines CellsAt(const Pair& pair, std::size_t column) const;
   const Twins<DirectKernel>* ShortcutFor(std::size_t method, const Pair& pair, Site site) const;
 
@@ -62,7 +65,7 @@ class Demosaicer {
   RowWindow<Sample> mRows;
   StripSteps<Sample> mSteps;
   const TargetLine mTarget;  // without its address
-  std::uint32_t mMask;
+  const std::uint32_t mShift, mMask;
 };
 
 }  // namespace LmImagingLib

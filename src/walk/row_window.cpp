@@ -14,11 +14,17 @@ namespace LmImagingLib {
 
 namespace {
 
-// Whether the lines of the source are rows: samples of all the bits of their bytes or words, in their order.
+// Whether the lines of the source are rows: samples in bytes or words of their own, in their order.
+template <class Sample>
+bool HasRows(const SourceType& source, const Frame& frame) {
+  return source.format->groupPixels == 1 && source.format->groupBits == 8 * sizeof(Sample) &&
+         source.readout.taps == Readout::Taps::kOne && !frame.interlaced;
+}
+
+// Whether such samples have all the bits of their bytes or words.
 template <class Sample>
 bool IsRows(const SourceType& source, const Frame& frame) {
-  return source.format->groupBits == 8 * sizeof(Sample) && source.depth == 8 * sizeof(Sample) &&
-         source.readout.taps == Readout::Taps::kOne && !frame.interlaced;
+  return HasRows<Sample>(source, frame) && source.depth == 8 * sizeof(Sample);
 }
 
 }  // namespace
@@ -32,14 +38,15 @@ std::size_t RowBytesRead(const SourceType& source, std::uint32_t width) {
 
 template <class Sample>
 RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows,
-                             std::uint32_t end, const RowLookup& lookup)
+                             std::uint32_t end, const RowLookup& lookup, bool takesWords)
     : mSource(source),
       mFrame(frame),
       mWidth(width),
       mRows(rows),
       mEnd(end),
       mLookup(lookup),
-      mIsSource(lookup.tables == nullptr && IsRows<Sample>(source, frame)) {
+      mIsSource(lookup.tables == nullptr &&
+                (IsRows<Sample>(source, frame) || (takesWords && HasRows<std::uint16_t>(source, frame)))) {
   if (mIsSource) return;
   constexpr std::size_t kLineSamples = kCacheLine / sizeof(Sample);
   // A last group may have more pixels than the line.

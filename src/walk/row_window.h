@@ -27,8 +27,9 @@ struct RowLookup {
 
 /// The rows of a mosaic around the lines that are being converted, as samples: a ring of rows, found by their numbers.
 ///
-/// Rows that are samples already are not copied: the window then points into the source. Samples that a layout leaves
-/// out, and lines that belong to no field, are 0.
+/// Rows that are samples already are not copied: the window then points into the source. So it does at words of any
+/// bits, if its user has kernels that shift and mask them. Samples that a layout leaves out, and lines that belong to
+/// no field, are 0.
 template <class Sample>
 class RowWindow {
  public:
@@ -36,9 +37,10 @@ class RowWindow {
   /// @param width  samples of a row that are needed, from its beginning; of a readout by taps all of them
   /// @param rows  rows that are needed at the same time
   /// @param end  the row after the last one that may be read
+  /// @param takesWords  whether words of the source may stay as they are
   /// Throws `std::bad_alloc`.
   RowWindow(const SourceType& source, const Frame& frame, std::uint32_t width, std::uint32_t rows, std::uint32_t end,
-            const RowLookup& lookup = {});
+            const RowLookup& lookup = {}, bool takesWords = false);
 
   /// The samples of a row. Rows are asked for from top to bottom; one is valid until so many later ones were asked for
   /// as are needed at the same time.
@@ -50,6 +52,9 @@ class RowWindow {
 
   /// Whether rows are in the source. They have to be fetched ahead by those that read them.
   bool IsSource() const { return mIsSource; }
+
+  /// The bytes of a sample in a row: those of `Sample`, or 2 where words of the source stay as they are.
+  std::size_t SampleBytes() const { return mIsSource ? mSource.format->groupBits / 8 : sizeof(Sample); }
 
  private:
   const std::uint8_t* SourceRow(std::uint32_t row) const;

@@ -22,14 +22,15 @@ Color CellColor(Site site, Value a, Value b, Value c, Value d, Value (*mean)(Val
   }
 }
 
-template <class Sample>
+/// Of samples of `kSampleBytes` bytes.
+template <class Sample, std::size_t kSampleBytes = sizeof(Sample)>
 struct BayerBlockLayout {
-  static constexpr std::size_t kPixels = 2, kBytes = 2 * sizeof(Sample), kLines = 2, kBeyond = 0;
+  static constexpr std::size_t kPixels = 2, kBytes = 2 * kSampleBytes, kLines = 2, kBeyond = 0;
   static constexpr bool kGray = false;
 
   static void Group(const SourceLines& in, Rgb<Sample>* out) {
     const auto sample = [&in](std::size_t line, std::size_t column) {
-      return SampleAt<sizeof(Sample), Sample>(in, line, column);
+      return SampleAt<kSampleBytes, Sample>(in, line, column);
     };
     out[0] = out[1] =
         CellColor<Rgb<Sample>, Sample>(in.site, sample(0, 0), sample(0, 1), sample(1, 0), sample(1, 1),
@@ -55,7 +56,7 @@ struct BayerBlockLayout {
   static RgbLanes<Sample> Block(const Reader& read, Of<Sample>) {
     using V = Lanes<Sample>;
     V line[2][1];
-    for (std::size_t k = 0; k < 2; ++k) LoadSamples<sizeof(Sample)>(read, k, 0, kBlock<Sample>, line[k]);
+    for (std::size_t k = 0; k < 2; ++k) LoadSamples<kSampleBytes>(read, k, 0, kBlock<Sample>, line[k]);
     return CellColor<RgbLanes<Sample>, V>(read.in.site, Even(line[0][0]), Odd(line[0][0]), Even(line[1][0]),
                                           Odd(line[1][0]), [](V a, V b) { return MeanDown(a, b); });
   }
@@ -63,10 +64,10 @@ struct BayerBlockLayout {
 };
 
 // Both lines that a cell makes are the same.
-template <class Sample_>
-struct BlockPair : BayerBlockLayout<Sample_> {
+template <class Sample_, std::size_t kSampleBytes = sizeof(Sample_)>
+struct BlockPair : BayerBlockLayout<Sample_, kSampleBytes> {
   using Sample = Sample_;
-  using Line = BayerBlockLayout<Sample>;
+  using Line = BayerBlockLayout<Sample, kSampleBytes>;
   static constexpr std::size_t kTargets = 2, kFresh = 2;
   static constexpr bool kMosaic = true;
   static constexpr std::size_t kNextLine = 0;
@@ -81,11 +82,14 @@ struct BlockPair : BayerBlockLayout<Sample_> {
 #endif
 };
 
+using WordBlockPair = BlockPair<std::uint8_t, 2>;
+
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
 LM_DEFINE_DECODER(std::uint8_t, BayerBlock, BayerBlockLayout<std::uint8_t>)
 LM_DEFINE_DECODER(std::uint16_t, BayerBlock, BayerBlockLayout<std::uint16_t>)
+LM_DEFINE_DECODER(std::uint8_t, BayerBlockOfWords, BayerBlockLayout<std::uint8_t, 2>)
 LM_EXPORT_DIRECT(BayerBlockToRGB24, BlockPair<std::uint8_t>, Interleaved<First::kRed, 3>)
 LM_EXPORT_DIRECT(BayerBlockToBGR24, BlockPair<std::uint8_t>, Interleaved<First::kBlue, 3>)
 LM_EXPORT_DIRECT(BayerBlockToRGB32, BlockPair<std::uint8_t>, Interleaved<First::kRed, 4>)
@@ -93,3 +97,9 @@ LM_EXPORT_DIRECT(BayerBlockToBGR32, BlockPair<std::uint8_t>, Interleaved<First::
 LM_EXPORT_DIRECT(BayerBlockToLuma8, BlockPair<std::uint8_t>, LumaToBytes)
 LM_EXPORT_DIRECT(BayerBlockToLuma, BlockPair<std::uint8_t>, LumaToWords<std::uint8_t, false>)
 LM_EXPORT_DIRECT(BayerBlockToLumaWords, BlockPair<std::uint16_t>, LumaToWords<std::uint16_t, false>)
+LM_EXPORT_DIRECT(BayerWordBlockToRGB24, WordBlockPair, Interleaved<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerWordBlockToBGR24, WordBlockPair, Interleaved<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerWordBlockToRGB32, WordBlockPair, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(BayerWordBlockToBGR32, WordBlockPair, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(BayerWordBlockToLuma8, WordBlockPair, LumaToBytes)
+LM_EXPORT_DIRECT(BayerWordBlockToLuma, WordBlockPair, LumaToWords<std::uint8_t, false>)

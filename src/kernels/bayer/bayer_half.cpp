@@ -4,9 +4,10 @@
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-template <class Sample>
+/// Of samples of `kSampleBytes` bytes.
+template <class Sample, std::size_t kSampleBytes = sizeof(Sample)>
 struct BayerHalfLayout {
-  static constexpr std::size_t kPixels = 1, kBytes = 2 * sizeof(Sample), kLines = 2, kColumns = 2, kBeyond = 0;
+  static constexpr std::size_t kPixels = 1, kBytes = 2 * kSampleBytes, kLines = 2, kColumns = 2, kBeyond = 0;
   static constexpr bool kGray = false;
 
   template <class Color, class Value, class Mean>
@@ -18,7 +19,7 @@ struct BayerHalfLayout {
 
   static void Group(const SourceLines& in, Rgb<Sample>* out) {
     Sample samples[2][2];
-    for (std::size_t k = 0; k < 4; ++k) samples[k / 2][k % 2] = SampleAt<sizeof(Sample), Sample>(in, k / 2, k % 2);
+    for (std::size_t k = 0; k < 4; ++k) samples[k / 2][k % 2] = SampleAt<kSampleBytes, Sample>(in, k / 2, k % 2);
     *out = CellColor<Rgb<Sample>>(in.site, samples[0], samples[1],
                                   [](Sample a, Sample b) { return static_cast<Sample>((unsigned{a} + b + 1) >> 1); });
   }
@@ -37,7 +38,8 @@ struct BayerHalfLayout {
     using V = Lanes<Sample>;
     V columns[2][2];
     for (std::size_t line = 0; line < 2; ++line) {
-      const V window[2] = {V(read(line, 0)), V(read(line, kLanes))};
+      V window[2];
+      LoadSamples<kSampleBytes>(read, line, 0, 2 * kBlock<Sample>, window);
       columns[line][0] = Pick<EvenSamples>(window);
       columns[line][1] = Pick<OddSamples>(window);
     }
@@ -51,3 +53,4 @@ struct BayerHalfLayout {
 
 LM_DEFINE_DECODER(std::uint8_t, BayerHalf, BayerHalfLayout<std::uint8_t>)
 LM_DEFINE_DECODER(std::uint16_t, BayerHalf, BayerHalfLayout<std::uint16_t>)
+LM_DEFINE_DECODER(std::uint8_t, BayerHalfOfWords, BayerHalfLayout<std::uint8_t, 2>)
