@@ -202,8 +202,9 @@ Channels<Sample> DecodeBlocks(const SourceLines& lines, std::size_t first, std::
     i += kStep;
     at += BytesOf<Layout>(kStep);
   };
-  // Gray is quick enough that the steps of the loop count: as many blocks at once as fill a cache line of the room.
-  constexpr std::size_t kTogether = Layout::kGray ? 64 / kLanes : 1;
+  // The steps of the loop count beside quick layouts: of gray as many blocks at once as fill a cache line of the room,
+  // of colours two where they are not as long.
+  constexpr std::size_t kTogether = Layout::kGray ? 64 / kLanes : kLanes < 64 ? 2 : 1;
   while (i + kTogether * kStep <= count) {
     FetchAhead<Layout>(in, 0, at, kTogether * kStep);
     FetchRoom<Layout, Sample>(red + i, green + i, blue + i, kTogether, ahead);
