@@ -12,6 +12,7 @@ namespace LmImagingLib {
 
 class PixelConverter;
 class PixelTypeFactoryInternal;
+struct RegistryExtension;
 struct RegistryRelease;
 
 /// The attributes that a query for pixel types asks for. An empty member matches every type.
@@ -96,7 +97,7 @@ class LM_EXPORT PixelTypeFactory {
 
  private:
   friend struct RegistryRelease;
-  friend LmBaseLib::Result RegisterExtendedFormats();
+  friend struct RegistryExtension;
   static PixelTypeFactoryInternal* Internal();
 
   static PixelTypeFactoryInternal* sInternal;
