@@ -54,13 +54,16 @@ void Swap(Bytes& pixels) {
 }  // namespace
 
 ConstImageView ViewOf(const RawFrame& frame) {
-  return {frame.type, frame.bytes.data(), frame.bytes.size(), frame.size.width, frame.size.height, frame.lineSize};
+  const auto width = static_cast<unsigned long>(frame.size.width),
+             height = static_cast<unsigned long>(frame.size.height);
+  return {frame.type, frame.bytes.data(), frame.bytes.size(), width, height, frame.lineSize};
 }
 
 Bytes ConvertFrame(const RawFrame& frame, const PixelTypeID& to, const Treatment& treatment) {
   const ImageSize size = ConvertedSize(frame);
-  Bytes converted(RequiredSize(to, size.width, size.height).value_or(0));
-  const ImageView destination{to, converted.data(), converted.size(), size.width, size.height};
+  const auto width = static_cast<unsigned long>(size.width), height = static_cast<unsigned long>(size.height);
+  Bytes converted(RequiredSize(to, width, height).value_or(0));
+  const ImageView destination{to, converted.data(), converted.size(), width, height};
   const ConversionResult result = Converted(frame, destination, treatment);
   if (!result.IsOK()) throw std::runtime_error(result.message);
   return converted;
