@@ -117,7 +117,7 @@ Form CheckedForm(const Tiff& tiff) {
   Refuse(!isGray && !isColor,
          "has colours of kind " + std::to_string(form.photometric) + " in " + std::to_string(form.samples) + " samples",
          "gray and RGB");
-  // More only cost memory: what is behind the colours is never read.
+  // More would only cost memory: samples after the colours are never read.
   Refuse(form.samples > kMostSamples, "has " + std::to_string(form.samples) + " samples a pixel",
          "1 to " + std::to_string(kMostSamples));
   Refuse(TIFFIsTiled(tiff.get()) != 0, "has tiles", "strips");

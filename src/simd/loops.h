@@ -202,8 +202,8 @@ Channels<Sample> DecodeBlocks(const SourceLines& lines, std::size_t first, std::
     i += kStep;
     at += BytesOf<Layout>(kStep);
   };
-  // The steps of the loop count beside quick layouts: of gray as many blocks at once as fill a cache line of the room,
-  // of colours two where they are not as long.
+  // Beside quick layouts the steps of the loop take time. A step decodes as many blocks of gray as fill a cache line of
+  // the room, and two blocks of colours where one is shorter than that.
   constexpr std::size_t kTogether = Layout::kGray ? 64 / kLanes : kLanes < 64 ? 2 : 1;
   while (i + kTogether * kStep <= count) {
     FetchAhead<Layout>(in, 0, at, kTogether * kStep);
