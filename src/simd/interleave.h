@@ -14,6 +14,13 @@ inline constexpr std::size_t kUnit = sizeof(Sample) == 1 ? LM_BYTE_SHUFFLE : LM_
 template <class Sample>
 using AllLanes = std::make_index_sequence<kBlock<Sample>>;
 
+/// Even lanes of one, odd lanes of another: a blend.
+template <std::size_t... kLane>
+inline U16 EvenOdd(U16 even, U16 odd, std::index_sequence<kLane...>) {
+  return __builtin_shufflevector(even, odd, (kLane % 2 != 0 ? kLane + sizeof...(kLane) : kLane)...);
+}
+inline U16 EvenOdd(U16 even, U16 odd) { return EvenOdd(even, odd, std::make_index_sequence<kLanes / 2>{}); }
+
 // Threes. 3 is invertible modulo a unit, so the samples c, 3 + c, 6 + c ... of three units are in different lanes: one
 // shuffle within a unit moves a channel, and blends, which cost least, do the rest. In a unit of 16 samples:
 //

@@ -70,6 +70,15 @@ inline U16 NarrowLumaLanes(const RgbLanes<std::uint16_t>& in, const LumaWeights&
   return in.g + U16(ClampPack(low >> 8, high >> 8));
 }
 
+/// The same of words in lanes of 32 bits: (77 r + 29 b) + (150 g + 128), products of signed words again.
+inline U32 LumaOfPixels(const WordPixels& in, const LumaWeights& weights) {
+  return U32(MultiplyAdd(I16(in.redBlue ^ 0x80008000), WeightPair(weights.red, weights.blue)) +
+             MultiplyAdd(I16(in.green ^ 0x18000), WeightPair(kGreenWeight, kLumaHalf)));
+}
+inline U16 LumaLanes(const WordColumns& in, const LumaWeights& weights) {
+  return EvenOdd(U16(LumaOfPixels(in.even, weights) >> 8), U16(LumaOfPixels(in.odd, weights) << 8)) ^ 0x8000;
+}
+
 template <class To>
 inline void StoreLumaWords(const RgbLanes<std::uint16_t>& in, To to, const FitLanes& fit) {
   Store(fit(LumaLanes(in)), to);

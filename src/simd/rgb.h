@@ -24,6 +24,16 @@ struct RgbLanes {
   Lanes<Sample> r, g, b;
 };
 
+/// Half a block of pixels of words in lanes of 32 bits: red with blue in the upper half, and green with nothing there.
+struct WordPixels {
+  U32 redBlue, green;
+};
+
+/// A block of pixels of words, those in even and those in odd columns apart.
+struct WordColumns {
+  WordPixels even, odd;
+};
+
 /// Half a register of pixels, in words that are not yet clamped to bytes.
 struct RgbWords {
   I16 r, g, b;

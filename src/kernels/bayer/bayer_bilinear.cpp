@@ -1,5 +1,6 @@
 // Bayer mosaic, bilinear method: each pixel of a line from its own sample and the eight around it. The rows are the one
 // above, the pixels' own, and the one below, all beginning one sample left of the first pixel.
+#include "kernels/bayer/bilinear_wide.h"
 #include "kernels/bayer/bilinear_words.h"
 #include "kernels/writers/interleaved.h"
 #include "kernels/writers/luma.h"
@@ -104,7 +105,11 @@ struct BilinearWordsLayout : BilinearLayout<std::uint16_t> {
 #if LM_LANES
   template <class Reader>
   static RgbLanes<std::uint16_t> Block(const Reader& read, Of<std::uint16_t>) {
-    return BilinearWords(read);
+    const Site site = read.in.site;
+    if (read.in.mask < 1U << 13) {
+      return BilinearWords(LoadWordsAround(read, 0), LoadWordsAround(read, 1), LoadWordsAround(read, 2), site);
+    }
+    return InTurn(BilinearWide(LoadWideRow(read, 0), LoadWideRow(read, 1), LoadWideRow(read, 2), site));
   }
 #endif
 };
@@ -139,11 +144,17 @@ struct BilinearWordPair : PairOfLines<BilinearWordsLayout> {
 #if LM_LANES
   template <class Reader, class Store>
   static void Blocks(const Reader& read, const Store& store) {
-    using Sums = std::conditional_t<kNarrow, NarrowSums, WideSums>;
-    const WordColumns row[] = {LoadWordColumns(read, 0), LoadWordColumns(read, 1), LoadWordColumns(read, 2),
-                               LoadWordColumns(read, 3)};
-    store(0, BilinearWordsBy<Sums>(row[0], row[1], row[2], read.in.site));
-    store(1, BilinearWordsBy<Sums>(row[1], row[2], row[3], Below(read.in.site)));
+    const Site site = read.in.site;
+    if constexpr (kNarrow) {
+      const WordsAround row[] = {LoadWordsAround(read, 0), LoadWordsAround(read, 1), LoadWordsAround(read, 2),
+                                 LoadWordsAround(read, 3)};
+      store(0, BilinearWords(row[0], row[1], row[2], site));
+      store(1, BilinearWords(row[1], row[2], row[3], Below(site)));
+    } else {
+      const WideRow row[] = {LoadWideRow(read, 0), LoadWideRow(read, 1), LoadWideRow(read, 2), LoadWideRow(read, 3)};
+      store(0, BilinearWide(row[0], row[1], row[2], site));
+      store(1, BilinearWide(row[1], row[2], row[3], Below(site)));
+    }
   }
 #endif
 };

@@ -62,6 +62,10 @@ class LumaToWords {
       Store(FitLanes(mFit)(kNarrow ? NarrowLumaLanes(in, mWeights) : LumaLanes(in, mWeights)), to);
     }
   }
+  template <class To>
+  void Block(const WordColumns& in, To to) const {
+    Store(FitLanes(mFit)(LumaLanes(in, mWeights)), to);
+  }
 #endif
 
  private:
