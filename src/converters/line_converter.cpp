@@ -44,9 +44,8 @@ class LineConverter::Lines {
         mInFull(converter.mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0),
         mFit(FitOf(sizeof(Sample) == 1 ? 8 : converter.mSource.depth, converter.mWriter, mInFull)),
         mMatrix(MatrixOf(frame.flags, IsLuma(converter.mWriter))),
-        mSteps{Format().decode.template Of<Sample>().Active(), Format().groupPixels, Format().Is(kBytes), nullptr,
-               converter.mWriter} {
-    if (!Format().Is(kGray)) ChooseSteps(frame);
+        mSteps{Decoder(), Format().groupPixels, Format().Is(kBytes), nullptr, StoredBy()} {
+    if (!Format().Is(kGray)) FindTables(frame);
     mNeedsNoStrip = NeedsNoStrip(mSteps, TargetAt(frame.destination, frame, mFit, converter.mWriter));
   }
 
@@ -83,12 +82,23 @@ class LineConverter::Lines {
   }
 
  private:
-  void ChooseSteps(const Frame& frame) {
+  // Whether gray is decoded: of YUV by a matrix, and of layouts that make it at once where no colour is looked up.
+  bool DecodesLuma() const {
+    if (Format().decodeLuma.template Of<Sample>().of[0] == nullptr || !IsLuma(mConverter.mWriter)) return false;
+    return Format().decodeByMatrix.of[0] != nullptr ? IsByMatrix() : mFrame.filter == nullptr;
+  }
+  DecodeKernel<Sample>* Decoder() const {
+    if (DecodesLuma()) return Format().decodeLuma.template Of<Sample>().Active();
     if constexpr (sizeof(Sample) == 1) {
-      if (IsByMatrix()) {
-        mSteps.decode = (IsLuma(mSteps.writer) ? Format().decodeLuma : Format().decodeByMatrix).Active();
-      }
+      if (IsByMatrix()) return Format().decodeByMatrix.Active();
     }
+    return Format().decode.template Of<Sample>().Active();
+  }
+  const Writer& StoredBy() const {
+    return DecodesLuma() && mFrame.filter == nullptr ? GrayWriterOf(mConverter.mWriter) : mConverter.mWriter;
+  }
+
+  void FindTables(const Frame& frame) {
     if (sizeof(Sample) == 1 && mInFull) {
       mSteps.widening = LookupOf<std::uint16_t>(frame, 8, mSteps.writer);
     } else {

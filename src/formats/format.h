@@ -62,7 +62,7 @@ struct Format {
   const char* name;  ///< of its kernel
   SampleTwins<DecodeKernel> decode;
   Twins<DecodeKernel<std::uint8_t>> decodeByMatrix;  ///< of YUV; null of other layouts
-  Twins<DecodeKernel<std::uint8_t>> decodeLuma;      ///< of YUV, to gray; null of other layouts
+  SampleTwins<DecodeKernel> decodeLuma;              ///< to gray, of YUV by a matrix; null where there is none
   std::uint32_t groupPixels;                         ///< pixels that are stored together
   std::uint32_t groupBits;                           ///< the bits that they take; of planar layouts, in one plane
   WholeGroups groups;

@@ -16,6 +16,12 @@ namespace LmImagingLib {
   LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name)           \
   LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name##ByMatrix) \
   LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name##Luma)
+#define LM_LUMA_FORMAT(Name, ...)                      \
+  LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name) \
+  LM_DECLARE_IN_SETS(DecodeKernel<std::uint8_t>, Name##Luma)
+#define LM_WIDE_LUMA_FORMAT(Name, ...) \
+  LM_WIDE_FORMAT(Name, __VA_ARGS__)    \
+  LM_WIDE_FORMAT(Name##Luma, __VA_ARGS__)
 #define LM_SHORTCUT(Layout, Destination, Name) LM_DECLARE_IN_SETS(DirectKernel, Name)
 #define LM_WIDE_SHORTCUT(Layout, Destination, Name) \
   LM_DECLARE_IN_SETS(DirectKernel, Name)            \
@@ -24,24 +30,36 @@ namespace LmImagingLib {
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
 #undef LM_YUV_FORMAT
+#undef LM_LUMA_FORMAT
+#undef LM_WIDE_LUMA_FORMAT
 #undef LM_SHORTCUT
 #undef LM_WIDE_SHORTCUT
 
 inline constexpr Format kFormats[] = {
 #define LM_FORMAT(Name, ...) {#Name, {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}}, {}, {}, __VA_ARGS__},
 #define LM_WIDE_FORMAT(Name, ...) {#Name, LM_WIDE_TWINS(DecodeKernel, Name), {}, {}, __VA_ARGS__},
-#define LM_YUV_FORMAT(Name, ...)                         \
-  {#Name,                                                \
-   {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}},     \
-   LM_TWINS(DecodeKernel<std::uint8_t>, Name##ByMatrix), \
-   LM_TWINS(DecodeKernel<std::uint8_t>, Name##Luma),     \
+#define LM_YUV_FORMAT(Name, ...)                           \
+  {#Name,                                                  \
+   {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}},       \
+   LM_TWINS(DecodeKernel<std::uint8_t>, Name##ByMatrix),   \
+   {LM_TWINS(DecodeKernel<std::uint8_t>, Name##Luma), {}}, \
    __VA_ARGS__},
+#define LM_LUMA_FORMAT(Name, ...)                          \
+  {#Name,                                                  \
+   {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}},       \
+   {},                                                     \
+   {LM_TWINS(DecodeKernel<std::uint8_t>, Name##Luma), {}}, \
+   __VA_ARGS__},
+#define LM_WIDE_LUMA_FORMAT(Name, ...) \
+  {#Name, LM_WIDE_TWINS(DecodeKernel, Name), {}, LM_WIDE_TWINS(DecodeKernel, Name##Luma), __VA_ARGS__},
 #define LM_SHORTCUT(Layout, Destination, Name)
 #define LM_WIDE_SHORTCUT(Layout, Destination, Name)
 #include "formats/formats.inc"
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
 #undef LM_YUV_FORMAT
+#undef LM_LUMA_FORMAT
+#undef LM_WIDE_LUMA_FORMAT
 #undef LM_SHORTCUT
 #undef LM_WIDE_SHORTCUT
 };
@@ -50,6 +68,8 @@ inline constexpr Shortcut kShortcuts[] = {
 #define LM_FORMAT(Name, ...)
 #define LM_WIDE_FORMAT(Name, ...)
 #define LM_YUV_FORMAT(Name, ...)
+#define LM_LUMA_FORMAT(Name, ...)
+#define LM_WIDE_LUMA_FORMAT(Name, ...)
 #define LM_SHORTCUT(Layout, Destination, Name) {#Layout, &Writers::k##Destination, LM_TWINS(DirectKernel, Name), {}},
 #define LM_WIDE_SHORTCUT(Layout, Destination, Name) \
   {#Layout, &Writers::k##Destination, LM_TWINS(DirectKernel, Name), LM_TWINS(DirectKernel, Name##Words)},
@@ -57,6 +77,8 @@ inline constexpr Shortcut kShortcuts[] = {
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
 #undef LM_YUV_FORMAT
+#undef LM_LUMA_FORMAT
+#undef LM_WIDE_LUMA_FORMAT
 #undef LM_SHORTCUT
 #undef LM_WIDE_SHORTCUT
 };

@@ -105,4 +105,11 @@ constexpr bool IsLuma(const Writer& writer) {
   return false;
 }
 
+/// The writer of the same samples that takes gray.
+constexpr const Writer& GrayWriterOf(const Writer& luma) {
+  std::size_t k = 0;
+  while (kLumaWriters[k] != &luma) ++k;
+  return *kGrayWriters[k];
+}
+
 }  // namespace LmImagingLib

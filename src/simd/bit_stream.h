@@ -123,6 +123,36 @@ struct ColorStream : BitStream<kBits> {
                                      PackedBlock<Stream, 2, 3>(read, samples)};
     return {Deinterleave<0, Sample>(window), Deinterleave<1, Sample>(window), Deinterleave<2, Sample>(window)};
   }
+
+  // Four pixels of 10 bits are in 15 bytes. Lane l of these is a sample of pixel l / 2 of each four: red or blue, which
+  // are two samples apart, or green twice.
+  template <std::size_t kFirst, std::size_t kApart>
+  struct SampleOfPixel {
+    static constexpr std::size_t At(std::size_t lane) { return 3 * (lane / 2) + kFirst + kApart * (lane % 2); }
+  };
+  template <class Samples>
+  struct BytesOf {
+    static constexpr std::size_t At(std::size_t lane, std::size_t byte) {
+      return Stream::TwoBytes::At(Samples::At(lane), byte);
+    }
+  };
+  template <class Samples>
+  struct ToTopOf {
+    static constexpr unsigned At(std::size_t lane) { return Stream::ToTop::At(Samples::At(lane)); }
+  };
+  template <class Groups, class Samples, class Reader, class Sample>
+  static U32 Pairs(const Reader& read, Of<Sample>) {
+    const U16 tops = PackedWords<Groups, BytesOf<Samples>>(read, 0) * EightValues<ToTopOf<Samples>>();
+    return U32(tops >> (sizeof(Sample) == 1 ? 8 : 16 - kBits));
+  }
+
+  /// Register `kPart` of a block's `kParts` registers of pixels.
+  template <std::size_t kPart, std::size_t kParts, class Reader, class Sample>
+  static WordPixels Pixels(const Reader& read, Of<Sample> samples) {
+    static_assert(kBits == 10);
+    using Fours = Groups<15, kParts * kWordGroups, kPart * kWordGroups, 1>;
+    return {Pairs<Fours, SampleOfPixel<0, 2>>(read, samples), Pairs<Fours, SampleOfPixel<1, 0>>(read, samples)};
+  }
 #endif
 };
 

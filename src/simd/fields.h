@@ -22,17 +22,26 @@ inline U32 CollectPairs(U32 v, std::index_sequence<kLane...>) {
   return __builtin_shufflevector(v, v, (kLane / 2 % kUnits * 4 + kLane / 2 / kUnits * 2 + kLane % 2)...);
 }
 
+/// The numbers of four registers, at most 255, as bytes in their order.
+inline U8 NarrowInOrder(const I32 (&v)[4]) {
+  const I16 first = ClampPack(v[0], v[1]), second = ClampPack(v[2], v[3]);
+  return U8(Collect(U32(ClampJoin(first, second)), std::make_index_sequence<kLanes / 4>{}));
+}
+/// Those of two registers, at most 32767, as words.
+inline U16 NarrowInOrder(const I32 (&v)[2]) {
+  return U16(CollectPairs(U32(ClampPack(v[0], v[1])), std::make_index_sequence<kLanes / 4>{}));
+}
+
 /// Bits `at` to `at` + 7 of each pixel of four registers.
 inline U8 FieldOf(const U32 (&pixels)[4], unsigned at) {
   const auto field = [&](std::size_t k) { return I32(pixels[k] >> at & 0xFF); };
-  const I16 first = ClampPack(field(0), field(1)), second = ClampPack(field(2), field(3));
-  return U8(Collect(U32(ClampJoin(first, second)), std::make_index_sequence<kLanes / 4>{}));
+  return NarrowInOrder({field(0), field(1), field(2), field(3)});
 }
 
 /// The bits of `mask`, at most 15, from bit `at` on of each pixel of two registers.
 inline U16 FieldOf(const U32 (&pixels)[2], unsigned at, std::uint32_t mask) {
   const auto field = [&](std::size_t k) { return I32(pixels[k] >> at & mask); };
-  return U16(CollectPairs(U32(ClampPack(field(0), field(1))), std::make_index_sequence<kLanes / 4>{}));
+  return NarrowInOrder({field(0), field(1)});
 }
 
 }  // namespace

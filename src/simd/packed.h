@@ -31,7 +31,7 @@ struct Groups {
   static constexpr std::size_t ByteAt(std::size_t group, std::size_t byte) { return group * kBytesOfEight + byte; }
 #elif LM_WORD_SHUFFLE == 64
   // One register holds all the bytes, too. A shuffle of words brings each group into 16 bytes of its own.
-  static_assert(kStep == 1 && kBytesOfEight % 2 == 0);
+  static_assert(kStep == 1);
   struct WordOfGroup {
     static constexpr std::size_t At(std::size_t lane) { return lane / 8 * kBytesOfEight / 2 + lane % 8; }
   };
@@ -41,7 +41,10 @@ struct Groups {
     return U8(Pick<WordOfGroup>(window));
   }
 
-  static constexpr std::size_t ByteAt(std::size_t group, std::size_t byte) { return group * 16 + byte; }
+  // A group may begin with the second byte of a word.
+  static constexpr std::size_t ByteAt(std::size_t group, std::size_t byte) {
+    return group * 16 + group * kBytesOfEight % 2 + byte;
+  }
 #else
   // The 16 bytes of the last group begin earlier than its samples, as they must not pass the end of the block.
   static constexpr std::size_t Early(std::size_t group) {

@@ -41,24 +41,33 @@ struct FewBits {
     }
   };
 
+  struct Bit {
+    static constexpr unsigned At(std::size_t word) { return 1U << word; }
+  };
+
   template <class Sample, class Reader>
-  static U16 Moved(const Reader& read) {
+  static U8 Bytes(const Reader& read) {
     const U8 bytes = read.First(0, 0, kBlock<Sample> / kPixels);
 #if LM_LANES == 32
     const U8 window[] = {Units<0, 0>(bytes, bytes)};
 #else
     const U8 window[] = {bytes};
 #endif
-    return U16(Pick<ByteIndex<Sample>>(window)) * EightValues<Up<Sample>>();
+    return Pick<ByteIndex<Sample>>(window);
   }
 
+  // A lane in which a comparison holds is all ones, which is white.
   template <class Reader>
   static U16 Block(const Reader& read, Of<std::uint16_t>) {
-    return (Moved<std::uint16_t>(read) >> (16 - kBits)) * kRepeat<std::uint16_t>;
+    const U16 words = U16(Bytes<std::uint16_t>(read));
+    if constexpr (kBits == 1) return U16((words & EightValues<Bit>()) != 0);
+    return (words * EightValues<Up<std::uint16_t>>() >> (16 - kBits)) * kRepeat<std::uint16_t>;
   }
   template <class Reader>
   static U8 Block(const Reader& read, Of<std::uint8_t>) {
-    const U16 moved = Moved<std::uint8_t>(read);
+    const U8 bytes = Bytes<std::uint8_t>(read);
+    if constexpr (kBits == 1) return U8((bytes & U8(U64{} + 0x8040201008040201)) != 0);
+    const U16 moved = U16(bytes) * EightValues<Up<std::uint8_t>>();
     return U8(((moved & static_cast<std::uint16_t>(kMask << 8)) | (moved >> (8 - kBits) & kMask)) *
               kRepeat<std::uint8_t>);
   }

@@ -1,6 +1,7 @@
 // BGR of 10 bits packed in four bytes: the low bits of blue, green and red from bit 0 on, then the top 8 bits of each;
 // and RGB, which has them the other way around.
 #include "kernels/decoder.h"
+#include "kernels/rgb/color_luma.h"
 #include "kernels/rgb/exchanged.h"
 #include "simd/samples.h"
 
@@ -42,6 +43,18 @@ struct BGR10PackedV1Layout : ColorSamples<BGR10PackedV1Group, 1> {
     return {(second >> 8 << 2) | (first >> 4 & 3), ((second & 0xFF) << 2) | (first >> 2 & 3),
             (first >> 8 << 2) | (first & 3)};
   }
+
+  template <std::size_t kPart, std::size_t, class Reader>
+  static WordPixels Pixels(const Reader& read, Of<std::uint8_t>) {
+    const U32 v = U32(read(0, kPart * kLanes));
+    return {v >> 24 | (v << 8 & 0xFF0000), v >> 16 & 0xFF};
+  }
+  template <std::size_t kPart, std::size_t, class Reader>
+  static WordPixels Pixels(const Reader& read, Of<std::uint16_t>) {
+    const U32 v = U32(read(0, kPart * kLanes));
+    return {(v >> 22 & 0x3FC) | (v >> 4 & 3) | (v << 10 & 0x3FC0000) | (v << 16 & 0x30000),
+            (v >> 14 & 0x3FC) | (v >> 2 & 3)};
+  }
 #endif
 };
 
@@ -50,3 +63,5 @@ struct BGR10PackedV1Layout : ColorSamples<BGR10PackedV1Group, 1> {
 
 LM_EXPORT_WIDE_DECODER(BGR10PackedV1, BGR10PackedV1Layout)
 LM_EXPORT_WIDE_DECODER(RGB10V1Packed, RedBlueExchanged<BGR10PackedV1Layout>)
+LM_EXPORT_WIDE_LUMA_DECODER(BGR10PackedV1, LumaOf<BGR10PackedV1Layout>)
+LM_EXPORT_WIDE_LUMA_DECODER(RGB10V1Packed, LumaOf<BGR10PackedV1Layout, First::kBlue>)

@@ -1,8 +1,8 @@
 // BGR of 10 bits packed in a 32-bit little-endian word: blue in bits 9-0, green in 19-10, red in 29-20;
 // and RGB, which has red in bits 9-0.
 #include "kernels/decoder.h"
+#include "kernels/rgb/color_luma.h"
 #include "kernels/rgb/exchanged.h"
-#include "simd/fields.h"
 #include "simd/loops.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -35,6 +35,14 @@ struct BGR10PackedV2Layout {
     const U32 pixels[] = {U32(read(0, 0)), U32(read(0, kLanes))};
     return {FieldOf(pixels, 20, 0x3FF), FieldOf(pixels, 10, 0x3FF), FieldOf(pixels, 0, 0x3FF)};
   }
+
+  template <std::size_t kPart, std::size_t kParts, class Reader, class Sample>
+  static WordPixels Pixels(const Reader& read, Of<Sample>) {
+    constexpr unsigned kDown = sizeof(Sample) == 1 ? 2 : 0;
+    constexpr std::uint32_t kMask = 0x3FF >> kDown;
+    const U32 pixels = U32(read(0, kPart * kLanes)) >> kDown;
+    return {(pixels >> 20 & kMask) | (pixels & kMask) << 16, pixels >> 10 & kMask};
+  }
 #endif
 };
 
@@ -43,3 +51,5 @@ struct BGR10PackedV2Layout {
 
 LM_EXPORT_WIDE_DECODER(BGR10PackedV2, BGR10PackedV2Layout)
 LM_EXPORT_WIDE_DECODER(RGB10p32, RedBlueExchanged<BGR10PackedV2Layout>)
+LM_EXPORT_WIDE_LUMA_DECODER(BGR10PackedV2, LumaOf<BGR10PackedV2Layout>)
+LM_EXPORT_WIDE_LUMA_DECODER(RGB10p32, LumaOf<BGR10PackedV2Layout, First::kBlue>)

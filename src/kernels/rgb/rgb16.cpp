@@ -1,5 +1,6 @@
 // RGB16: a 16-bit little-endian word, red in bits 15-11, green in 10-5, blue in 4-0. RGB565p: red in the low bits.
 #include "kernels/decoder.h"
+#include "kernels/rgb/color_luma.h"
 #include "kernels/rgb/exchanged.h"
 #include "simd/loops.h"
 
@@ -27,8 +28,29 @@ struct RGB16Layout {
 #endif
 };
 
+// A weight fits words with its color of 8 bits, so that pixels become luma where they are.
+template <First kFirst>
+struct LumaOfRGB16 : LumaOf<RGB16Layout, kFirst> {
+#if LM_LANES
+  template <class Reader>
+  static U8 Block(const Reader& read, Of<std::uint8_t>) {
+    const auto [first, second] = read.Words(0, 0);
+    return JoinWords(Luma(first), Luma(second));
+  }
+
+ private:
+  static U16 Luma(U16 v) {
+    constexpr LumaWeights kWeights = LumaOfRGB16::kWeights;
+    constexpr std::uint16_t kRed = 8 * kWeights.red, kGreen = 4 * kGreenWeight, kBlue = 8 * kWeights.blue;
+    return ((v >> 11) * kRed + (v >> 5 & 63) * kGreen + (v & 31) * kBlue + std::uint16_t{kLumaHalf}) >> 8;
+  }
+#endif
+};
+
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(RGB16, RGB16Layout)
 LM_EXPORT_DECODER(RGB565p, RedBlueExchanged<RGB16Layout>)
+LM_EXPORT_LUMA_DECODER(RGB16, LumaOfRGB16<First::kRed>)
+LM_EXPORT_LUMA_DECODER(RGB565p, LumaOfRGB16<First::kBlue>)
