@@ -34,7 +34,7 @@ constexpr std::size_t BytesOf(std::size_t pixels) {
 
 /// Columns of a mosaic that a pixel takes: one, or those of a cell if the layout says so.
 template <class Layout>
-constexpr auto ColumnsOf(int) -> decltype(Layout::kColumns) {
+constexpr auto ColumnsOf(int) -> decltype(+Layout::kColumns) {
   return Layout::kColumns;
 }
 template <class Layout>
@@ -210,7 +210,7 @@ Channels<Sample> DecodeBlocks(const SourceLines& lines, std::size_t first, std::
     FetchRoom<Layout, Sample>(red + i, green + i, blue + i, kTogether, ahead);
     for (std::size_t k = 0; k < kTogether; ++k) decode();
   }
-  while (i + kStep <= count) decode();
+  while (i + kStep <= count) decode();  // NOLINT(bugprone-infinite-loop): it goes on to the next block
   if (!Layout::kGray && i < count && count >= kStep) {
     // Some colours once more are faster than a part of a block. Gray may be decoded in place, where its source is gone.
     i = count - kStep;

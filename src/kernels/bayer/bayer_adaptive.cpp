@@ -116,7 +116,7 @@ void AddRow(const PartedRows<Value>& in, const Value* const* differences, std::s
 
 template <class Writer>
 void AddTo(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
-           std::uint8_t* to) {
+           std::uint8_t* to) {  // NOLINT(readability-non-const-parameter): a kernel's
   AddRow(in, differences, (pixels + 1) / 2, ToPixels<Writer>{pixels, to});
 }
 

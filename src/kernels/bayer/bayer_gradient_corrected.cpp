@@ -47,7 +47,7 @@ void FilterRow(const PartedRows<Value>& in, std::size_t pairs, const To& to) {
 
 template <class Writer>
 void FilterTo(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/, std::size_t pixels,
-              std::uint8_t* to) {
+              std::uint8_t* to) {  // NOLINT(readability-non-const-parameter): a kernel's
   FilterRow(in, (pixels + 1) / 2, ToPixels<Writer>{pixels, to});
 }
 

@@ -59,12 +59,14 @@ struct ToPixels {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are templates and names
 /// Exports `Make<Writer>`, which stores the pixels of a row by a method, for each order and size of pixels of bytes.
 #define LM_EXPORT_ROW_PIXELS(Name, Make)                                     \
   LM_EXPORT_ROW_PIXELS_TO(Name##ToRGB24, Make<Interleaved<First::kRed, 3>>)  \
   LM_EXPORT_ROW_PIXELS_TO(Name##ToBGR24, Make<Interleaved<First::kBlue, 3>>) \
   LM_EXPORT_ROW_PIXELS_TO(Name##ToRGB32, Make<Interleaved<First::kRed, 4>>)  \
   LM_EXPORT_ROW_PIXELS_TO(Name##ToBGR32, Make<Interleaved<First::kBlue, 4>>)
+// NOLINTEND(bugprone-macro-parentheses)
 
 #define LM_EXPORT_ROW_PIXELS_TO(Name, ...)                                                                  \
   namespace LmImagingLib::LM_ISA {                                                                          \

@@ -5,6 +5,7 @@
 #include "kernels/yuv/yuv_luma.h"
 #include "kernels/yuv/yuv_to_rgb.h"
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the arguments are templates and names
 /// Exports the decoders of a layout of YUV, which has a row in formats.inc: `Name` by the system's own factors,
 /// `NameByMatrix` by a matrix that comes with the lines, and `NameLuma` to gray by such a matrix.
 /// @param Layout  a template of the positions, the bytes of a sample and the conversion of a colour
@@ -19,3 +20,4 @@
   LM_EXPORT_DECODER(Name, Name##Layout)                                  \
   LM_DEFINE_DECODER(std::uint8_t, Name##ByMatrix, Name##ByMatrixLayout)  \
   LM_DEFINE_DECODER(std::uint8_t, Name##Luma, Name##LumaLayout)
+// NOLINTEND(bugprone-macro-parentheses)
