@@ -67,13 +67,13 @@ void SubtractGreen(const PartedRows<Value>& rows, const std::int16_t* weights, s
     const auto inColumn = [&](std::ptrdiff_t by) { return Read(Column<kColor>(in.row[3 + by], in.odd, 0) + i); };
     const auto own = inRow(0);
     const auto along = Estimate(inRow), across = Estimate(inColumn);
-    const auto mean = (along * 4 + ReadWeights<Value>(weights + i) * (across - along) + 32) >> 6;
+    const auto mean = Rounded<6>(along * 4 + ReadWeights<Value>(weights + i) * (across - along));
     auto green = own + mean;
     // What passes the green neighbours is halved.
     const auto least = Lesser(Lesser(inRow(-1), inRow(1)), Lesser(inColumn(-1), inColumn(1)));
     const auto most = Greater(Greater(inRow(-1), inRow(1)), Greater(inColumn(-1), inColumn(1)));
     const auto none = Numbers<Value>{};
-    green = green + ((Greater(least - green, none) + 1) >> 1) - ((Greater(green - most, none) + 1) >> 1);
+    green = green + Rounded<1>(Greater(least - green, none)) - Rounded<1>(Greater(green - most, none));
     Write(own - Clamp(green, white), differences + i);
   }
 }
@@ -97,13 +97,13 @@ void AddDifferences(const PartedRows<Value>& rows, const Value* const* around, s
     const auto green = own - at(here, 0);
     const auto corners = near(-1) + near(1);
     const auto knights = near(-3) + near(3) + far(-1) + far(1);
-    const auto other = Clamp(green + ((10 * corners - knights + 16) >> 5), white);
+    const auto other = ClampColor(green + Rounded<5>(10 * corners - knights), white);
 
     // The green pixel is one column to the right, or to the left.
     const std::ptrdiff_t by = kGreen - kColor;
     const auto between = Read(Column<kGreen>(row, odd, 0) + i);
-    const auto line = Clamp(between + ((at(here, by - 1) + at(here, by + 1) + 1) >> 1), white);
-    const auto column = Clamp(between + ((near(by) + 1) >> 1), white);
+    const auto line = ClampColor(between + Rounded<1>(at(here, by - 1) + at(here, by + 1)), white);
+    const auto column = ClampColor(between + Rounded<1>(near(by)), white);
     const Colors<Value> colorPixel{own, green, other}, greenPixel{line, between, column};
     to(i, kColor == 0 ? colorPixel : greenPixel, kColor == 0 ? greenPixel : colorPixel);
   }

@@ -12,9 +12,6 @@ inline Colors<Value> ColorsAt(const PartedRows<Value>& in, std::size_t i, Number
   const auto at = [&](std::size_t row, std::ptrdiff_t by) {
     return Read(Column<kParity>(in.row[row], in.odd, by) + i);
   };
-  const auto rounded = [&](Numbers<Value> sum, int bits) {
-    return Clamp((sum + static_cast<Value>(1 << bits >> 1)) >> bits, white);
-  };
   const auto own = at(3, 0);
   const auto poles = at(2, 0) + at(4, 0), sides = at(3, -1) + at(3, 1);
   // The poles of the neighbours, which compilers then compute once.
@@ -22,12 +19,13 @@ inline Colors<Value> ColorsAt(const PartedRows<Value>& in, std::size_t i, Number
   const auto farPoles = at(1, 0) + at(5, 0), farSides = at(3, -2) + at(3, 2);
   if constexpr (kGreen) {
     const auto same = 10 * own - 2 * corners;
-    return {rounded(same + 8 * sides - 2 * farSides + farPoles, 4), own,
-            rounded(same + 8 * poles - 2 * farPoles + farSides, 4)};
+    return {ClampColor(Rounded<4>(same + 8 * sides - 2 * farSides + farPoles), white), own,
+            ClampColor(Rounded<4>(same + 8 * poles - 2 * farPoles + farSides), white)};
   } else {
     const auto far = farPoles + farSides;
     // Half of 8 own + 4 (poles + sides) - 2 far.
-    return {own, rounded(4 * own + 2 * (poles + sides) - far, 3), rounded(12 * own + 4 * corners - 3 * far, 4)};
+    return {own, ClampColor(Rounded<3>(4 * own + 2 * (poles + sides) - far), white),
+            ClampColor(Rounded<4>(12 * own + 4 * corners - 3 * far), white)};
   }
 }
 

@@ -59,8 +59,14 @@ inline Vector Choose(Vector condition, Vector a, Vector b) {
   return condition ? a : b;
 }
 
-/// The samples of even and of odd columns in turn.
-inline U8 Columns(I16 even, I16 odd) { return U8(U16(even) | U16(odd) << 8); }
+// The bytes of the words of two registers that were joined within each 16 bytes, in turn.
+template <std::size_t... kLane>
+inline U8 InTurn(U8 joined, std::index_sequence<kLane...>) {
+  return __builtin_shufflevector(joined, joined, (kLane / 16 * 16 + kLane % 16 / 2 + kLane % 2 * 8)...);
+}
+
+/// The samples of even and of odd columns in turn. Those that become bytes are clamped.
+inline U8 Columns(I16 even, I16 odd) { return InTurn(ClampJoin(even, odd), std::make_index_sequence<kLanes>{}); }
 inline U16 Columns(I32 even, I32 odd) { return U16(U32(even) | U32(odd) << 16); }
 template <class Vector, class Sample>
 inline void StoreColumns(Vector even, Vector odd, Sample* to) {
@@ -108,6 +114,23 @@ inline const Value* Column(const Value* row, std::ptrdiff_t odd, std::ptrdiff_t 
 template <class Vector>
 inline Vector Clamp(Vector v, Vector white) {
   return Greater(Lesser(v, white), Vector{});
+}
+/// The same of a colour that is stored next, and clamped there if it becomes a byte.
+template <class Vector>
+inline Vector ClampColor(Vector v, Vector white) {
+#if LM_LANES
+  if constexpr (sizeof(v[0]) == 2) return v;
+#endif
+  return Clamp(v, white);
+}
+
+/// v / 2^kBits, halves rounded up.
+template <int kBits, class Vector>
+inline Vector Rounded(Vector v) {
+#if LM_LANES
+  if constexpr (sizeof(v[0]) == 2) return MultiplyRounded(v, 1 << (15 - kBits));
+#endif
+  return (v + (1 << kBits >> 1)) >> kBits;
 }
 
 }  // namespace

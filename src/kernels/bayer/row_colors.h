@@ -32,12 +32,10 @@ struct ToPixels {
     std::uint8_t* const at = to + 2 * i * Writer::kBytes;
     const std::size_t rest = pixels - 2 * i;
 #if LM_LANES
-    const RgbLanes<std::uint8_t> block{Columns(even.line, odd.line), Columns(even.green, odd.green),
-                                       Columns(even.column, odd.column)};
     if (rest >= kLanes) {
-      Writer::Block(block, at);
+      StoreBlock(even, odd, at);
     } else {
-      Writer::Block(block, Part{at, rest * Writer::kBytes});
+      StoreBlock(even, odd, Part{at, rest * Writer::kBytes});
     }
 #else
     Writer::Pixel(Pixel(even), at);
@@ -45,7 +43,23 @@ struct ToPixels {
 #endif
   }
 
-#if !LM_LANES
+#if LM_LANES
+  template <class To>
+  static void StoreBlock(const Colors<std::int16_t>& even, const Colors<std::int16_t>& odd, To at) {
+    if constexpr (Writer::kBytes == 3 && !LM_STORES_IN_TURN) {
+      // Two pixels are three words, which move in fewer steps than six bytes.
+      constexpr bool kRedFirst = Writer::kFirstColor == First::kRed;
+      const auto first = [](const Colors<std::int16_t>& of) { return kRedFirst ? of.line : of.column; };
+      const auto last = [](const Colors<std::int16_t>& of) { return kRedFirst ? of.column : of.line; };
+      StoreInterleaved<std::uint16_t>(U16(Columns(first(even), even.green)), U16(Columns(last(even), first(odd))),
+                                      U16(Columns(odd.green, last(odd))), at);
+    } else {
+      Writer::Block(RgbLanes<std::uint8_t>{Columns(even.line, odd.line), Columns(even.green, odd.green),
+                                           Columns(even.column, odd.column)},
+                    at);
+    }
+  }
+#else
   static Rgb<std::uint8_t> Pixel(const Colors<std::int16_t>& colors) {
     return {static_cast<std::uint8_t>(colors.line), static_cast<std::uint8_t>(colors.green),
             static_cast<std::uint8_t>(colors.column)};

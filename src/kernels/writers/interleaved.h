@@ -12,6 +12,7 @@ enum class First { kRed, kBlue };
 template <First kFirst, std::size_t kPixelBytes>
 struct Interleaved {
   static constexpr std::size_t kBytes = kPixelBytes;
+  static constexpr First kFirstColor = kFirst;
 
   static void Pixel(Rgb<std::uint8_t> pixel, std::uint8_t* to) {
     to[0] = kFirst == First::kRed ? pixel.r : pixel.b;
