@@ -21,7 +21,7 @@ struct GuessOptions {
 };
 
 /// The likeliest readings of a file without a header, best first; empty if no type and size have its number of bytes.
-/// It takes some tenths of a second.
+/// It takes one to two seconds.
 ///
 /// The order of red and blue is not in the bytes; the commoner one comes first. Nor are bits that no pixel uses: of the
 /// types that have room for all values, the one with the fewest bits comes first.
