@@ -28,7 +28,7 @@ struct RGB16Layout {
 #endif
 };
 
-// A weight fits words with its color of 8 bits, so that pixels become luma where they are.
+// A weight fits words with its colour of 8 bits, so that pixels become luma where they are.
 template <First kFirst>
 struct LumaOfRGB16 : LumaOf<RGB16Layout, kFirst> {
 #if LM_LANES
