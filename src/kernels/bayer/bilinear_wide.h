@@ -4,7 +4,7 @@
 #include "simd/loops.h"
 
 // The bilinear method for samples of 14 to 16 bits, whose sums are computed in lanes of 32 bits: pixels in even columns
-// in one register, those in odd columns in another. Each is of one kind of site, so that no lane is computed in vain.
+// in one register, those in odd columns in another. All pixels of a register are of one kind of site and need the same.
 #if LM_LANES
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -39,7 +39,8 @@ inline U32 Fifth(U32 sum) {
 /// Words of the lower halves of one register's lanes, and of the upper halves of another's.
 inline U32 WordPairs(U32 low, U32 high) { return U32(EvenOdd(U16(low), U16(high))); }
 
-/// Pixels of one kind of site. Words that go into the upper halves of lanes are shifted there without being cut first.
+/// Pixels of one kind of site. Words for the upper halves of lanes are shifted there as they are; `WordPairs` drops the
+/// bits below.
 inline WordPixels WidePixels(const WideSamples& own, const WideSamples& around, Site site) {
   const U32 horizontal = own.left + own.right, corners = around.left + around.right;
   const bool redInLine = IsInRedRow(site);

@@ -28,7 +28,7 @@ struct RGB16Layout {
 #endif
 };
 
-// A weight fits words with its colour of 8 bits, so that pixels become luma where they are.
+// The weighted sum of colours of 8 bits fits a word, so that luma is computed in the words of the pixels.
 template <First kFirst>
 struct LumaOfRGB16 : LumaOf<RGB16Layout, kFirst> {
 #if LM_LANES
