@@ -79,7 +79,7 @@ inline U16 LumaLanes(const WordColumns& in, const LumaWeights& weights) {
   return EvenOdd(U16(LumaOfPixels(in.even, weights) >> 8), U16(LumaOfPixels(in.odd, weights) << 8)) ^ 0x8000;
 }
 
-/// The same of samples of at most 15 bits.
+/// Luma of samples of at most 15 bits in lanes of 32 bits.
 inline I32 LumaOfNarrow(const WordPixels& in, const LumaWeights& weights) {
   return (MultiplyAdd(I16(in.redBlue), WeightPair(weights.red, weights.blue)) +
           MultiplyAdd(I16(in.green), WeightPair(kGreenWeight, 0)) + std::int32_t{kLumaHalf}) >>

@@ -18,6 +18,7 @@ namespace {
 inline constexpr std::size_t kWordGroups = kLanes / 16;
 
 /// Some groups of a block of `kBlockGroups` groups of `kBytesOfEight` bytes: those from `kFirst` on, `kStep` apart.
+/// Four pixels of three samples that take 15 bytes are a group, too.
 template <std::size_t kBytesOfEight, std::size_t kBlockGroups, std::size_t kFirst, std::size_t kStep>
 struct Groups {
 #if LM_BYTE_SHUFFLE == 64

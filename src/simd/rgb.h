@@ -24,7 +24,8 @@ struct RgbLanes {
   Lanes<Sample> r, g, b;
 };
 
-/// Half a block of pixels of words in lanes of 32 bits: red with blue in the upper half, and green with nothing there.
+/// Half a block of pixels in lanes of 32 bits: red with blue in the upper half, and green. Words of 16 bits have 0
+/// above green; narrower ones may have anything there.
 struct WordPixels {
   U32 redBlue, green;
 };
