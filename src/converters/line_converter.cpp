@@ -50,10 +50,12 @@ class LineConverter::Lines {
   }
 
   void ConvertPixels(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels) const {
-    const TargetLine target = TargetAt(destination, mFrame, mFit, mSteps.writer);
-    const SourceLines lines = LinesAt(source);
+    TargetLine target = TargetAt(destination, mFrame, mFit, mSteps.writer);
+    SourceLines lines = LinesAt(source);
     const Shortcut* const shortcut = mConverter.mShortcut;
     if (shortcut != nullptr && KeepsBits() && mSteps.tables == nullptr && !IsByMatrix() && !target.opaque) {
+      // Shortcuts of layouts other than YUV only move bytes.
+      if (!mFrame.fetchesMoves && Format().decodeByMatrix.of[0] == nullptr) lines.ahead = target.ahead = 0;
       ConvertDirectly(shortcut->convert.Active(), mSteps.groupPixels, mSteps.writer, lines, pixels, &target, 0);
     } else if (mNeedsNoStrip && pixels * mSteps.writer.pixelBytes < kFewBytes &&
                reinterpret_cast<std::uintptr_t>(destination) % sizeof(Sample) == 0) {

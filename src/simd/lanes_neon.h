@@ -35,6 +35,11 @@ inline U8 ClampJoin(I16 low, I16 high) { return U8(vqmovun_high_s16(vqmovun_s16(
 /// 16 bytes each from `from`, and from every `step` bytes on.
 inline U8 LoadUnits(const std::uint8_t* from, std::size_t /*step*/) { return Load(from); }
 
+/// The index of a byte that becomes 0, for `ShuffleUnits`.
+inline constexpr std::uint8_t kNoByte = 0x80;
+/// Lane i is the byte `index[i]`, 0 to 15.
+inline U8 ShuffleUnits(U8 v, U8 index) { return U8(vqtbl1q_u8(uint8x16_t(v), uint8x16_t(index))); }
+
 /// The bytes of two vectors of words in turn, signed values clamped to 0..255.
 inline U8 ClampZip(I16 even, I16 odd) {
   const uint8x8x2_t halves = vzip_u8(vqmovun_s16(int16x8_t(even)), vqmovun_s16(int16x8_t(odd)));

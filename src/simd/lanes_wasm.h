@@ -25,6 +25,11 @@ inline U16 HighWords(U8 v) {
 /// Puts two parts together again, signed values clamped to 0..255.
 inline U8 ClampJoin(I16 low, I16 high) { return U8(wasm_u8x16_narrow_i16x8(v128_t(low), v128_t(high))); }
 
+/// The index of a byte that becomes 0, for `ShuffleUnits`.
+inline constexpr std::uint8_t kNoByte = 0x80;
+/// Lane i is the byte `index[i]`, 0 to 15.
+inline U8 ShuffleUnits(U8 v, U8 index) { return U8(wasm_i8x16_swizzle(v128_t(v), v128_t(index))); }
+
 /// The bytes of two vectors of words in turn, signed values clamped to 0..255.
 inline U8 ClampZip(I16 even, I16 odd) {
   const U8 v = ClampJoin(even, odd);

@@ -53,6 +53,22 @@ inline U8 LoadUnits(const std::uint8_t* from, std::size_t step) {
 inline U8 LoadUnits(const std::uint8_t* from, std::size_t /*step*/) { return Load(from); }
 #endif
 
+#if LM_LANES == 64
+/// 16 bytes from each address.
+inline U8 LoadUnits(const std::uint8_t* first, const std::uint8_t* second, const std::uint8_t* third,
+                    const std::uint8_t* fourth) {
+  const auto load = [](const std::uint8_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from)); };
+  const __m256i low = _mm256_inserti128_si256(_mm256_castsi128_si256(load(first)), load(second), 1);
+  const __m256i high = _mm256_inserti128_si256(_mm256_castsi128_si256(load(third)), load(fourth), 1);
+  return U8(_mm512_inserti64x4(_mm512_castsi256_si512(low), high, 1));
+}
+#endif
+
+/// The index of a byte that becomes 0, for `ShuffleUnits`.
+inline constexpr std::uint8_t kNoByte = 0x80;
+/// Lane i is the byte `index[i]`, 0 to 15, of its unit of 16 bytes.
+inline U8 ShuffleUnits(U8 v, U8 index) { return U8(LM_INTRINSIC(shuffle_epi8)(Register(v), Register(index))); }
+
 #if LM_HAS_MASKS
 /// Loads and stores the first `count` bytes, at most kLanes, and touches no other; the rest loads as 0.
 inline U8 LoadPart(const std::uint8_t* from, std::size_t count) {

@@ -31,6 +31,7 @@ struct Frame {
   bool contained = false;  ///< whether lines are converted without touching a byte after their end; see `WholeGroups`
   bool streams = false;    ///< whether to store past the caches
   std::uint32_t fetchAhead = 0;  ///< bytes ahead of which kernels fetch their lines; 0 leaves it to the processor
+  bool fetchesMoves = true;      ///< whether kernels that only move bytes do so
 
   std::size_t SourcePlane() const { return sourceLine * sourceHeight; }
   std::size_t DestinationPlane() const { return destinationLine * destinationHeight; }

@@ -7,13 +7,14 @@ namespace LmImagingLib {
 
 struct Frame;
 
-/// Whether storing past the caches is faster for an image of so many bytes, source and destination together: more than
-/// two thirds of the last-level cache. Smaller ones fit there, and take up to twice as long past it. Never on
-/// processors whose stores past the caches are slow.
-bool StreamsPay(std::size_t bytes);
+/// Whether storing past the caches is faster for an image of so many bytes, which is where source and destination
+/// together exceed two thirds of the last-level cache, or half of it if the destination is at most half of the source.
+/// Smaller ones fit there, and take up to twice as long past it. Never on processors whose stores past the caches are
+/// slow.
+bool StreamsPay(std::size_t source, std::size_t destination);
 
-/// Makes streams pay for images of more than so many bytes, while nothing converts, and returns the number before. For
-/// tests and benchmarks.
+/// Makes streams pay for images of more than so many bytes, in place of two thirds of the last-level cache, while
+/// nothing converts, and returns the number before. For tests and benchmarks.
 std::size_t ForceStreamsAbove(std::size_t bytes);
 
 /// Decides how a frame is fetched and stored, and ends the stores of one that was stored past the caches.

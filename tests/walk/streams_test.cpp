@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::uint32_t kWidth = 4096;
 constexpr std::uint32_t kBand = 8;                              // lines of an image that is stored through the caches
-constexpr std::size_t kMost = std::size_t{kBand} * kWidth * 8;  // bytes of such an image
+constexpr std::size_t kMost = std::size_t{kBand} * kWidth * 13;  // bytes of such an image
 
 /// An image of noise that is stored past the caches: the least one.
 struct Image {
@@ -26,8 +26,8 @@ struct Image {
         converter(*PixelTypeFactory::FindConverter(from, to)),
         sourceLine(converter.GetSourceLineSize(kWidth)),
         line(converter.GetDestinationLineSize(kWidth) + padding) {
-    EXPECT_FALSE(StreamsPay((sourceLine + line) * kBand));
-    while (!StreamsPay((sourceLine + line) * lines)) lines += kBand;
+    EXPECT_FALSE(StreamsPay(sourceLine * kBand, line * kBand));
+    while (!StreamsPay(sourceLine * lines, line * lines)) lines += kBand;
     source.resize(sourceLine * lines);
     std::minstd_rand random(1);
     for (unsigned char& byte : source) byte = static_cast<unsigned char>(random());
@@ -109,7 +109,10 @@ TEST_F(Streams, StoreWhatTheCachesWouldHaveHeld) {
     ExpectLikeInBands(0x40001, 0x20001, &gains);    // words, looked up
     ExpectLikeInBands(0x410003, 0x10003, nullptr);  // packed to gray words
     ExpectLikeInBands(0x420002, 0x420006, &gains);
-    ExpectLikeInBands(0x410003, 0x10001, nullptr);  // a plane
+    ExpectLikeInBands(0x410003, 0x10001, nullptr);   // a plane
+    ExpectLikeInBands(0x420002, 0x420006, nullptr);  // bytes that change places
+    ExpectLikeInBands(0x420006, 0x20003, nullptr);   // likewise, and a fourth that is zero
+    ExpectLikeInBands(0x20004, 0x420002, nullptr);   // words to bytes
   });
 }
 

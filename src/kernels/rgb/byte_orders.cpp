@@ -15,9 +15,23 @@ struct ByteMap {
 template <class Order>
 void ShuffleLine(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                  std::size_t first) {
-  ShufflePixels<Order>(in.line[0] + from * Order::kFrom, targets->line + first * Order::kTo, count,
-                       {in.ahead, targets->ahead});
+  ShufflePixels<Order>(in.line[0] + from * Order::kFrom, *targets, targets->line + first * Order::kTo, count, in.ahead);
 }
+
+#if LM_LANES
+// Brings words to bytes that go past the caches, and returns how many.
+std::size_t StreamBytes(const SourceLines& caller, std::size_t first, std::size_t count, std::uint8_t* to) {
+  const SourceLines in = At<GraySamples<SingleSample, 2>>(caller, first);
+  std::size_t done = 0;
+  for (; done + kLanes <= count; done += kLanes) {
+    FetchSource(in.line[0] + 2 * done, 2 * kLanes, in.ahead);
+    U8 bytes[1];
+    LoadSamples<2>(WholeBlock{in, 2 * done}, 0, 0, kLanes, bytes);
+    Store(bytes[0], Stream{to + done});
+  }
+  return done;
+}
+#endif
 
 }  // namespace
 
@@ -57,7 +71,14 @@ void Swap48To48(const SourceLines& in, std::size_t from, std::size_t count, cons
 }
 void Keep48To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                 std::size_t first) {
-  WordsToBytes(in, 3 * from, 3 * count, targets->line + 3 * first, targets->ahead);
+  std::uint8_t* const to = targets->line + 3 * first;
+  std::size_t done = 0;
+#if LM_LANES
+  if (kHasStreams && targets->streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
+    done = StreamBytes(in, 3 * from, 3 * count, to);
+  }
+#endif
+  WordsToBytes(in, 3 * from + done, 3 * count - done, to + done, targets->ahead);
 }
 
 }  // namespace LmImagingLib::LM_ISA
