@@ -10,7 +10,7 @@
 
 #include "../machine.h"
 #include "LmImagingLib/PixelTypeFactory.h"
-#include "race.h"
+#include "pixels.h"
 #include "simd/instruction_set.h"
 
 namespace LmImagingLib::Bench {
@@ -64,12 +64,14 @@ std::vector<double> PrintRow(const PeerCase& job, const std::vector<Peer>& peers
   const PixelConverter* const converter = PixelTypeFactory::FindConverter(job.source, job.destination);
   std::vector<Contestant> contestants = ContestantsOf(job, peers);
   frames.Prepare(*converter, kSizes[0]);
+  LimitNoise(job.noise, frames);
   if (!SamePixels(job, contestants, frames, kSizes[0])) std::exit(1);
 
   std::vector<double> ratios;
   std::printf("| %s |", job.name);
   for (const FrameSize& size : kSizes) {
     frames.Prepare(*converter, size);
+    LimitNoise(job.noise, frames);
     Race(contestants, frames, size, rounds);
     const auto fastest =
         std::min_element(contestants.begin() + 1, contestants.end(),
@@ -80,6 +82,7 @@ std::vector<double> PrintRow(const PeerCase& job, const std::vector<Peer>& peers
     std::fflush(stdout);
   }
   std::printf("\n");
+  if (job.noise != Noise::kAny) frames.Refill();
   return ratios;
 }
 
