@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "../machine.h"
+#include "LmImagingLib/Extended.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "pixels.h"
 #include "simd/instruction_set.h"
@@ -109,6 +110,7 @@ void PrintTable(const std::vector<Peer>& peers, int rounds) {
 }  // namespace LmImagingLib::Bench
 
 int main(int argc, char** argv) {
+  using namespace LmImagingLib;
   using namespace LmImagingLib::Bench;
 
   const bool avx2 = argc > 1 && std::strcmp(argv[1], "--avx2") == 0;
@@ -117,6 +119,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "Usage: lm_bench_peers [--avx2] [rounds]\n");
     return 2;
   }
+  RegisterExtendedFormats();
   const std::vector<Peer> peers = Peers(avx2);
   if (avx2 && !ForceAVX2()) {
     std::fprintf(stderr, "lm_bench_peers: no kernels for AVX2, or no processor that has it\n");
