@@ -25,13 +25,13 @@ double Turn(const Contestant& contestant, FrameRing& frames, const ImageSize& si
 
 bool IsFaster(const Contestant& one, const Contestant& other) { return one.best < other.best; }
 
+}  // namespace
+
 double Median(std::vector<double> values) {
   const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
   std::nth_element(values.begin(), middle, values.end());
   return *middle;
 }
-
-}  // namespace
 
 Image ImageOf(const FrameRing& frames, const ImageSize& size) {
   return {frames.Source(), frames.Destination(), static_cast<int>(size.width), static_cast<int>(size.height)};

@@ -17,6 +17,9 @@ struct Contestant {
   double ratio = 0;  ///< of its time and that of the first contestant in the same round, the median of all rounds
 };
 
+/// The middle of the values, or the greater one of two.
+double Median(std::vector<double> values);
+
 /// The current frame of a ring.
 Image ImageOf(const FrameRing& frames, const ImageSize& size);
 
