@@ -64,6 +64,8 @@ void FrameRing::Prepare(const PixelConverter& converter, const FrameSize& size) 
   std::memset(mDestination.Data(), 0, needed);
 }
 
+void FrameRing::Refill() { FillWithNoise(mSource); }
+
 void FrameRing::Convert(const PixelConverter& converter, const RGBFilter* filter, const ImageSize& size,
                         unsigned long flags) const {
   converter.Convert(filter, Source(), size.width, size.height, Destination(), size.width, size.height, size.width,

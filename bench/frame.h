@@ -48,6 +48,8 @@ class FrameRing {
   void Prepare(const PixelConverter& converter, const FrameSize& size);
   /// Goes on to the next frame of the ring.
   void Advance() { mAt = mAt + 1 < mFrames ? mAt + 1 : 0; }
+  /// Makes noise of all sources again.
+  void Refill();
 
   void Convert(const PixelConverter& converter, const RGBFilter* filter, const ImageSize& size,
                unsigned long flags) const;
@@ -57,6 +59,8 @@ class FrameRing {
   /// Bytes that a conversion of the prepared size reads and writes.
   std::size_t BytesMoved() const { return mSourceBytes + mDestinationBytes; }
   std::size_t DestinationBytes() const { return mDestinationBytes; }
+  /// All sources of the ring.
+  const PageBuffer& Sources() const { return mSource; }
   std::uint8_t* Source() const { return mSource.Data() + mAt * mStride; }
   std::uint8_t* Destination() const { return mDestination.Data() + mAt * mStride; }
 

@@ -9,8 +9,9 @@
 #include <vector>
 
 #include "../machine.h"
+#include "LmImagingLib/Extended.h"
 #include "LmImagingLib/PixelTypeFactory.h"
-#include "race.h"
+#include "pixels.h"
 #include "simd/instruction_set.h"
 
 namespace LmImagingLib::Bench {
@@ -59,17 +60,23 @@ bool ForceAVX2() {
   return false;
 }
 
+bool IsChosen(const PeerCase& job, const std::string& part) {
+  return std::string(job.name).find(part) != std::string::npos;
+}
+
 // One row: for each size the fastest peer's time / ours. Returns the ratios.
 std::vector<double> PrintRow(const PeerCase& job, const std::vector<Peer>& peers, FrameRing& frames, int rounds) {
   const PixelConverter* const converter = PixelTypeFactory::FindConverter(job.source, job.destination);
   std::vector<Contestant> contestants = ContestantsOf(job, peers);
   frames.Prepare(*converter, kSizes[0]);
+  LimitNoise(job.noise, frames);
   if (!SamePixels(job, contestants, frames, kSizes[0])) std::exit(1);
 
   std::vector<double> ratios;
   std::printf("| %s |", job.name);
   for (const FrameSize& size : kSizes) {
     frames.Prepare(*converter, size);
+    LimitNoise(job.noise, frames);
     Race(contestants, frames, size, rounds);
     const auto fastest =
         std::min_element(contestants.begin() + 1, contestants.end(),
@@ -80,10 +87,24 @@ std::vector<double> PrintRow(const PeerCase& job, const std::vector<Peer>& peers
     std::fflush(stdout);
   }
   std::printf("\n");
+  if (job.noise != Noise::kAny) frames.Refill();
   return ratios;
 }
 
-void PrintTable(const std::vector<Peer>& peers, int rounds) {
+std::string Text(double number) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.2f", number);
+  return text;
+}
+
+template <class Summary>
+void PrintSummary(const char* name, const std::vector<std::vector<double>>& columns, const Summary& summary) {
+  std::printf("| %s |", name);
+  for (const std::vector<double>& ratios : columns) std::printf(" %s | |", summary(ratios).c_str());
+  std::printf("\n");
+}
+
+void PrintTable(const std::vector<Peer>& peers, int rounds, const std::string& part) {
   std::printf("%s, ours with %s; the fastest peer's time / ours, and ours in ns a pixel\n\n| conversion |",
               ProcessorName().c_str(), InstructionSetName(ActiveInstructionSet()));
   for (const FrameSize& size : kSizes) std::printf(" %s | ours |", size.Name().c_str());
@@ -91,34 +112,50 @@ void PrintTable(const std::vector<Peer>& peers, int rounds) {
   for (std::size_t i = 0; i < 2 * std::size(kSizes); ++i) std::printf("---:|");
   std::printf("\n");
 
-  std::vector<double> logarithms(std::size(kSizes));
+  std::vector<std::vector<double>> columns(std::size(kSizes));
   FrameRing frames;
   for (const PeerCase& job : kCases) {
+    if (!IsChosen(job, part)) continue;
     const std::vector<double> ratios = PrintRow(job, peers, frames, rounds);
-    for (std::size_t i = 0; i < ratios.size(); ++i) logarithms[i] += std::log(ratios[i]);
+    for (std::size_t i = 0; i < ratios.size(); ++i) columns[i].push_back(ratios[i]);
   }
-  std::printf("| geometric mean |");
-  for (const double sum : logarithms) std::printf(" %.2f | |", std::exp(sum / static_cast<double>(std::size(kCases))));
-  std::printf("\n");
+  PrintSummary("geometric mean", columns, [](const std::vector<double>& ratios) {
+    double sum = 0;
+    for (const double ratio : ratios) sum += std::log(ratio);
+    return Text(std::exp(sum / static_cast<double>(ratios.size())));
+  });
+  PrintSummary("median", columns, [](const std::vector<double>& ratios) { return Text(Median(ratios)); });
+  PrintSummary("rows of more than 1", columns, [](const std::vector<double>& ratios) {
+    const auto won = std::count_if(ratios.begin(), ratios.end(), [](double ratio) { return ratio > 1; });
+    return std::to_string(won) + " of " + std::to_string(ratios.size());
+  });
 }
 
 }  // namespace
 }  // namespace LmImagingLib::Bench
 
 int main(int argc, char** argv) {
+  using namespace LmImagingLib;
   using namespace LmImagingLib::Bench;
 
   const bool avx2 = argc > 1 && std::strcmp(argv[1], "--avx2") == 0;
-  const int rounds = argc == (avx2 ? 3 : 2) ? std::atoi(argv[argc - 1]) : 20;
-  if (argc > (avx2 ? 3 : 2) || rounds < 1) {
-    std::fprintf(stderr, "Usage: lm_bench_peers [--avx2] [rounds]\n");
+  const std::vector<std::string> arguments(argv + (avx2 ? 2 : 1), argv + argc);
+  const int rounds = arguments.empty() ? 20 : std::atoi(arguments[0].c_str());
+  if (arguments.size() > 2 || rounds < 1) {
+    std::fprintf(stderr, "Usage: lm_bench_peers [--avx2] [rounds [part of the names of cases]]\n");
     return 2;
   }
+  const std::string part = arguments.size() > 1 ? arguments[1] : "";
+  if (std::none_of(std::begin(kCases), std::end(kCases), [&](const PeerCase& job) { return IsChosen(job, part); })) {
+    std::fprintf(stderr, "lm_bench_peers: no case has \"%s\" in its name\n", part.c_str());
+    return 2;
+  }
+  RegisterExtendedFormats();
   const std::vector<Peer> peers = Peers(avx2);
   if (avx2 && !ForceAVX2()) {
     std::fprintf(stderr, "lm_bench_peers: no kernels for AVX2, or no processor that has it\n");
     return 1;
   }
-  PrintTable(peers, rounds);
+  PrintTable(peers, rounds, part);
   return 0;
 }

@@ -17,11 +17,17 @@ struct Image {
   int Pixels() const { return width * height; }
 };
 
+using Conversion = std::function<void(const Image&)>;
+
 /// A conversion by another library, for the case of the same name.
 struct PeerConversion {
   std::string name;
-  std::function<void(const Image&)> convert;
+  Conversion convert;
 };
+
+/// Two calls, for what a library has no single one for. The image between them is made before it is timed.
+/// @param pixelBytes  of the image between
+Conversion Twice(const Conversion& first, int pixelBytes, const Conversion& second);
 
 struct Peer {
   const char* library;

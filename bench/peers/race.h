@@ -17,12 +17,14 @@ struct Contestant {
   double ratio = 0;  ///< of its time and that of the first contestant in the same round, the median of all rounds
 };
 
-/// Whether all have the pixels of the first one, which is ours. Reports the first byte that differs.
-bool SamePixels(const PeerCase& job, const std::vector<Contestant>& contestants, FrameRing& frames,
-                const FrameSize& size);
+/// The middle of the values, or the greater one of two.
+double Median(std::vector<double> values);
+
+/// The current frame of a ring.
+Image ImageOf(const FrameRing& frames, const ImageSize& size);
 
 /// Times the contestants in turns. A machine that is shared changes its speed for seconds, which hardly changes the
-/// ratios of turns that follow each other.
+/// ratios of turns that follow each other. Of the others, whoever is far from being the fastest leaves after one turn.
 void Race(std::vector<Contestant>& contestants, FrameRing& frames, const ImageSize& size, int rounds);
 
 }  // namespace LmImagingLib::Bench
