@@ -67,8 +67,9 @@ inline I16 MultiplyRounded(I16 a, std::int16_t factor) {
 }
 
 /// The sums of the products of neighbours, of signed bytes by factors of 0 to 255. They must fit words.
-inline I16 MultiplyAddBytes(U8 bytes, std::uint8_t even, std::uint8_t odd) {
-  return (I16(U16(bytes) << 8) >> 8) * std::int16_t{even} + (I16(bytes) >> 8) * std::int16_t{odd};
+/// A word of factors has that of the even byte in its lower byte.
+inline I16 MultiplyAddBytes(U8 bytes, U16 factors) {
+  return (I16(U16(bytes) << 8) >> 8) * I16(factors & 0xFF) + (I16(bytes) >> 8) * I16(factors >> 8);
 }
 
 /// The sums of the products of neighbours.

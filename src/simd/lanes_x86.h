@@ -123,9 +123,9 @@ inline I16 MultiplyRounded(I16 a, std::int16_t factor) {
 }
 
 /// The sums of the products of neighbours, of signed bytes by factors of 0 to 255. They must fit words.
-inline I16 MultiplyAddBytes(U8 bytes, std::uint8_t even, std::uint8_t odd) {
-  const auto factors = static_cast<std::uint16_t>(even | odd << 8);
-  return I16(LM_INTRINSIC(maddubs_epi16)(Register(U16{} + factors), Register(bytes)));
+/// A word of factors has that of the even byte in its lower byte.
+inline I16 MultiplyAddBytes(U8 bytes, U16 factors) {
+  return I16(LM_INTRINSIC(maddubs_epi16)(Register(factors), Register(bytes)));
 }
 
 /// The sums of the products of neighbours.

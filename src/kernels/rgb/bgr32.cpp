@@ -1,5 +1,6 @@
 // BGR32: the bytes blue, green, red and one that is ignored.
 #include "kernels/decoder.h"
+#include "kernels/rgb/color_luma.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -14,3 +15,4 @@ struct BGR32Group {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(BGR32, ColorSamples<BGR32Group, 1>)
+LM_EXPORT_LUMA_DECODER(BGR32, LumaOfFourBytes<BGR32Group>)

@@ -4,6 +4,7 @@
 #include "kernels/writers/luma.h"
 #include "simd/fields.h"
 #include "simd/loops.h"
+#include "simd/samples.h"
 
 // Gray of colours whose pixels come in lanes of 32 bits at once: faster than by channels, which have to be collected
 // from the pixels first.
@@ -40,6 +41,42 @@ struct LumaOf : Layout {
   template <std::size_t kPart, std::size_t kParts, class Reader, class Sample>
   static I32 Part(const Reader& read, Of<Sample> samples) {
     return LumaOfNarrow(Layout::template Pixels<kPart, kParts>(read, samples), kWeights);
+  }
+#endif
+};
+
+/// The luma of pixels of four bytes.
+/// @tparam Group_  the places of red, green and blue, green second
+template <class Group_>
+struct LumaOfFourBytes : ColorSamples<Group_, 1> {
+  using Colors = ColorSamples<Group_, 1>;
+  static constexpr bool kGray = true;
+
+  static void Group(const SourceLines& in, std::uint8_t* out) {
+    Rgb<std::uint8_t> pixel;
+    Colors::Group(in, &pixel);
+    *out = Luma(pixel);
+  }
+
+#if LM_LANES
+  template <class Reader>
+  static U8 Block(const Reader& read, Of<std::uint8_t>) {
+    return NarrowInOrder({Part(read, 0), Part(read, 1), Part(read, 2), Part(read, 3)});
+  }
+
+ private:
+  // Products are of signed bytes, so 128 is subtracted from each: the sum is 32768 too small, as the weights sum to
+  // 256.
+  template <class Reader>
+  static I32 Part(const Reader& read, std::size_t part) {
+    static_assert(Group_::kSamples == 4 && Group_::kAt[1][0] == 1);
+    constexpr LumaWeights kWeights{};
+    constexpr bool kRedIsFirst = Group_::kAt[0][0] == 0;
+    constexpr std::uint32_t kFirst = kRedIsFirst ? kWeights.red : kWeights.blue;
+    constexpr std::uint32_t kThird = kRedIsFirst ? kWeights.blue : kWeights.red;
+    const U32 factors = U32{} + (kFirst | std::uint32_t{kGreenWeight} << 8 | kThird << 16);
+    const I16 sums = MultiplyAddBytes(Signed(read(0, part * kLanes)), U16(factors));
+    return (MultiplyAdd(sums, I16{} + 1) + (32768 + kLumaHalf)) >> 8;
   }
 #endif
 };

@@ -1,5 +1,6 @@
 // RGB32: the bytes red, green, blue and one that is ignored.
 #include "kernels/decoder.h"
+#include "kernels/rgb/color_luma.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -14,3 +15,4 @@ struct RGB32Group {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(RGB32, ColorSamples<RGB32Group, 1>)
+LM_EXPORT_LUMA_DECODER(RGB32, LumaOfFourBytes<RGB32Group>)

@@ -32,5 +32,24 @@ struct LumaOfYuv : GraySamples<Group_, kSampleBytes> {
 #endif
 };
 
+/// The same as a kernel. Where the matrix leaves luma as it is, samples are only collected.
+template <class Group_, std::size_t kSampleBytes>
+Channels<std::uint8_t> DecodeLuma(const SourceLines& in, std::size_t first, std::size_t count,
+                                  const Room<std::uint8_t>& room) {
+  if (in.matrix->y != 8192 || in.matrix->black != 0) {
+    return Decoder<LumaOfYuv<Group_, kSampleBytes>, std::uint8_t>(0)(in, first, count, room);
+  }
+  if constexpr (kSampleBytes == 1 && Group_::kPixels == 2 && Group_::kSamples == 4) {
+    // Every other byte: the lower or the upper ones of words, which takes fewer shuffles.
+    static_assert(Group_::kAt[0][1] == Group_::kAt[0][0] + 2);
+    SourceLines words = in;
+    words.shift = Group_::kAt[0][0] == 0 ? 0 : 8;
+    words.mask = 0xFF;
+    return Decoder<GraySamples<SingleSample, 2>, std::uint8_t>(0)(words, first, count, room);
+  } else {
+    return Decoder<GraySamples<Group_, kSampleBytes>, std::uint8_t>(0)(in, first, count, room);
+  }
+}
+
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA

@@ -15,8 +15,6 @@ struct YuvPairs {
   U8 yv, uv;
 };
 
-inline U8 Signed(U8 samples) { return samples ^ 0x80; }
-
 /// The colours of a register of samples, by a `Model` that makes words of halves.
 template <class Model>
 inline RgbLanes<std::uint8_t> ColorsOf(const SourceLines& in, const YuvPairs& low, const YuvPairs& high) {
