@@ -73,8 +73,8 @@ class LM_EXPORT Development {
 
 /// What a development is not for: the layout of a frame, the lines to develop, and the threads to do it with.
 struct DevelopOptions {
-  /// Bits of `ConversionFlags` that describe the frame: its Bayer layout, `kFieldOrder`, `kFullRange` and `kBT709`; and
-  /// `kOpaque`. The method of demosaicing, the depth and the order of steps are the development's.
+  /// Bits of `ConversionFlags` that describe the frame: its Bayer layout, `kFieldOrder`, `kFullRange` and `kBT709`;
+  /// `kOpaque` and `kReadLater`. The method of demosaicing, the depth and the order of steps are the development's.
   unsigned long flags = ConversionFlags::kNone;
   unsigned long firstLine = 0;                      ///< as `ConvertOptions::firstLine`
   unsigned long lines = ConvertOptions::kAllLines;  ///< as `ConvertOptions::lines`

@@ -58,6 +58,11 @@ inline constexpr unsigned long kBT709 = 0x8000;
 /// line or column is left out. In `PixelConverter::Convert`, `pixelsPerLine` and `lines` count pixels and lines of the
 /// destination, of which there may be half as many as the source has.
 inline constexpr unsigned long kHalfSize = 0x10000;
+/// A hint that changes no result: the destination will not be read soon, as in a ring of frames that go to a disk or
+/// wait for a slower thread. It is stored past the caches where that is quick, so that it is not read from memory
+/// before, and leaves what is in the caches there. What reads the destination right afterwards then takes longer.
+/// Images that the caches cannot hold are stored so in any case. `bench/run` measures both ways.
+inline constexpr unsigned long kReadLater = 0x20000;
 }  // namespace ConversionFlags
 
 /// Converts images from one pixel type to another.

@@ -58,6 +58,7 @@ enum LmiFlags {
   LMI_FULL_RANGE = 0x4000,         ///< YUV of the full range, not the studio range
   LMI_BT709 = 0x8000,              ///< YUV of ITU-R BT.709, not BT.601
   LMI_HALF_SIZE = 0x10000,         ///< each 2 x 2 cell of a mosaic becomes one pixel
+  LMI_READ_LATER = 0x20000,        ///< a hint: the destination will not be read soon, so it may go past the caches
   LMI_BLOCKS = 0x40000000          ///< only for `LmiDevelopmentSettings::method`: blocks of 2 x 2 equal pixels
 };
 
@@ -248,7 +249,7 @@ LM_EXPORT void lmiFreeDevelopment(LmiDevelopment* development);
 /// @param source  the frame
 /// @param destination  of the same width and height; of half of both for the method `LMI_HALF_SIZE`
 /// @param options  null for the defaults. `flags` describe the frame: the layout of a mosaic, `LMI_FIELD_ORDER`,
-///   `LMI_FULL_RANGE`, `LMI_BT709`; and `LMI_OPAQUE`.
+///   `LMI_FULL_RANGE`, `LMI_BT709`; `LMI_OPAQUE` and `LMI_READ_LATER`.
 LM_EXPORT LmiCode lmiDevelop(const LmiDevelopment* development, const LmiImage* source, const LmiImage* destination,
                              const LmiOptions* options);
 

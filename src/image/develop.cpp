@@ -107,7 +107,9 @@ ConversionResult FindWays(const ConstImageView& source, const ImageView& destina
 
 ConversionResult PlanDevelopment(const DevelopmentSettings& settings, const ConstImageView& source,
                                  const ImageView& destination, const DevelopOptions& options, DevelopmentPlan& plan) {
-  if (ConversionResult checked = CheckFrameFlags(source, options.flags, ConversionFlags::kOpaque); !checked.IsOK()) {
+  if (ConversionResult checked =
+          CheckFrameFlags(source, options.flags, ConversionFlags::kOpaque | ConversionFlags::kReadLater);
+      !checked.IsOK()) {
     return checked;
   }
   const TypeRow* const row = FindTypeRow(source.type);

@@ -12,7 +12,8 @@ namespace {
 
 constexpr unsigned long kMethodFlags = ConversionFlags::kBilinear | ConversionFlags::kGradientCorrected |
                                        ConversionFlags::kAdaptive | ConversionFlags::kHalfSize;
-constexpr unsigned long kOfAnySource = ConversionFlags::kFullDepth | ConversionFlags::kOpaque;
+constexpr unsigned long kOfAnySource =
+    ConversionFlags::kFullDepth | ConversionFlags::kOpaque | ConversionFlags::kReadLater;
 
 struct FlagGroup {
   unsigned long flags;

@@ -60,6 +60,14 @@ bool StreamsAreSlow() {
 const bool sStreamsAreSlow = StreamsAreSlow();
 std::size_t sMostUnstreamed = sStreamsAreSlow ? std::numeric_limits<std::size_t>::max() : LastLevelCache() / 3 * 2;
 
+bool Streams(const Frame& frame, std::uint32_t lines) {
+  // A fourth channel that is made opaque is read again.
+  if ((frame.flags & ConversionFlags::kOpaque) != 0) return false;
+  const std::size_t source = frame.sourceLine * lines, destination = frame.destinationLine * lines;
+  if (StreamsPay(source, destination)) return true;
+  return (frame.flags & ConversionFlags::kReadLater) != 0 && !sStreamsAreSlow && source + destination > kSmallImage;
+}
+
 }  // namespace
 
 bool StreamsPay(std::size_t source, std::size_t destination) {
@@ -69,10 +77,7 @@ bool StreamsPay(std::size_t source, std::size_t destination) {
 
 std::size_t ForceStreamsAbove(std::size_t bytes) { return std::exchange(sMostUnstreamed, bytes); }
 
-StreamScope::StreamScope(Frame& frame, std::uint32_t lines)
-    // A fourth channel that is made opaque is read again.
-    : mStreams(StreamsPay(frame.sourceLine * lines, frame.destinationLine * lines) &&
-               (frame.flags & ConversionFlags::kOpaque) == 0) {
+StreamScope::StreamScope(Frame& frame, std::uint32_t lines) : mStreams(Streams(frame, lines)) {
   const std::size_t bytes = (frame.sourceLine + frame.destinationLine) * lines;
   frame.streams = mStreams;
   frame.fetchAhead = mStreams ? kFetchAheadOfStreams : bytes <= kSmallImage ? 0 : kFetchAhead;

@@ -17,7 +17,8 @@ bool StreamsPay(std::size_t source, std::size_t destination);
 /// nothing converts, and returns the number before. For tests and benchmarks.
 std::size_t ForceStreamsAbove(std::size_t bytes);
 
-/// Decides how a frame is fetched and stored, and ends the stores of one that was stored past the caches.
+/// Decides how a frame is fetched and stored, by its size and by `kReadLater`, and ends the stores of one that was
+/// stored past the caches.
 class StreamScope {
  public:
   StreamScope(Frame& frame, std::uint32_t lines);

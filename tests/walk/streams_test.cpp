@@ -54,6 +54,11 @@ void ExpectLikeInBands(PixelTypeID from, PixelTypeID to, const RGBFilter* filter
   image.Convert(0, image.lines, whole.data(), filter, 0);
   for (std::uint32_t at = 0; at < image.lines; at += kBand) image.Convert(at, kBand, &inBands[at * line], filter, 0);
   EXPECT_TRUE(whole == inBands);
+  std::fill(whole.begin(), whole.end(), static_cast<unsigned char>(1));
+  for (std::uint32_t at = 0; at < image.lines; at += kBand) {
+    image.Convert(at, kBand, &whole[at * line], filter, ConversionFlags::kReadLater);
+  }
+  EXPECT_TRUE(whole == inBands);
 
   // Lines of a checked image may be padded, and are stored one by one then.
   const std::size_t paddedLine = image.sourceLine + 1;
