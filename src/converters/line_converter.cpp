@@ -44,24 +44,33 @@ class LineConverter::Lines {
         mInFull(converter.mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0),
         mFit(FitOf(sizeof(Sample) == 1 ? 8 : converter.mSource.depth, converter.mWriter, mInFull)),
         mMatrix(MatrixOf(frame.flags, IsLuma(converter.mWriter))),
-        mSteps{Decoder(), Format().groupPixels, Format().Is(kBytes), nullptr, StoredBy()} {
+        mSteps{Decoder(), Format().groupPixels, Format().Is(kBytes), nullptr, StoredBy()},
+        mLines(LinesAt(frame.source)),
+        mTarget(TargetAt(frame.destination, frame, mFit, mSteps.writer)) {
     if (!Format().Is(kGray)) FindTables(frame);
-    mNeedsNoStrip = NeedsNoStrip(mSteps, TargetAt(frame.destination, frame, mFit, converter.mWriter));
+    mNeedsNoStrip = NeedsNoStrip(mSteps, mTarget);
+    if (!KeepsBits() || mSteps.tables != nullptr || IsByMatrix() || mTarget.opaque) return;
+    mShortcut = converter.mShortcut;
+    // Shortcuts of layouts other than YUV only move bytes.
+    const bool moves = mShortcut != nullptr && Format().decodeByMatrix.of[0] == nullptr;
+    if (moves && !frame.fetchesMoves) mLines.ahead = mTarget.ahead = 0;
   }
 
-  void ConvertPixels(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels) const {
-    TargetLine target = TargetAt(destination, mFrame, mFit, mSteps.writer);
-    SourceLines lines = LinesAt(source);
-    const Shortcut* const shortcut = mConverter.mShortcut;
-    if (shortcut != nullptr && KeepsBits() && mSteps.tables == nullptr && !IsByMatrix() && !target.opaque) {
-      // Shortcuts of layouts other than YUV only move bytes.
-      if (!mFrame.fetchesMoves && Format().decodeByMatrix.of[0] == nullptr) lines.ahead = target.ahead = 0;
-      ConvertDirectly(shortcut->convert.Active(), mSteps.groupPixels, mSteps.writer, lines, pixels, &target, 0);
+  void ConvertPixels(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels) {
+    // All else is the same for each line, and is not copied: a copy would have to wait for what was just stored.
+    mLines.line[0] = source;
+    if (Format().Is(kPlanar)) {
+      mLines.line[1] = source + mFrame.SourcePlane();
+      mLines.line[2] = source + 2 * mFrame.SourcePlane();
+    }
+    mTarget.line = destination;
+    if (mShortcut != nullptr) {
+      ConvertDirectly(mShortcut->convert.Active(), mSteps.groupPixels, mSteps.writer, mLines, pixels, &mTarget, 0);
     } else if (mNeedsNoStrip && pixels * mSteps.writer.pixelBytes < kFewBytes &&
                reinterpret_cast<std::uintptr_t>(destination) % sizeof(Sample) == 0) {
-      ConvertWithoutStrip(mSteps, lines, pixels, target);
+      ConvertWithoutStrip(mSteps, mLines, pixels, mTarget);
     } else {
-      ConvertStrips(mSteps, lines, pixels, &target, 1, 0);
+      ConvertStrips(mSteps, mLines, pixels, &mTarget, 1, 0);
     }
   }
 
@@ -73,7 +82,7 @@ class LineConverter::Lines {
                     });
   }
 
-  void ConvertWithTail(const FrameLine& line, const LineTail& tail) const {
+  void ConvertWithTail(const FrameLine& line, const LineTail& tail) {
     const std::optional<std::uint32_t> inOneGo = tail.PixelsInOneGo(line.index, mSteps.writer);
     if (inOneGo) return ConvertPixels(line.source, line.destination, *inOneGo);
     ConvertPixels(line.source, line.destination, tail.WholePixels());
@@ -127,6 +136,9 @@ class LineConverter::Lines {
   const Fit mFit;
   const YuvMatrix* const mMatrix;
   StripSteps<Sample> mSteps;
+  SourceLines mLines;
+  TargetLine mTarget;
+  const Shortcut* mShortcut = nullptr;  // null where it is not for this conversion
   bool mNeedsNoStrip = false;
 };
 
@@ -154,7 +166,7 @@ void LineConverter::ConvertLines(const Frame& frame, std::uint32_t first, std::u
 
 template <class Sample>
 void LineConverter::Convert(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
-  const Lines<Sample> lines(*this, frame);
+  Lines<Sample> lines(*this, frame);
   if (mSource.readout.taps == Readout::Taps::kTwo) {
     ForEachLine(frame, first, end, 1, [&](const FrameLine& line) { lines.ConvertTaps(line); });
   } else if (LinesJoin(frame, end - first)) {

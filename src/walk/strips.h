@@ -72,14 +72,20 @@ bool NeedsNoStrip(const StripSteps<Sample>& steps, const TargetLine& target) {
 }
 
 /// Converts such a line as `ConvertStrips` does, with less work beside its pixels. Words of the target are aligned.
+/// @param in  is told how far to shift words meanwhile; a copy of it would wait for the stores of its members
 template <class Sample>
-void ConvertWithoutStrip(const StripSteps<Sample>& steps, SourceLines in, std::size_t count, const TargetLine& target) {
+void ConvertWithoutStrip(const StripSteps<Sample>& steps, SourceLines& in, std::size_t count,
+                         const TargetLine& target) {
   auto* const plane = reinterpret_cast<Sample*>(target.line);
   const std::size_t step = target.planeSize / sizeof(Sample);
   if (sizeof(Sample) == 2) in.up = target.fit.up;
   [[maybe_unused]] const Channels<Sample> channels =
       steps.decode(in, 0, count, {plane, plane + step, plane + 2 * step});
-  if constexpr (sizeof(Sample) == 1) steps.writer.store.bytes.Active()(channels, steps.tables, count, target, 0);
+  in.up = 0;
+  if constexpr (sizeof(Sample) == 1) {
+    const bool isThere = channels.red == plane && steps.writer.planes == 1 && steps.tables == nullptr;
+    if (!isThere) steps.writer.store.bytes.Active()(channels, steps.tables, count, target, 0);
+  }
 }
 
 /// Converts `count` pixels from the beginning of `in` to pixel `first` of the targets by a kernel that needs no strips.
