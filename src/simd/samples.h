@@ -127,9 +127,9 @@ struct ColorSamples {
                           Deinterleave<Group_::kAt[1][0], Sample>(window),
                           Deinterleave<Group_::kAt[2][0], Sample>(window));
     } else if constexpr (kPixels == 1 && Group_::kSamples == 4 && sizeof(Sample) == 1 && LM_BYTE_SHUFFLE < 64) {
-      const U32 pixels[] = {U32(window[0]), U32(window[1]), U32(window[2]), U32(window[3])};
-      return Model::Color(read.in, FieldOf(pixels, 8 * Group_::kAt[0][0]), FieldOf(pixels, 8 * Group_::kAt[1][0]),
-                          FieldOf(pixels, 8 * Group_::kAt[2][0]));
+      const FourBytes pixels(window);
+      return Model::Color(read.in, pixels.template At<Group_::kAt[0][0]>(), pixels.template At<Group_::kAt[1][0]>(),
+                          pixels.template At<Group_::kAt[2][0]>());
     } else {
       return Model::Color(read.in, Pick<SampleIndex<Group_, 0>>(window), Pick<SampleIndex<Group_, 1>>(window),
                           Pick<SampleIndex<Group_, 2>>(window));
