@@ -49,7 +49,9 @@ DevelopSteps::DevelopSteps(const DevelopmentSettings& settings, std::uint32_t de
       mEntries[k][i] = Rounded<std::uint16_t>(mHasMatrix ? std::sqrt(light) : tone.At(light), EntryDepth());
     }
   }
-  Point(mLookup, mEntries[0].data(), mEntries[1].data(), mEntries[2].data());
+  LookupTables<std::uint16_t> lookup{};
+  Point(lookup, mEntries[0].data(), mEntries[1].data(), mEntries[2].data());
+  mSamples.Make(lookup, depth, EntryDepth());
   if (mHasMatrix) MakeMatrix(settings.matrix, tone);
   if (EntryDepth() == resultDepth) return;
   mWide.resize(256);

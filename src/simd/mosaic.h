@@ -77,10 +77,32 @@ using AdaptiveKernel = void(const PartedRows<Number<Sample>>& in, const Number<S
 using RowPixelsKernel = void(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences,
                              std::size_t pixels, std::uint8_t* to);
 
-/// Looks the samples of a row up, even and odd columns in tables of their own. The address may be any.
+/// What the samples of one colour of a mosaic are looked up in.
+struct SampleTable {
+  const std::uint16_t* words;  ///< the result of each sample
+  const std::uint8_t* bytes;   ///< the same as bytes; null where results have more than 8 bits
+  Gain gain;                   ///< equal to the table of samples of bytes
+  WideGain wideGain;           ///< of samples of words; results of 8 bits are the upper ones of its clamped products
+};
+
+/// The tables of a mosaic.
+struct MosaicLookup {
+  SampleTable red, green, blue;
+  bool areGains;  ///< whether all of them equal their gains
+};
+
+/// The tables of a row of a mosaic.
+struct RowTables {
+  const SampleTable& even;  ///< of even columns
+  const SampleTable& odd;
+  bool areGains;
+  std::uint32_t ahead = 0;  ///< how many bytes ahead to fetch the row into the cache
+};
+
+/// Looks the samples of a row up. The address of the row may be any. Words have no bits above those of a sample, unless
+/// the tables are gains.
 template <class In, class Out>
-using LookUpRowKernel = void(const std::uint8_t* row, std::size_t width, const std::uint16_t* even,
-                             const std::uint16_t* odd, Out* out);
+using LookUpRowKernel = void(const std::uint8_t* row, std::size_t width, const RowTables& tables, Out* out);
 
 /// Corrects the defect pixels of a row, given with those two above and below. Rows begin two samples before the first
 /// column and end two after the last one.
