@@ -82,6 +82,10 @@ inline std::size_t Multiply(const std::uint8_t* row, std::size_t width, const Ro
   return i;
 }
 
+// Whether tables in registers are faster than lookups one by one: not where a shuffle moves 16 bytes only, unless it
+// takes several registers of entries, as NEON's do.
+constexpr bool kPermutes = LM_LANES > 16 || LM_STORES_IN_TURN;
+
 // The samples that were looked up in tables in registers.
 inline std::size_t Permute(const std::uint8_t* row, std::size_t width, const RowTables& tables, std::uint8_t* out,
                            Of<std::uint8_t>) {
@@ -131,7 +135,7 @@ void LookUpSamples(const std::uint8_t* row, std::size_t width, const RowTables& 
   }
   std::size_t done = 0;
 #if LM_LANES
-  if constexpr (sizeof(In) == 1) done = Permute(row, width, tables, out, Of<In>{});
+  if constexpr (sizeof(In) == 1 && kPermutes) done = Permute(row, width, tables, out, Of<In>{});
 #endif
   StoreJoined(width - done, out + done,
               [=](std::size_t i, std::size_t k) { return (k % 2 == 0 ? even : odd)[SampleOf<In>(row, done + i + k)]; });
