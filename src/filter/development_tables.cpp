@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "filter/table_parts.h"
+
 namespace LmImagingLib {
 
 namespace {
@@ -76,12 +78,14 @@ void DevelopSteps::MakeMatrix(const ColorMatrix& matrix, const ToneCurve& tone) 
     for (std::uint32_t i = 0; i < kToneIndices; ++i) {
       mToneBytes[i] = Rounded<std::uint8_t>(tone.At(LightAt(i) / 65535), 8);
     }
+    mToneParts = FindToneParts(mToneBytes);
   } else {
     mToneWords.resize(65536);
     for (std::uint32_t i = 0; i < 65536; ++i)
       mToneWords[i] = Rounded<std::uint16_t>(tone.At(i / 65535.0), mResultDepth);
   }
   mMatrix.bytes = mToneBytes.data();
+  mMatrix.parts = mToneParts ? &*mToneParts : nullptr;
   mMatrix.words = mToneWords.data();
 }
 

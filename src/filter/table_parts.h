@@ -1,0 +1,13 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "simd/color_matrix.h"
+
+namespace LmImagingLib {
+
+/// The parts that equal a table by `ToneIndex` in each entry, or nothing if it rises too fast for them, or falls.
+std::optional<ToneParts> FindToneParts(const std::vector<std::uint8_t>& table);
+
+}  // namespace LmImagingLib
