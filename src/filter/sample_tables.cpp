@@ -1,6 +1,7 @@
 #include "filter/sample_tables.h"
 
 #include "filter/gain.h"
+#include "filter/table_parts.h"
 
 namespace LmImagingLib {
 
@@ -13,7 +14,7 @@ void SampleTables::Make(const LookupTables<std::uint16_t>& tables, unsigned dept
 
 SampleTable SampleTables::MakeTable(std::size_t channel, const ChannelTable<std::uint16_t>& table, unsigned depth,
                                     unsigned resultDepth) {
-  SampleTable made{table.entries, nullptr, {}, table.gain};
+  SampleTable made{table.entries, nullptr, nullptr, {}, table.gain};
   if (resultDepth != 8) return made;
   std::vector<std::uint8_t>& bytes = mBytes[channel];
   for (std::size_t i = 0; i < std::size_t{1} << depth; ++i)
@@ -23,6 +24,9 @@ SampleTable SampleTables::MakeTable(std::size_t channel, const ChannelTable<std:
     const std::optional<Gain> gain = FindGain(made.bytes);
     mLookup.areGains = mLookup.areGains && gain;
     if (gain) made.gain = *gain;
+  } else if (depth <= 12) {
+    mParts[channel] = FindSampleParts(bytes);
+    made.parts = mParts[channel] ? &*mParts[channel] : nullptr;
   }
   return made;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "simd/mosaic.h"
@@ -24,6 +25,7 @@ class SampleTables {
                         unsigned resultDepth);
 
   std::vector<std::uint8_t> mBytes[3];
+  std::optional<SampleParts> mParts[3];
   MosaicLookup mLookup{};
 };
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "simd/color_matrix.h"
-#include "simd/lanes.h"
+#include "simd/part_lanes.h"
 
 // Tables in parts, where one instruction looks up in the bytes of two registers.
 #if LM_BYTE_SHUFFLE == 64
@@ -21,14 +21,10 @@ class ToneLanes {
     const Places at{U8(U16(high) << 4 & 0xF0F0) | lowTop, high + high + (U8(U16(low) >> 7) & 1), high,
                     _mm512_cmpge_epu8_mask(__m512i(high), __m512i(Fill(4096 >> 8))),
                     _mm512_cmpge_epu8_mask(__m512i(high), __m512i(Fill(16384 >> 8)))};
-    const __m512i rises = mRises[at];
     const __m512i darkEntry = __m512i(low & 0xF), middleEntry = __m512i(lowTop & 7);
     const __m512i entry =
         _mm512_mask_blend_epi8(at.isBright, _mm512_mask_blend_epi8(at.isLit, darkEntry, middleEntry), __m512i(lowTop));
-    const auto count = [entry](__m512i tone, U8 place) {
-      return _mm512_mask_sub_epi8(tone, _mm512_cmpge_epu8_mask(entry, __m512i(place)), tone, __m512i(Fill(0xFF)));
-    };
-    const __m512i tone = count(count(mLeast[at], U8(rises) & 0xF), U8(U16(U8(rises)) >> 4) & 0xF);
+    const __m512i tone = CountRises(mLeast[at], entry, mRises[at]);
     const __mmask64 isFirst = _mm512_testn_epi8_mask(__m512i(high | (low & 0xC0)), __m512i(Fill(0xFF)));
     return U8(_mm512_mask_permutexvar_epi8(tone, isFirst, __m512i(low), __m512i(mFirst)));
   }

@@ -57,6 +57,49 @@ TEST(TableParts, EqualTheTableWhereTheyAreFound) {
   }
 }
 
+// The same of samples.
+std::uint8_t EntryOf(const SampleParts& parts, std::uint32_t sample) {
+  const std::uint32_t fromWindow = sample - 4U * parts.windowPiece;
+  if (fromWindow < 64) return parts.window[fromWindow];
+  if (sample < 1024) {
+    const std::uint8_t rises = parts.rises[sample / 4];
+    const int more[] = {0, rises & 3, rises >> 2 & 7, rises >> 5};
+    return static_cast<std::uint8_t>(parts.least[sample / 4] + more[sample % 4]);
+  }
+  const std::size_t at = SampleParts::kBright + sample / 16;
+  return static_cast<std::uint8_t>(parts.least[at] + (sample % 16 >= parts.rises[at] % 16U ? 1 : 0) +
+                                   (sample % 16 >= parts.rises[at] / 16U ? 1 : 0));
+}
+
+TEST(TableParts, EqualTheTablesOfMosaicsWhereTheyAreFound) {
+  struct Case {
+    ToneCurve tone;
+    double black, gain;
+    unsigned depth;
+    bool matrix, isSlow;
+  };
+  const ToneCurve srgb{ToneCurve::kSRGB}, linear{ToneCurve::kLinear};
+  for (const Case& c :
+       {Case{srgb, 0, 1, 12, false, true}, Case{srgb, 240, 1.7, 12, true, true}, Case{srgb, 64, 9, 12, false, true},
+        Case{linear, 0, 1.6, 12, false, true}, Case{linear, 0, 3, 12, false, false},
+        Case{srgb, 60, 1.6, 10, false, false}, Case{srgb, 0, 1, 14, false, false}}) {
+    DevelopmentSettings settings = Settings(c.tone);
+    settings.black = {c.black, c.black, c.black};
+    settings.gains = {c.gain, c.gain, c.gain};
+    if (!c.matrix) settings.matrix = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    const DevelopSteps steps(settings, c.depth, 8);
+    const SampleTable& made = steps.Lookup().green;
+    ASSERT_EQ(made.parts != nullptr, c.isSlow) << c.black << ", " << c.gain << ", " << c.depth;
+    if (c.depth > 12) continue;
+    std::vector<std::uint8_t> table(made.bytes, made.bytes + (1U << c.depth));
+    for (const std::size_t bent : {std::size_t{2}, std::size_t{130}, std::size_t{999}, table.size() - 9}) {
+      const std::optional<SampleParts> parts = FindSampleParts(table);
+      for (std::uint32_t i = 0; parts && i < table.size(); ++i) ASSERT_EQ(EntryOf(*parts, i), table[i]) << i;
+      table[bent] ^= 1;
+    }
+  }
+}
+
 // All pairs of red and green, and any blue.
 TEST(TableParts, MatrixEqualsItsDefinitionInEachSet) {
   std::vector<std::uint8_t> pixels[3];

@@ -2,6 +2,7 @@
 #include "simd/gain_lanes.h"
 #include "simd/joined.h"
 #include "simd/mosaic.h"
+#include "simd/part_lanes.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -112,6 +113,19 @@ inline std::size_t Permute(const std::uint8_t* row, std::size_t width, const Row
   return i;
 }
 
+inline std::size_t Permute(const std::uint8_t* row, std::size_t width, const RowTables& tables, std::uint8_t* out,
+                           Of<std::uint16_t>) {
+  std::size_t i = 0;
+#if LM_BYTE_SHUFFLE == 64
+  if (tables.even.parts == nullptr || tables.odd.parts == nullptr) return 0;
+  const PartLanes even(*tables.even.parts), odd(*tables.odd.parts);
+  for (; i + 2 * kLanes <= width; i += 2 * kLanes) StoreByParts(even, odd, row + 2 * i, out + i);
+#else
+  (void)row, (void)width, (void)tables, (void)out;
+#endif
+  return i;
+}
+
 #else
 
 template <class Out, class In>
@@ -135,7 +149,7 @@ void LookUpSamples(const std::uint8_t* row, std::size_t width, const RowTables& 
   }
   std::size_t done = 0;
 #if LM_LANES
-  if constexpr (sizeof(In) == 1 && kPermutes) done = Permute(row, width, tables, out, Of<In>{});
+  if constexpr (sizeof(Out) == 1 && kPermutes) done = Permute(row, width, tables, out, Of<In>{});
 #endif
   StoreJoined(width - done, out + done,
               [=](std::size_t i, std::size_t k) { return (k % 2 == 0 ? even : odd)[SampleOf<In>(row, done + i + k)]; });
