@@ -100,6 +100,22 @@ TEST(TableParts, EqualTheTablesOfMosaicsWhereTheyAreFound) {
   }
 }
 
+// The window holds the first rise; another one has to fit the bits of its piece.
+TEST(TableParts, HoldARiseOrAreNone) {
+  for (const unsigned sample : {701U, 702U, 703U, 2001U, 2015U}) {
+    const unsigned most = sample == 701 ? 3 : sample < 1024 ? 7 : 2;
+    for (unsigned rise = 0; rise < 11; ++rise) {
+      std::vector<std::uint8_t> table;
+      for (unsigned i = 0; i < 4096; ++i) {
+        table.push_back(static_cast<std::uint8_t>((i < 5 ? 0 : 20) + (i < sample ? 0 : rise)));
+      }
+      const std::optional<SampleParts> parts = FindSampleParts(table);
+      ASSERT_EQ(parts.has_value(), rise <= most) << rise << " at " << sample;
+      for (unsigned i = 0; parts && i < 4096; ++i) ASSERT_EQ(EntryOf(*parts, i), table[i]) << rise << ", " << i;
+    }
+  }
+}
+
 // All pairs of red and green, and any blue.
 TEST(TableParts, MatrixEqualsItsDefinitionInEachSet) {
   std::vector<std::uint8_t> pixels[3];
