@@ -36,15 +36,32 @@ struct BayerHalfLayout {
   };
 
   template <class Reader>
+  static void Part(const Reader& read, std::size_t line, Lanes<Sample> (&columns)[2]) {
+#if LM_LANES == 32
+    // Words that become bytes are loaded as two packs want them, each within 16 bytes.
+    if constexpr (kSampleBytes > sizeof(Sample)) {
+      const auto factor = static_cast<std::uint16_t>(0x100U >> read.in.shift);
+      const auto bytesAt = [&](std::size_t offset) {
+        return U16(JoinWords(U16(read.Units(line, offset, 2 * kLanes)) * factor >> 8,
+                             U16(read.Units(line, offset + 16, 2 * kLanes)) * factor >> 8));
+      };
+      const U16 first = bytesAt(0), second = bytesAt(kLanes);
+      columns[0] = JoinWords(first & 0xFF, second & 0xFF);
+      columns[1] = JoinWords(first >> 8, second >> 8);
+      return;
+    }
+#endif
+    Lanes<Sample> window[2];
+    LoadSamples<kSampleBytes>(read, line, 0, 2 * kBlock<Sample>, window);
+    columns[0] = Pick<EvenSamples>(window);
+    columns[1] = Pick<OddSamples>(window);
+  }
+
+  template <class Reader>
   static RgbLanes<Sample> Block(const Reader& read, Of<Sample>) {
     using V = Lanes<Sample>;
     V columns[2][2];
-    for (std::size_t line = 0; line < 2; ++line) {
-      V window[2];
-      LoadSamples<kSampleBytes>(read, line, 0, 2 * kBlock<Sample>, window);
-      columns[line][0] = Pick<EvenSamples>(window);
-      columns[line][1] = Pick<OddSamples>(window);
-    }
+    for (std::size_t line = 0; line < 2; ++line) Part(read, line, columns[line]);
     return CellColor<RgbLanes<Sample>>(read.in.site, columns[0], columns[1], [](V a, V b) { return MeanUp(a, b); });
   }
 #endif
