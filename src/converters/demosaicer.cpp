@@ -221,11 +221,6 @@ const Twins<DecodeKernel<Sample>>& Demosaicer<Sample>::KernelOf(std::size_t meth
   return kMethods[method].kernel.template Of<Sample>();
 }
 
-template <class Sample>
-const Twins<DirectKernel>* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Pair& pair, Site site) const {
-  return pair.count == 2 ? ShortcutFor(method, pair.lines[0], site) : nullptr;
-}
-
 // The kernel for pixels from one at `site` on, or null where strips have to be used.
 template <class Sample>
 const Twins<DirectKernel>* Demosaicer<Sample>::ShortcutFor(std::size_t method, const TargetLine& line,

@@ -55,7 +55,9 @@ class Demosaicer {
   std::uint32_t FetchAheadOfPairs() const;
   SourceLines CellsAt(const Pair& pair, std::size_t column) const;
   const Twins<DirectKernel>* ShortcutFor(std::size_t method, const TargetLine& line, Site site) const;
-  const Twins<DirectKernel>* ShortcutFor(std::size_t method, const Pair& pair, Site site) const;
+  const Twins<DirectKernel>* ShortcutFor(std::size_t method, const Pair& pair, Site site) const {
+    return pair.count == 2 ? ShortcutFor(method, pair.lines[0], site) : nullptr;
+  }
 
   const Writer& mWriter;
   const Frame& mFrame;
