@@ -13,7 +13,7 @@ namespace {
 template <class Decoded, class Result>
 void DevelopLines(const SourceType& source, const Writer& writer, const Frame& frame, std::uint32_t first,
                   std::uint32_t end) {
-  const LookupTables<std::uint16_t>& lookup = frame.development->Lookup();
+  const MosaicLookup& lookup = frame.development->Lookup();
   const StripSteps<Result> steps = StepsAfterDemosaicing<Result>(frame, source.depth, writer);
   const Fit fit = FitAfterDemosaicing<Result>(frame, source.depth, writer);
   const LineDecoder<Decoded> lines(source, frame);
@@ -21,9 +21,9 @@ void DevelopLines(const SourceType& source, const Writer& writer, const Frame& f
     const TargetLine target = TargetAt(line.destination, frame, fit, writer);
     lines.ForEachStrip(line.source, [&](const Channels<Decoded>& in, std::size_t count, std::size_t at) {
       Strip<Result> strip;
-      LookUpSamples(in.red, count, lookup.red.entries, lookup.red.entries, strip.red);
-      LookUpSamples(in.green, count, lookup.green.entries, lookup.green.entries, strip.green);
-      LookUpSamples(in.blue, count, lookup.blue.entries, lookup.blue.entries, strip.blue);
+      LookUpSamples(in.red, count, {lookup.red, lookup.red, false}, strip.red);
+      LookUpSamples(in.green, count, {lookup.green, lookup.green, false}, strip.green);
+      LookUpSamples(in.blue, count, {lookup.blue, lookup.blue, false}, strip.blue);
       StorePixels<Result>({strip.red, strip.green, strip.blue}, steps, count, target, at, KernelChoice::kActive);
     });
   });

@@ -66,7 +66,7 @@ RowLookup RowLookupOf(const Frame& frame, std::uint32_t depth, std::uint32_t res
     return {&steps->Lookup(), LayoutSite(frame.flags), steps->DefectThreshold() != kNoDefects,
             steps->DefectThreshold()};
   }
-  return {TablesOf(*frame.filter).Lookup(depth, resultDepth), LayoutSite(frame.flags)};
+  return {TablesOf(*frame.filter).OfMosaics(depth, resultDepth), LayoutSite(frame.flags)};
 }
 
 }  // namespace LmImagingLib

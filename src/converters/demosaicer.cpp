@@ -19,15 +19,15 @@ bool IsInFull(const Frame& frame, const Writer& writer) {
 MosaicShortcuts::MosaicShortcuts(const Writer& writer) {
   // Luma has no order.
   const Writer* const other = IsLuma(writer) ? &writer : writer.swapped;
-  const auto findSwapped = [other](const char* name) {
-    return other == nullptr ? nullptr : FindShortcut(name, *other);
+  const auto find = [](const char* name, const Writer* to) {
+    return name == nullptr || to == nullptr ? nullptr : FindShortcut(name, *to);
   };
   for (std::size_t k = 0; k < kDemosaicMethods; ++k) {
-    own[k] = FindShortcut(kMethods[k].name, writer);
-    swapped[k] = findSwapped(kMethods[k].name);
+    own[k] = find(kMethods[k].name, &writer);
+    swapped[k] = find(kMethods[k].name, other);
+    ownOfWords[k] = find(kMethods[k].ofWords, &writer);
+    swappedOfWords[k] = find(kMethods[k].ofWords, other);
   }
-  ownOfWords = FindShortcut(kMethods[kBlock].ofWords, writer);
-  swappedOfWords = findSwapped(kMethods[kBlock].ofWords);
 }
 
 std::uint32_t DepthOfRows(const Frame& frame, std::uint32_t depth, const Writer& writer) {
@@ -115,10 +115,16 @@ template <class Sample>
 void Demosaicer<Sample>::ConvertCells(std::uint32_t line) {
   const std::uint8_t* const top = mRows.Row(2 * line);
   const std::uint8_t* const bottom = mRows.Row(2 * line + 1);
-  const SourceLines cells{{top, bottom}, mShift, mLayoutSite, mRows.IsSource() ? mFrame.fetchAhead : 0, mMask};
+  const SourceLines cells{{top, bottom}, mShift, mLayoutSite, FetchAheadOfPairs(), mMask};
   TargetLine target = mTarget;
   target.line = DestinationLineAt(mFrame, line);
-  ConvertStrips(mSteps, cells, mPixels, &target, 1, 0);
+  const Twins<DirectKernel>* const convert = ShortcutFor(mMethod, target, mLayoutSite);
+  // Of lines that are stored over their own rows, a whole strip is decoded first.
+  const bool apart =
+      target.line >= bottom + 2 * mPixels * mRows.SampleBytes() || target.line + mPixels * mWriter.pixelBytes <= top;
+  if (convert == nullptr || !apart) return ConvertStrips(mSteps, cells, mPixels, &target, 1, 0);
+  StripWalk walk(1, mWriter, target, mPixels, 0, mPixels);
+  while (walk.Next()) convert->Active()(cells, walk.At(), walk.Pixels(), &target, walk.At());
 }
 
 /// @param count  2, or 1 for a last line
@@ -180,10 +186,7 @@ void Demosaicer<Sample>::ConvertBilinear(const Pair& pair) {
   convertCellAt(mPixels - 2);
   if (mPixels % 2 != 0) convertCellAt(mPixels - 3);
   convertCellAt(0);
-  // Rows in the source have to be fetched; the next pair is two lines below.
-  const std::uint32_t ahead =
-      mRows.IsSource() && mFrame.fetchAhead != 0 ? static_cast<std::uint32_t>(2 * mFrame.sourceLine) : 0;
-  const SourceLines lines{{rows[0], rows[1], rows[2], rows[3]}, 0, site, ahead, mMask};
+  const SourceLines lines{{rows[0], rows[1], rows[2], rows[3]}, 0, site, FetchAheadOfPairs(), mMask};
   ConvertDirectly(convert->Active(), 1, mWriter, lines, interior, pair.lines, 1);
 }
 
@@ -195,6 +198,12 @@ void Demosaicer<Sample>::StoreCell(const Pair& pair, std::size_t column, std::si
   for (std::size_t k = 0; k < pair.count; ++k) {
     StorePixels<Sample>({pixels[0], pixels[1], pixels[2]}, mSteps, 1, pair.lines[k], at, KernelChoice::kDefinition);
   }
+}
+
+// Rows in the source have to be fetched; the next pair is two lines below.
+template <class Sample>
+std::uint32_t Demosaicer<Sample>::FetchAheadOfPairs() const {
+  return mRows.IsSource() && mFrame.fetchAhead != 0 ? static_cast<std::uint32_t>(2 * mFrame.sourceLine) : 0;
 }
 
 template <class Sample>
@@ -214,14 +223,16 @@ const Twins<DecodeKernel<Sample>>& Demosaicer<Sample>::KernelOf(std::size_t meth
 
 // The kernel for pixels from one at `site` on, or null where strips have to be used.
 template <class Sample>
-const Twins<DirectKernel>* Demosaicer<Sample>::ShortcutFor(std::size_t method, const Pair& pair, Site site) const {
+const Twins<DirectKernel>* Demosaicer<Sample>::ShortcutFor(std::size_t method, const TargetLine& line,
+                                                           Site site) const {
   const bool changes = mSteps.tables != nullptr || mSteps.widening != nullptr || mSteps.matrix != nullptr;
-  if (changes || pair.count != 2 || pair.lines[0].opaque) return nullptr;
+  if (changes || line.opaque) return nullptr;
   // Only aligned lines can be stored past the caches. Strips align either line.
-  if (pair.lines[0].streams && mFrame.destinationLine % kCacheLine != 0) return nullptr;
+  if (line.streams && mFrame.destinationLine % kCacheLine != 0) return nullptr;
   const bool isOwn = IsInRedRow(site);
-  const Shortcut* shortcut = isOwn ? mShortcuts.own[method] : mShortcuts.swapped[method];
-  if (mRows.SampleBytes() > sizeof(Sample)) shortcut = isOwn ? mShortcuts.ownOfWords : mShortcuts.swappedOfWords;
+  const bool ofWords = mRows.SampleBytes() > sizeof(Sample);
+  const Shortcut* const shortcut = isOwn ? (ofWords ? mShortcuts.ownOfWords : mShortcuts.own)[method]
+                                         : (ofWords ? mShortcuts.swappedOfWords : mShortcuts.swapped)[method];
   if (shortcut == nullptr) return nullptr;
   const Twins<DirectKernel>& convert = sizeof(Sample) == 1 ? shortcut->convert : shortcut->convertWords;
   return convert.Definition() == nullptr ? nullptr : &convert;

@@ -12,8 +12,8 @@ struct MosaicShortcuts {
 
   const Shortcut* own[kDemosaicMethods];
   const Shortcut* swapped[kDemosaicMethods];
-  const Shortcut* ownOfWords;  ///< of blocks that make bytes of words
-  const Shortcut* swappedOfWords;
+  const Shortcut* ownOfWords[kDemosaicMethods];  ///< that make bytes of words
+  const Shortcut* swappedOfWords[kDemosaicMethods];
 };
 
 /// The mosaic that a conversion reads.
@@ -52,8 +52,12 @@ class Demosaicer {
   void ConvertBilinear(const Pair& pair);
   void StoreCell(const Pair& pair, std::size_t column, std::size_t at);
   const Twins<DecodeKernel<Sample>>& KernelOf(std::size_t method) const;
+  std::uint32_t FetchAheadOfPairs() const;
   SourceLines CellsAt(const Pair& pair, std::size_t column) const;
-  const Twins<DirectKernel>* ShortcutFor(std::size_t method, const Pair& pair, Site site) const;
+  const Twins<DirectKernel>* ShortcutFor(std::size_t method, const TargetLine& line, Site site) const;
+  const Twins<DirectKernel>* ShortcutFor(std::size_t method, const Pair& pair, Site site) const {
+    return pair.count == 2 ? ShortcutFor(method, pair.lines[0], site) : nullptr;
+  }
 
   const Writer& mWriter;
   const Frame& mFrame;

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "filter/table_parts.h"
+
 namespace LmImagingLib {
 
 namespace {
@@ -49,7 +51,9 @@ DevelopSteps::DevelopSteps(const DevelopmentSettings& settings, std::uint32_t de
       mEntries[k][i] = Rounded<std::uint16_t>(mHasMatrix ? std::sqrt(light) : tone.At(light), EntryDepth());
     }
   }
-  Point(mLookup, mEntries[0].data(), mEntries[1].data(), mEntries[2].data());
+  LookupTables<std::uint16_t> lookup{};
+  Point(lookup, mEntries[0].data(), mEntries[1].data(), mEntries[2].data());
+  mSamples.Make(lookup, depth, EntryDepth());
   if (mHasMatrix) MakeMatrix(settings.matrix, tone);
   if (EntryDepth() == resultDepth) return;
   mWide.resize(256);
@@ -74,12 +78,14 @@ void DevelopSteps::MakeMatrix(const ColorMatrix& matrix, const ToneCurve& tone) 
     for (std::uint32_t i = 0; i < kToneIndices; ++i) {
       mToneBytes[i] = Rounded<std::uint8_t>(tone.At(LightAt(i) / 65535), 8);
     }
+    mToneParts = FindToneParts(mToneBytes);
   } else {
     mToneWords.resize(65536);
     for (std::uint32_t i = 0; i < 65536; ++i)
       mToneWords[i] = Rounded<std::uint16_t>(tone.At(i / 65535.0), mResultDepth);
   }
   mMatrix.bytes = mToneBytes.data();
+  mMatrix.parts = mToneParts ? &*mToneParts : nullptr;
   mMatrix.words = mToneWords.data();
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "LmImagingLib/Development.h"
 #include "filter/derived_list.h"
+#include "filter/sample_tables.h"
 #include "simd/color_matrix.h"
 
 namespace LmImagingLib {
@@ -26,7 +28,7 @@ class DevelopSteps {
   }
 
   /// One table a channel, for samples of all their bits.
-  const LookupTables<std::uint16_t>& Lookup() const { return mLookup; }
+  const MosaicLookup& Lookup() const { return mSamples.Lookup(); }
   /// Bits of the entries of that table.
   std::uint32_t EntryDepth() const { return mDepth == 8 ? 8 : mResultDepth; }
   /// Null where the matrix changes nothing.
@@ -45,8 +47,9 @@ class DevelopSteps {
   std::vector<std::uint16_t> mEntries[3];
   std::vector<std::uint16_t> mWide;
   std::vector<std::uint8_t> mToneBytes;
+  std::optional<ToneParts> mToneParts;
   std::vector<std::uint16_t> mToneWords;
-  LookupTables<std::uint16_t> mLookup{};
+  SampleTables mSamples;
   LookupTables<std::uint16_t> mWidening{};
   MatrixSteps mMatrix{};
 };

@@ -29,6 +29,9 @@ struct RGBFilterTables {
   /// the next write; any number of threads may call. Throws `std::bad_alloc`.
   const LookupTables<std::uint16_t>* Lookup(unsigned depth, unsigned resultDepth) const;
 
+  /// The same for the samples of mosaics.
+  const MosaicLookup* OfMosaics(unsigned depth, unsigned resultDepth) const;
+
   /// Finds out whether the 8-bit tables are gains. Any later write makes them plain tables again.
   void FindGains();
 
@@ -51,6 +54,8 @@ struct RGBFilterTables {
   std::optional<FilterCurve> curve;
 
  private:
+  const WideTables& Derived(unsigned depth, unsigned resultDepth) const;
+
   mutable DerivedList<WideTables> mDerived;
 };
 

@@ -5,7 +5,7 @@
 
 namespace LmImagingLib {
 
-std::optional<Gain> FindGain(const unsigned char (&table)[256]) {
+std::optional<Gain> FindGain(const unsigned char* table) {
   if (table[0] != 0) return std::nullopt;
   // Entry i is i * product >> 16: each entry leaves a range of products. Clamped entries have no upper bound.
   std::uint32_t least = 0;

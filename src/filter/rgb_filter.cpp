@@ -38,11 +38,17 @@ void RGBFilterTables::FindGains() {
   lookup.blue.gain = *blue;
 }
 
+const WideTables& RGBFilterTables::Derived(unsigned depth, unsigned resultDepth) const {
+  return mDerived.FindOrMake([=](const WideTables& tables) { return tables.Serves(depth, resultDepth); },
+                             [=] { return WideTables(*this, depth, resultDepth); });
+}
+
 const LookupTables<std::uint16_t>* RGBFilterTables::Lookup(unsigned depth, unsigned resultDepth) const {
-  return mDerived
-      .FindOrMake([=](const WideTables& tables) { return tables.Serves(depth, resultDepth); },
-                  [=] { return WideTables(*this, depth, resultDepth); })
-      .Lookup();
+  return Derived(depth, resultDepth).Lookup();
+}
+
+const MosaicLookup* RGBFilterTables::OfMosaics(unsigned depth, unsigned resultDepth) const {
+  return Derived(depth, resultDepth).OfMosaics();
 }
 
 const RGBFilterTables& TablesOf(const RGBFilter& filter) { return *filter.mTables; }

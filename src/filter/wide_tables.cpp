@@ -92,6 +92,7 @@ WideTables::WideTables(const RGBFilterTables& filter, unsigned depth, unsigned r
     }
     channels[k]->entries = mEntries[k].data();
   }
+  mSamples.Make(mLookup, depth, resultDepth);
 }
 
 }  // namespace LmImagingLib

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "filter/sample_tables.h"
 #include "simd/strip.h"
 
 namespace LmImagingLib {
@@ -31,12 +32,15 @@ class WideTables {
   bool Serves(unsigned depth, unsigned resultDepth) const { return depth == mDepth && resultDepth == mResultDepth; }
   /// Null where the tables change nothing.
   const LookupTables<std::uint16_t>* Lookup() const { return mIsIdentity ? nullptr : &mLookup; }
+  /// The same for the samples of mosaics.
+  const MosaicLookup* OfMosaics() const { return mIsIdentity ? nullptr : &mSamples.Lookup(); }
 
  private:
   unsigned mDepth, mResultDepth;
   bool mIsIdentity = false;
   std::vector<std::uint16_t> mEntries[3];
   LookupTables<std::uint16_t> mLookup{};
+  SampleTables mSamples;
 };
 
 }  // namespace LmImagingLib

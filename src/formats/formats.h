@@ -26,6 +26,7 @@ namespace LmImagingLib {
 #define LM_WIDE_SHORTCUT(Layout, Destination, Name) \
   LM_DECLARE_IN_SETS(DirectKernel, Name)            \
   LM_DECLARE_IN_SETS(DirectKernel, Name##Words)
+#define LM_WORDS_SHORTCUT(Layout, Destination, Name) LM_DECLARE_IN_SETS(DirectKernel, Name)
 #include "formats/formats.inc"
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
@@ -34,6 +35,7 @@ namespace LmImagingLib {
 #undef LM_WIDE_LUMA_FORMAT
 #undef LM_SHORTCUT
 #undef LM_WIDE_SHORTCUT
+#undef LM_WORDS_SHORTCUT
 
 inline constexpr Format kFormats[] = {
 #define LM_FORMAT(Name, ...) {#Name, {LM_TWINS(DecodeKernel<std::uint8_t>, Name), {}}, {}, {}, __VA_ARGS__},
@@ -54,6 +56,7 @@ inline constexpr Format kFormats[] = {
   {#Name, LM_WIDE_TWINS(DecodeKernel, Name), {}, LM_WIDE_TWINS(DecodeKernel, Name##Luma), __VA_ARGS__},
 #define LM_SHORTCUT(Layout, Destination, Name)
 #define LM_WIDE_SHORTCUT(Layout, Destination, Name)
+#define LM_WORDS_SHORTCUT(Layout, Destination, Name)
 #include "formats/formats.inc"
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
@@ -62,6 +65,7 @@ inline constexpr Format kFormats[] = {
 #undef LM_WIDE_LUMA_FORMAT
 #undef LM_SHORTCUT
 #undef LM_WIDE_SHORTCUT
+#undef LM_WORDS_SHORTCUT
 };
 
 inline constexpr Shortcut kShortcuts[] = {
@@ -73,6 +77,8 @@ inline constexpr Shortcut kShortcuts[] = {
 #define LM_SHORTCUT(Layout, Destination, Name) {#Layout, &Writers::k##Destination, LM_TWINS(DirectKernel, Name), {}},
 #define LM_WIDE_SHORTCUT(Layout, Destination, Name) \
   {#Layout, &Writers::k##Destination, LM_TWINS(DirectKernel, Name), LM_TWINS(DirectKernel, Name##Words)},
+#define LM_WORDS_SHORTCUT(Layout, Destination, Name) \
+  {#Layout, &Writers::k##Destination, {}, LM_TWINS(DirectKernel, Name)},
 #include "formats/formats.inc"
 #undef LM_FORMAT
 #undef LM_WIDE_FORMAT
@@ -81,6 +87,7 @@ inline constexpr Shortcut kShortcuts[] = {
 #undef LM_WIDE_LUMA_FORMAT
 #undef LM_SHORTCUT
 #undef LM_WIDE_SHORTCUT
+#undef LM_WORDS_SHORTCUT
 };
 
 /// Whether a kernel decodes groups of the size that its row says. False for a kernel without a row.

@@ -38,7 +38,7 @@ LM_DECLARE_WIDE_KERNEL(StoreKernel, StorePlanar48)
 // Each layout is defined in the file of its name in kernels/writers/.
 namespace Writers {
 
-extern const Writer kBGR24, kBGR32;
+extern const Writer kBGR24, kBGR32, kBGR48, kBGR48_10Bits, kBGR48_12Bits;
 
 inline constexpr Writer kRGB16{{kStoreRGB16, {}}, 2, 8, 0, 1, false, {0x20001}};
 // RGB24 and BGR24 pixels take 3 bytes under packed and unpacked ids alike.
@@ -56,12 +56,12 @@ inline constexpr Writer kGrayscale14{kStoreGrayWords, 2, 14, 6, 1, true, {0x1000
 inline constexpr Writer kGrayscale16{kStoreGrayWords, 2, 16, 0, 1, true, {0x10005}};
 
 // Colours of more than 8 bits a sample.
-inline constexpr Writer kRGB48{kStoreRGB48, 6, 16, 8, 1, false, {0x20004}};
-inline constexpr Writer kRGB48_10Bits{kStoreRGB48, 6, 10, 2, 1, false, {0x20008}};
-inline constexpr Writer kRGB48_12Bits{kStoreRGB48, 6, 12, 4, 1, false, {0x2000C}};
-inline constexpr Writer kBGR48{kStoreBGR48, 6, 16, 8, 1, false, {0x20A40}};
-inline constexpr Writer kBGR48_10Bits{kStoreBGR48, 6, 10, 2, 1, false, {0x20042}};
-inline constexpr Writer kBGR48_12Bits{kStoreBGR48, 6, 12, 4, 1, false, {0x20043}};
+inline constexpr Writer kRGB48{kStoreRGB48, 6, 16, 8, 1, false, {0x20004}, &kBGR48};
+inline constexpr Writer kRGB48_10Bits{kStoreRGB48, 6, 10, 2, 1, false, {0x20008}, &kBGR48_10Bits};
+inline constexpr Writer kRGB48_12Bits{kStoreRGB48, 6, 12, 4, 1, false, {0x2000C}, &kBGR48_12Bits};
+inline constexpr Writer kBGR48{kStoreBGR48, 6, 16, 8, 1, false, {0x20A40}, &kRGB48};
+inline constexpr Writer kBGR48_10Bits{kStoreBGR48, 6, 10, 2, 1, false, {0x20042}, &kRGB48_10Bits};
+inline constexpr Writer kBGR48_12Bits{kStoreBGR48, 6, 12, 4, 1, false, {0x20043}, &kRGB48_12Bits};
 inline constexpr Writer kRGB64{kStoreRGB64, 8, 16, 8, 1, false, {0x20005}};
 inline constexpr Writer kBGR64{kStoreBGR64, 8, 16, 8, 1, false, {0x20A41}};
 inline constexpr Writer kPlanar48{kStorePlanar48, 2, 16, 8, 3, false, {0x820004}};

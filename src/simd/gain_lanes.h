@@ -2,7 +2,7 @@
 
 #include "simd/lanes.h"
 
-// A filter's tables of bytes as multiplications.
+// A filter's tables as multiplications.
 #if LM_LANES
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -23,6 +23,36 @@ class GainLanes {
 
  private:
   std::uint16_t mFactor, mDown;
+};
+
+/// One number in even lanes, another one in odd lanes.
+inline U16 InEvenAndOdd(std::uint16_t even, std::uint16_t odd) {
+  return U16(U32{} + (static_cast<std::uint32_t>(odd) << 16 | even));
+}
+
+/// The products of words and gains, of 16 and 32 bits, of which the upper 16 are kept. Bits above those of a sample
+/// change nothing.
+class WideProducts {
+ public:
+  explicit WideProducts(const WideGain& gain) : WideProducts(gain, gain) {}
+  /// Gains of their own in even and in odd lanes, for samples of as many bits.
+  WideProducts(const WideGain& even, const WideGain& odd)
+      : mHigh(
+            InEvenAndOdd(static_cast<std::uint16_t>(even.factor >> 16), static_cast<std::uint16_t>(odd.factor >> 16))),
+        mLow(InEvenAndOdd(static_cast<std::uint16_t>(even.factor), static_cast<std::uint16_t>(odd.factor))),
+        mUp(static_cast<std::uint16_t>(even.up)) {}
+
+  U16 operator()(U16 words) const {
+    const U16 x = words << mUp;
+    const U16 low = x * mHigh;
+    const U16 sum = low + MultiplyHigh(x, mLow);
+    const U16 carry = U16(sum < low);  // a lane in which the comparison holds is -1
+    return MultiplyHigh(x, mHigh) - carry;
+  }
+
+ private:
+  U16 mHigh, mLow;
+  std::uint16_t mUp;
 };
 
 }  // namespace

@@ -161,20 +161,47 @@ class Table {
 #else
   explicit Table(const ChannelTable<std::uint8_t>& table) : mEntries(table.entries) {}
 
-  // Sixteen shuffles of sixteen entries each. A shuffle gives 0 where the top bit of its index is set; xor with the
-  // high digit, and a saturating addition of 0x70, leave that bit clear only where the digit is the table's.
+  // Sixteen shuffles of sixteen entries each, by the low digit of an index. The bits of the high digit choose among
+  // them, the lowest one first: between two and two, and then between what was chosen.
   U8 operator[](U8 index) const {
-    U8 found{};
-    for (unsigned digit = 0; digit < 16; ++digit) {
-      const U8 local = index ^ static_cast<std::uint8_t>(16 * digit);
-      const Register part = Broadcast(_mm_loadu_si128(reinterpret_cast<const __m128i*>(mEntries + 16 * digit)));
-      const Register selector = LM_INTRINSIC(adds_epu8)(Register(local), Register(Fill(0x70)));
-      found |= U8(LM_INTRINSIC(shuffle_epi8)(part, selector));
-    }
-    return found;
+    const U8 low = index & 0xF;
+    const auto bits = U16(index);
+    return Chosen<0, 16>(low, {Sign(bits << 3), Sign(bits << 2), Sign(bits << 1), Sign(bits)});
   }
 
  private:
+#if LM_HAS_MASKS
+  using Choice = __mmask64;
+  static Choice Sign(U16 bytes) { return _mm512_movepi8_mask(Register(bytes)); }
+  static U8 Blend(U8 a, U8 b, Choice choice) { return U8(_mm512_mask_blend_epi8(choice, Register(a), Register(b))); }
+#else
+  // The upper bit of each byte.
+  using Choice = U16;
+  static Choice Sign(U16 bytes) { return bytes; }
+  static U8 Blend(U8 a, U8 b, Choice choice) {
+    return U8(LM_INTRINSIC(blendv_epi8)(Register(a), Register(b), Register(choice)));
+  }
+#endif
+  struct Choices {
+    Choice by16, by32, by64, by128;
+  };
+
+  // Of `kCount` parts from `kFirst` on the one that an index is in.
+  template <std::size_t kFirst, std::size_t kCount>
+  U8 Chosen(U8 low, const Choices& choices) const {
+    if constexpr (kCount == 1) {
+      const auto* const part = reinterpret_cast<const __m128i*>(mEntries + 16 * kFirst);
+      return U8(LM_INTRINSIC(shuffle_epi8)(Broadcast(_mm_loadu_si128(part)), Register(low)));
+    } else {
+      const Choice choice = kCount == 2   ? choices.by16
+                            : kCount == 4 ? choices.by32
+                            : kCount == 8 ? choices.by64
+                                          : choices.by128;
+      return Blend(Chosen<kFirst, kCount / 2>(low, choices), Chosen<kFirst + kCount / 2, kCount / 2>(low, choices),
+                   choice);
+    }
+  }
+
   const std::uint8_t* mEntries;
 #endif
 };

@@ -77,10 +77,46 @@ using AdaptiveKernel = void(const PartedRows<Number<Sample>>& in, const Number<S
 using RowPixelsKernel = void(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences,
                              std::size_t pixels, std::uint8_t* to);
 
-/// Looks the samples of a row up, even and odd columns in tables of their own. The address may be any.
+/// A table of bytes for samples of at most 12 bits that rises slowly, in pieces that registers hold: of 4 samples below
+/// 1024, and of 16 above, which have two rises at most.
+struct SampleParts {
+  static constexpr std::size_t kBright = 256;  ///< where the pieces of 16 samples from 0 on begin
+
+  std::uint8_t window[64];   ///< the results of 64 samples that may rise fast
+  std::uint8_t windowPiece;  ///< the piece of 4 that these begin with
+  std::uint8_t least[512];   ///< of a piece; of 16 samples less one for each rise that it has not, modulo 256
+  /// How much more the others of 4 samples are, in 2, 3 and 3 bits from the lowest one on. Of 16 samples two nibbles:
+  /// those from which on it is one more; 0 for no rise.
+  std::uint8_t rises[512];
+};
+
+/// What the samples of one colour of a mosaic are looked up in.
+struct SampleTable {
+  const std::uint16_t* words;  ///< the result of each sample
+  const std::uint8_t* bytes;   ///< the same as bytes; null where results have more than 8 bits
+  const SampleParts* parts;    ///< equal to these bytes; null where they rise too fast, or samples have other bits
+  Gain gain;                   ///< equal to the table of samples of bytes
+  WideGain wideGain;           ///< of samples of words; results of 8 bits are the upper ones of its clamped products
+};
+
+/// The tables of a mosaic.
+struct MosaicLookup {
+  SampleTable red, green, blue;
+  bool areGains;  ///< whether all of them equal their gains
+};
+
+/// The tables of a row of a mosaic.
+struct RowTables {
+  const SampleTable& even;  ///< of even columns
+  const SampleTable& odd;
+  bool areGains;
+  std::uint32_t ahead = 0;  ///< how many bytes ahead to fetch the row into the cache
+};
+
+/// Looks the samples of a row up. The address of the row may be any. Words have no bits above those of a sample, unless
+/// the tables are gains.
 template <class In, class Out>
-using LookUpRowKernel = void(const std::uint8_t* row, std::size_t width, const std::uint16_t* even,
-                             const std::uint16_t* odd, Out* out);
+using LookUpRowKernel = void(const std::uint8_t* row, std::size_t width, const RowTables& tables, Out* out);
 
 /// Corrects the defect pixels of a row, given with those two above and below. Rows begin two samples before the first
 /// column and end two after the last one.

@@ -47,26 +47,17 @@ class FitLanes {
   std::uint16_t mFactor, mDown;
 };
 
-/// A table of words that is a gain: a product of 16 and 32 bits, of which the upper 16 are kept.
+/// A table of words that is a gain.
 class WideGainLanes {
  public:
   explicit WideGainLanes(const WideGain& gain, const Fit& fit = {})
-      : mHigh(static_cast<std::uint16_t>(gain.factor >> 16)),
-        mLow(static_cast<std::uint16_t>(gain.factor)),
-        mUp(static_cast<std::uint16_t>(gain.up)),
-        mMost(static_cast<std::uint16_t>(0xFFFFU >> gain.up)),
-        mFit(fit) {}
+      : mProducts(gain), mMost(static_cast<std::uint16_t>(0xFFFFU >> gain.up)), mFit(fit) {}
 
-  U16 operator()(U16 words) const {
-    const U16 x = words << mUp;
-    const U16 low = x * mHigh;
-    const U16 sum = low + MultiplyHigh(x, mLow);
-    const U16 carry = U16(sum < low);  // a lane in which the comparison holds is -1
-    return mFit(Least(MultiplyHigh(x, mHigh) - carry, U16{} + mMost));
-  }
+  U16 operator()(U16 words) const { return mFit(Least(mProducts(words), U16{} + mMost)); }
 
  private:
-  std::uint16_t mHigh, mLow, mUp, mMost;
+  WideProducts mProducts;
+  std::uint16_t mMost;
   FitLanes mFit;
 };
 

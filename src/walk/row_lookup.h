@@ -15,20 +15,19 @@ LM_DECLARE_KERNEL(LookUpWordsKernel, LookUpWords)
 /// Looks the samples of a row up, even and odd columns in tables of their own. The address of the row may be any.
 /// @param In  a sample of the row: a byte or a word
 template <class In, class Out>
-void LookUpRow(const std::uint8_t* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd,
-               Out* out) {
+void LookUpRow(const std::uint8_t* row, std::size_t width, const RowTables& tables, Out* out) {
   if constexpr (sizeof(In) == 1) {
-    kLookUpBytes.Active()(row, width, even, odd, out);
+    kLookUpBytes.Active()(row, width, tables, out);
   } else if constexpr (sizeof(Out) == 1) {
-    kLookUpToBytes.Active()(row, width, even, odd, out);
+    kLookUpToBytes.Active()(row, width, tables, out);
   } else {
-    kLookUpWords.Active()(row, width, even, odd, out);
+    kLookUpWords.Active()(row, width, tables, out);
   }
 }
 
 template <class In, class Out>
-void LookUpSamples(const In* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd, Out* out) {
-  LookUpRow<In>(reinterpret_cast<const std::uint8_t*>(row), width, even, odd, out);
+void LookUpSamples(const In* row, std::size_t width, const RowTables& tables, Out* out) {
+  LookUpRow<In>(reinterpret_cast<const std::uint8_t*>(row), width, tables, out);
 }
 
 }  // namespace LmImagingLib

@@ -128,17 +128,20 @@ template <class Sample>
 template <class Decoded>
 void RowWindow<Sample>::LookUpDecoded(std::uint32_t line, DefectRows<Decoded>* defects, Sample* row) {
   const Site site = Below(mLookup.site, line);
-  const std::uint16_t* const green = mLookup.tables->green.entries;
-  const std::uint16_t* const color = (IsInRedRow(site) ? mLookup.tables->red : mLookup.tables->blue).entries;
-  const std::uint16_t* const even = IsGreen(site) ? green : color;
-  const std::uint16_t* const odd = IsGreen(site) ? color : green;
-  if (defects == nullptr && IsRows<Decoded>(mSource, mFrame)) {
-    return LmImagingLib::LookUpRow<Decoded>(SourceRow(line), mWidth, even, odd, row);
+  const MosaicLookup& lookup = *mLookup.tables;
+  const SampleTable& color = IsInRedRow(site) ? lookup.red : lookup.blue;
+  RowTables tables{IsGreen(site) ? lookup.green : color, IsGreen(site) ? color : lookup.green, lookup.areGains};
+  // Products leave out what is above the bits of a sample.
+  const bool inPlace =
+      IsRows<Decoded>(mSource, mFrame) || (lookup.areGains && !mSource.normalized && HasRows<Decoded>(mSource, mFrame));
+  if (defects == nullptr && inPlace) {
+    tables.ahead = mFrame.fetchAhead;
+    return LmImagingLib::LookUpRow<Decoded>(SourceRow(line), mWidth, tables, row);
   }
   auto* const decoded = reinterpret_cast<Decoded*>(mDecodedRow.data());
   const auto decode = [this](std::uint32_t from, Decoded* to) { DecodeRow(from, to); };
   defects != nullptr ? defects->Correct(line, decode, decoded) : decode(line, decoded);
-  LookUpSamples(decoded, mWidth, even, odd, row);
+  LookUpSamples(decoded, mWidth, tables, row);
 }
 
 template <class Sample>

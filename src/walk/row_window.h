@@ -19,10 +19,10 @@ std::size_t RowBytesRead(const SourceType& source, std::uint32_t width);
 /// The tables that the samples of a mosaic are looked up in, each in that of its colour. Of words that are to become
 /// bytes the results have 8 bits.
 struct RowLookup {
-  const LookupTables<std::uint16_t>* tables = nullptr;  ///< null where nothing is looked up
-  Site site = {};                                       ///< of even lines and columns
-  bool correctsDefects = false;                         ///< whether defect pixels are corrected before
-  std::uint32_t defectThreshold = 0;                    ///< how far they are outside of the range of their neighbours
+  const MosaicLookup* tables = nullptr;  ///< null where nothing is looked up
+  Site site = {};                        ///< of even lines and columns
+  bool correctsDefects = false;          ///< whether defect pixels are corrected before
+  std::uint32_t defectThreshold = 0;     ///< how far they are outside of the range of their neighbours
 };
 
 /// The rows of a mosaic around the lines that are being converted, as samples: a ring of rows, found by their numbers.

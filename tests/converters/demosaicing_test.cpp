@@ -113,6 +113,22 @@ TEST_P(Demosaicing, FlatColorsAndLinearGraysComeBack) {
   }
 }
 
+// Lines of half the size need no room of their own: they are not longer than the rows that they are made of.
+TEST(HalfSize, InPlaceEqualsIntoAnotherBuffer) {
+  constexpr unsigned long kWidth = 512, kHeight = 6;
+  model::Random random(4);
+  alignas(64) std::uint8_t source[kWidth * kHeight], expected[kWidth / 2 * kHeight / 2 * 3];
+  for (std::uint8_t& byte : source) byte = static_cast<std::uint8_t>(random());
+  const auto convert = [&](std::uint8_t* to) {
+    PixelTypeFactory::FindConverter(0x20010, 0x20002)
+        ->Convert(source, kWidth, kHeight, to, kWidth / 2, kHeight / 2, kWidth / 2, kHeight / 2,
+                  ConversionFlags::kHalfSize | ConversionFlags::kBayerRG, 0, nullptr, nullptr);
+  };
+  convert(expected);
+  convert(source);
+  EXPECT_TRUE(std::equal(std::begin(expected), std::end(expected), source));
+}
+
 // A chain that an application makes keeps the lines that a method reads around those of a band. The last line of an
 // interlaced image of odd height is in no field: it is black, whatever the band held before.
 TEST(Chains, EqualDirectConversions) {

@@ -1,4 +1,6 @@
 // Bayer mosaic, half size: each 2 x 2 cell of samples makes a pixel. The mean of the greens is rounded.
+#include "kernels/writers/interleaved_words.h"
+#include "simd/direct.h"
 #include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -34,18 +36,78 @@ struct BayerHalfLayout {
   };
 
   template <class Reader>
+  static void Part(const Reader& read, std::size_t line, Lanes<Sample> (&columns)[2]) {
+#if LM_LANES == 32
+    // Words that become bytes are loaded as two packs want them, each within 16 bytes.
+    if constexpr (kSampleBytes > sizeof(Sample)) {
+      const auto factor = static_cast<std::uint16_t>(0x100U >> read.in.shift);
+      const auto bytesAt = [&](std::size_t offset) {
+        return U16(JoinWords(U16(read.Units(line, offset, 2 * kLanes)) * factor >> 8,
+                             U16(read.Units(line, offset + 16, 2 * kLanes)) * factor >> 8));
+      };
+      const U16 first = bytesAt(0), second = bytesAt(kLanes);
+      columns[0] = JoinWords(first & 0xFF, second & 0xFF);
+      columns[1] = JoinWords(first >> 8, second >> 8);
+      return;
+    }
+#endif
+    Lanes<Sample> window[2];
+    LoadSamples<kSampleBytes>(read, line, 0, 2 * kBlock<Sample>, window);
+    columns[0] = Pick<EvenSamples>(window);
+    columns[1] = Pick<OddSamples>(window);
+  }
+
+  template <class Reader>
   static RgbLanes<Sample> Block(const Reader& read, Of<Sample>) {
     using V = Lanes<Sample>;
     V columns[2][2];
-    for (std::size_t line = 0; line < 2; ++line) {
-      V window[2];
-      LoadSamples<kSampleBytes>(read, line, 0, 2 * kBlock<Sample>, window);
-      columns[line][0] = Pick<EvenSamples>(window);
-      columns[line][1] = Pick<OddSamples>(window);
-    }
+    for (std::size_t line = 0; line < 2; ++line) Part(read, line, columns[line]);
     return CellColor<RgbLanes<Sample>>(read.in.site, columns[0], columns[1], [](V a, V b) { return MeanUp(a, b); });
   }
 #endif
+};
+
+/// The pixels of a line, straight into a writer.
+template <class Sample_, std::size_t kSampleBytes = sizeof(Sample_)>
+struct HalfLine : BayerHalfLayout<Sample_, kSampleBytes> {
+  using Sample = Sample_;
+  using Line = BayerHalfLayout<Sample, kSampleBytes>;
+  static constexpr std::size_t kTargets = 1, kFresh = 2;
+  static constexpr bool kMosaic = true;
+  static constexpr std::size_t kNextLine = 0;
+
+#if LM_LANES
+  template <class Reader, class Store>
+  static void Blocks(const Reader& read, const Store& store) {
+    store(0, Line::Block(read, Of<Sample>{}));
+  }
+#endif
+};
+
+using HalfLineOfWords = HalfLine<std::uint8_t, 2>;
+
+/// Words of all their bits, fitted to the destination.
+template <First kFirst, std::size_t kPixelWords>
+class FittedWords : public InterleavedWords<kFirst, kPixelWords> {
+  using Words = InterleavedWords<kFirst, kPixelWords>;
+
+ public:
+  FittedWords(const TargetLine& target, Site /*site*/) : mFit(target.fit) {}
+
+  void Pixel(const Rgb<std::uint16_t>& pixel, std::uint8_t* to) const {
+    Words::Pixel({Fitted(pixel.r, mFit), Fitted(pixel.g, mFit), Fitted(pixel.b, mFit)}, to);
+  }
+
+#if LM_LANES
+  template <class To>
+  void Block(const RgbLanes<std::uint16_t>& in, To to) const {
+    const FitLanes fit(mFit);
+    Words::Block({fit(in.r), fit(in.g), fit(in.b)}, to);
+  }
+#endif
+
+ private:
+  const Fit mFit;
 };
 
 }  // namespace
@@ -54,3 +116,13 @@ struct BayerHalfLayout {
 LM_DEFINE_DECODER(std::uint8_t, BayerHalf, BayerHalfLayout<std::uint8_t>)
 LM_DEFINE_DECODER(std::uint16_t, BayerHalf, BayerHalfLayout<std::uint16_t>)
 LM_DEFINE_DECODER(std::uint8_t, BayerHalfOfWords, BayerHalfLayout<std::uint8_t, 2>)
+LM_EXPORT_DIRECT(BayerHalfToRGB24, HalfLine<std::uint8_t>, Interleaved<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerHalfToBGR24, HalfLine<std::uint8_t>, Interleaved<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerHalfToRGB32, HalfLine<std::uint8_t>, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(BayerHalfToBGR32, HalfLine<std::uint8_t>, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(BayerWordHalfToRGB24, HalfLineOfWords, Interleaved<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerWordHalfToBGR24, HalfLineOfWords, Interleaved<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerWordHalfToRGB32, HalfLineOfWords, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(BayerWordHalfToBGR32, HalfLineOfWords, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(BayerHalfToRGBWords, HalfLine<std::uint16_t>, FittedWords<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerHalfToBGRWords, HalfLine<std::uint16_t>, FittedWords<First::kBlue, 3>)

@@ -1,6 +1,5 @@
 // Parts a row of a mosaic into its even and its odd columns.
 #include "kernels/bayer/numbers.h"
-#include "simd/joined.h"
 #include "simd/mosaic.h"
 
 namespace LmImagingLib::LM_ISA {
@@ -34,17 +33,6 @@ void PartSamples(const std::uint8_t* row, std::size_t width, Number<Sample>* eve
   }
 }
 
-template <class In, class Out>
-void LookUpSamples(const std::uint8_t* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd,
-                   Out* out) {
-  const auto at = [row](std::size_t i) {
-    In sample;
-    std::memcpy(&sample, row + i * sizeof sample, sizeof sample);
-    return sample;
-  };
-  StoreJoined(width, out, [&](std::size_t i, std::size_t k) { return (k % 2 == 0 ? even : odd)[at(i + k)]; });
-}
-
 }  // namespace
 
 PartRowKernel<std::uint8_t> PartRow;
@@ -60,22 +48,6 @@ CoarsenKernel Coarsen;
 void Coarsen(const std::int32_t* __restrict numbers, std::size_t count, std::uint32_t shift,
              std::int16_t* __restrict coarse) {
   for (std::size_t i = 0; i < count; ++i) coarse[i] = static_cast<std::int16_t>(numbers[i] >> shift);
-}
-
-LookUpRowKernel<std::uint8_t, std::uint8_t> LookUpBytes;
-LookUpRowKernel<std::uint16_t, std::uint8_t> LookUpToBytes;
-LookUpRowKernel<std::uint16_t, std::uint16_t> LookUpWords;
-void LookUpBytes(const std::uint8_t* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd,
-                 std::uint8_t* out) {
-  LookUpSamples<std::uint8_t>(row, width, even, odd, out);
-}
-void LookUpToBytes(const std::uint8_t* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd,
-                   std::uint8_t* out) {
-  LookUpSamples<std::uint16_t>(row, width, even, odd, out);
-}
-void LookUpWords(const std::uint8_t* row, std::size_t width, const std::uint16_t* even, const std::uint16_t* odd,
-                 std::uint16_t* out) {
-  LookUpSamples<std::uint16_t>(row, width, even, odd, out);
 }
 
 }  // namespace LmImagingLib::LM_ISA

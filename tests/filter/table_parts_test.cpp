@@ -1,0 +1,142 @@
+#include "filter/table_parts.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <vector>
+
+#include "filter/development_tables.h"
+#include "simd/each_set.h"
+#include "simd/kernel.h"
+
+namespace LmImagingLib {
+
+LM_DECLARE_WIDE_KERNEL(MatrixKernel, ApplyMatrix)
+
+namespace {
+
+// The definition of the parts: the entry of some light.
+std::uint8_t EntryOf(const ToneParts& parts, std::uint32_t light) {
+  if (light < 64) return parts.first[light];
+  const std::size_t at = light < 4096    ? light / 16
+                         : light < 16384 ? ToneParts::kMiddle + light / 128
+                                         : ToneParts::kBright + light / 256;
+  const std::uint32_t entry = light < 4096 ? light % 16 : light < 16384 ? light / 16 % 8 : light / 16 % 16;
+  const unsigned first = parts.rises[at] / 16, second = parts.rises[at] % 16;
+  return static_cast<std::uint8_t>(parts.least[at] + (entry >= first ? 1 : 0) + (entry >= second ? 1 : 0));
+}
+
+std::vector<std::uint8_t> TableOf(const MatrixSteps& steps) { return {steps.bytes, steps.bytes + kToneIndices}; }
+
+DevelopmentSettings Settings(const ToneCurve& tone) {
+  DevelopmentSettings settings;
+  // Nearly every light comes up in each of the channels.
+  settings.matrix = {1, 2.0 / 256, 0, 0, 1, -2.0 / 256, 2.0 / 256, 0, 1};
+  settings.tone = tone;
+  return settings;
+}
+
+const ToneCurve kTones[] = {{ToneCurve::kSRGB},       {ToneCurve::kBT709},      {ToneCurve::kLinear},
+                            {ToneCurve::kGamma, 2.2}, {ToneCurve::kGamma, 1.0}, {ToneCurve::kGamma, 0.2}};
+
+TEST(TableParts, EqualTheTableWhereTheyAreFound) {
+  for (const ToneCurve& tone : kTones) {
+    const DevelopSteps steps(Settings(tone), 12, 8);
+    std::vector<std::uint8_t> table = TableOf(*steps.Matrix());
+    const bool isSlow = tone.kind != ToneCurve::kGamma || tone.gamma > 0.9;
+    ASSERT_EQ(steps.Matrix()->parts != nullptr, isSlow) << tone.kind << ", " << tone.gamma;
+    for (const std::size_t bent :
+         {std::size_t{0}, std::size_t{5}, std::size_t{77}, std::size_t{4400}, std::size_t{7000}}) {
+      table[bent] ^= 1;
+      const std::optional<ToneParts> parts = FindToneParts(table);
+      EXPECT_TRUE(parts || !isSlow || bent > 63);
+      for (std::uint32_t light = 0; parts && light < 65536; ++light) {
+        ASSERT_EQ(EntryOf(*parts, light), table[ToneIndex(light)]) << light << ", bent at " << bent;
+      }
+    }
+  }
+}
+
+// The same of samples.
+std::uint8_t EntryOf(const SampleParts& parts, std::uint32_t sample) {
+  const std::uint32_t fromWindow = sample - 4U * parts.windowPiece;
+  if (fromWindow < 64) return parts.window[fromWindow];
+  if (sample < 1024) {
+    const std::uint8_t rises = parts.rises[sample / 4];
+    const int more[] = {0, rises & 3, rises >> 2 & 7, rises >> 5};
+    return static_cast<std::uint8_t>(parts.least[sample / 4] + more[sample % 4]);
+  }
+  const std::size_t at = SampleParts::kBright + sample / 16;
+  return static_cast<std::uint8_t>(parts.least[at] + (sample % 16 >= parts.rises[at] % 16U ? 1 : 0) +
+                                   (sample % 16 >= parts.rises[at] / 16U ? 1 : 0));
+}
+
+TEST(TableParts, EqualTheTablesOfMosaicsWhereTheyAreFound) {
+  struct Case {
+    ToneCurve tone;
+    double black, gain;
+    unsigned depth;
+    bool matrix, isSlow;
+  };
+  const ToneCurve srgb{ToneCurve::kSRGB}, linear{ToneCurve::kLinear};
+  for (const Case& c :
+       {Case{srgb, 0, 1, 12, false, true}, Case{srgb, 240, 1.7, 12, true, true}, Case{srgb, 64, 9, 12, false, true},
+        Case{linear, 0, 1.6, 12, false, true}, Case{linear, 0, 3, 12, false, false},
+        Case{srgb, 60, 1.6, 10, false, false}, Case{srgb, 0, 1, 14, false, false}}) {
+    DevelopmentSettings settings = Settings(c.tone);
+    settings.black = {c.black, c.black, c.black};
+    settings.gains = {c.gain, c.gain, c.gain};
+    if (!c.matrix) settings.matrix = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    const DevelopSteps steps(settings, c.depth, 8);
+    const SampleTable& made = steps.Lookup().green;
+    ASSERT_EQ(made.parts != nullptr, c.isSlow) << c.black << ", " << c.gain << ", " << c.depth;
+    if (c.depth > 12) continue;
+    std::vector<std::uint8_t> table(made.bytes, made.bytes + (1U << c.depth));
+    for (const std::size_t bent : {std::size_t{2}, std::size_t{130}, std::size_t{999}, table.size() - 9}) {
+      const std::optional<SampleParts> parts = FindSampleParts(table);
+      for (std::uint32_t i = 0; parts && i < table.size(); ++i) ASSERT_EQ(EntryOf(*parts, i), table[i]) << i;
+      table[bent] ^= 1;
+    }
+  }
+}
+
+// The window holds the first rise; another one has to fit the bits of its piece.
+TEST(TableParts, HoldARiseOrAreNone) {
+  for (const unsigned sample : {701U, 702U, 703U, 2001U, 2015U}) {
+    const unsigned most = sample == 701 ? 3 : sample < 1024 ? 7 : 2;
+    for (unsigned rise = 0; rise < 11; ++rise) {
+      std::vector<std::uint8_t> table;
+      for (unsigned i = 0; i < 4096; ++i) {
+        table.push_back(static_cast<std::uint8_t>((i < 5 ? 0 : 20) + (i < sample ? 0 : rise)));
+      }
+      const std::optional<SampleParts> parts = FindSampleParts(table);
+      ASSERT_EQ(parts.has_value(), rise <= most) << rise << " at " << sample;
+      for (unsigned i = 0; parts && i < 4096; ++i) ASSERT_EQ(EntryOf(*parts, i), table[i]) << rise << ", " << i;
+    }
+  }
+}
+
+// All pairs of red and green, and any blue.
+TEST(TableParts, MatrixEqualsItsDefinitionInEachSet) {
+  std::vector<std::uint8_t> pixels[3];
+  for (std::uint32_t i = 0; i < 65536 + 29; ++i) {
+    pixels[0].push_back(static_cast<std::uint8_t>(i >> 8));
+    pixels[1].push_back(static_cast<std::uint8_t>(i));
+    pixels[2].push_back(static_cast<std::uint8_t>(i * 7 + (i >> 8) * 13));
+  }
+  const std::size_t count = pixels[0].size();
+  for (const ToneCurve& tone : kTones) {
+    const DevelopSteps steps(Settings(tone), 12, 8);
+    const auto apply = [&](MatrixKernel<std::uint8_t>* kernel) {
+      std::vector<std::uint8_t> out(3 * (count + 1), 7);
+      kernel({pixels[0].data(), pixels[1].data(), pixels[2].data()}, *steps.Matrix(), count,
+             {&out[0], &out[count + 1], &out[2 * count + 2]});
+      return out;
+    };
+    const std::vector<std::uint8_t> expected = apply(kApplyMatrix.bytes.Definition());
+    ForEachInstructionSet([&] { EXPECT_EQ(apply(kApplyMatrix.bytes.Active()), expected) << tone.kind; });
+  }
+}
+
+}  // namespace
+}  // namespace LmImagingLib
