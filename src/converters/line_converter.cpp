@@ -44,7 +44,7 @@ class LineConverter::Lines {
         mInFull(converter.mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0),
         mFit(FitOf(sizeof(Sample) == 1 ? 8 : converter.mSource.depth, converter.mWriter, mInFull)),
         mMatrix(MatrixOf(frame.flags, IsLuma(converter.mWriter))),
-        mSteps{Decoder(), Format().groupPixels, Format().Is(kBytes), nullptr, StoredBy()} {
+        mSteps{Decoder(), Format().groupPixels, IsPlain(), nullptr, StoredBy()} {
     if (!Format().Is(kGray)) FindTables(frame);
     mNeedsNoStrip = NeedsNoStrip(mSteps, TargetAt(frame.destination, frame, mFit, converter.mWriter));
   }
@@ -108,6 +108,10 @@ class LineConverter::Lines {
     }
   }
 
+  // Whether the source holds its channels as samples that need no decoding.
+  bool IsPlain() const {
+    return sizeof(Sample) == 1 ? Format().Is(kBytes) : Format().Is(kWords) && mConverter.mSource.depth == 16;
+  }
   const struct Format& Format() const { return *mConverter.mSource.format; }
   // Whether samples have as many bits afterwards as shortcuts expect: 8, or 16 of words.
   bool KeepsBits() const {
