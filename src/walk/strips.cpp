@@ -83,6 +83,10 @@ void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, 
   }
 }
 
+// Pixels of a strip. Where the target is stored past the caches, loads of the next strip wait for stores of the last
+// one, and short strips spread both more evenly.
+std::size_t StripPixels(const TargetLine& target) { return target.streams ? kStripPixels / 8 : kStripPixels; }
+
 // Rare steps with strips of their own stay out of line: a large frame on the stack costs a single pixel dearly.
 template <class Sample>
 [[gnu::noinline]] void StoreByMatrix(const Channels<Sample>& channels, const StripSteps<Sample>& steps,
@@ -156,7 +160,7 @@ void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::
   // Channels that need no strip are stored in one go, unless something is done to them afterwards.
   const bool plain = HasChannels(steps, in, targets[0]);
   const bool whole = (plain || complete) && steps.widening == nullptr && steps.matrix == nullptr && !targets[0].opaque;
-  StripWalk walk(steps.groupPixels, steps.writer, targets[0], count, first, whole ? count : kStripPixels);
+  StripWalk walk(steps.groupPixels, steps.writer, targets[0], count, first, whole ? count : StripPixels(targets[0]));
   while (walk.Next()) {
     const std::size_t at = first + walk.At();
     const Room<Sample> room =
