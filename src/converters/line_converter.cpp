@@ -53,7 +53,8 @@ class LineConverter::Lines {
     TargetLine target = TargetAt(destination, mFrame, mFit, mSteps.writer);
     SourceLines lines = LinesAt(source);
     const Shortcut* const shortcut = mConverter.mShortcut;
-    if (shortcut != nullptr && KeepsBits() && mSteps.tables == nullptr && !IsByMatrix() && !target.opaque) {
+    if (shortcut != nullptr && FitsShortcut() && mSteps.tables == nullptr && mSteps.widening == nullptr &&
+        !IsByMatrix() && !target.opaque) {
       // Shortcuts of layouts other than YUV only move bytes.
       if (!mFrame.fetchesMoves && Format().decodeByMatrix.of[0] == nullptr) lines.ahead = target.ahead = 0;
       ConvertDirectly(shortcut->convert.Active(), mSteps.groupPixels, mSteps.writer, lines, pixels, &target, 0);
@@ -113,8 +114,10 @@ class LineConverter::Lines {
     return sizeof(Sample) == 1 ? Format().Is(kBytes) : Format().Is(kWords) && mConverter.mSource.depth == 16;
   }
   const struct Format& Format() const { return *mConverter.mSource.format; }
-  // Whether samples have as many bits afterwards as shortcuts expect: 8, or 16 of words.
-  bool KeepsBits() const {
+  // Whether samples have as many bits afterwards as shortcuts expect: 8, or 16 of words. Those of a layout of bytes to
+  // words shift by what they are told.
+  bool FitsShortcut() const {
+    if (!HasWords(mConverter.mSource)) return true;
     return mSteps.writer.depth == (sizeof(Sample) == 1 ? 8 : mConverter.mSource.depth) &&
            mSteps.writer.depth == 8 * sizeof(Sample);
   }

@@ -120,6 +120,7 @@ TEST_F(Streams, StoreWhatTheCachesWouldHaveHeld) {
     ExpectLikeInBands(0x420002, 0x420006, nullptr);  // bytes that change places
     ExpectLikeInBands(0x420006, 0x20003, nullptr);   // likewise, and a fourth that is zero
     ExpectLikeInBands(0x20004, 0x420002, nullptr);   // words to bytes
+    ExpectLikeInBands(0x420002, 0x20004, nullptr);   // bytes to words
   });
 }
 
