@@ -16,6 +16,10 @@ namespace {
 // Images are joined up to so many pixels: none of their sizes in bytes comes near 32 bits.
 constexpr std::uint64_t kMostJoined = 1U << 28;
 
+// Bytes of an image that second-level caches mostly hold. Fetching its lines from there makes kernels that do little
+// but move samples take an eighth longer.
+constexpr std::size_t kMostInSecondCache = 5U << 18;
+
 }  // namespace
 
 Fit FitOf(std::uint32_t depth, const Writer& writer, bool inFull) {
@@ -44,6 +48,7 @@ class LineConverter::Lines {
         mInFull(converter.mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0),
         mFit(FitOf(sizeof(Sample) == 1 ? 8 : converter.mSource.depth, converter.mWriter, mInFull)),
         mMatrix(MatrixOf(frame.flags, IsLuma(converter.mWriter))),
+        mFetches(FetchesLines()),
         mSteps{Decoder(), Format().groupPixels, IsPlain(), nullptr, StoredBy()} {
     if (!Format().Is(kGray)) FindTables(frame);
     mNeedsNoStrip = NeedsNoStrip(mSteps, TargetAt(frame.destination, frame, mFit, converter.mWriter));
@@ -53,6 +58,7 @@ class LineConverter::Lines {
     TargetLine target = TargetAt(destination, mFrame, mFit, mSteps.writer);
     SourceLines lines = LinesAt(source);
     const Shortcut* const shortcut = mConverter.mShortcut;
+    if (!mFetches) lines.ahead = target.ahead = 0;
     if (shortcut != nullptr && FitsShortcut() && mSteps.tables == nullptr && mSteps.widening == nullptr &&
         !IsByMatrix() && !target.opaque) {
       // Shortcuts of layouts other than YUV only move bytes.
@@ -85,6 +91,13 @@ class LineConverter::Lines {
   }
 
  private:
+  // Whether lines are fetched ahead. Gray of plain bytes is read so slowly, beside what is made of it, that processors
+  // keep up by themselves.
+  bool FetchesLines() const {
+    if (!Format().Is(kGray)) return true;
+    const std::size_t bytes = (mFrame.sourceLine + mFrame.destinationLine) * mFrame.destinationHeight;
+    return Format().Is(kWords) ? bytes > kMostInSecondCache : !Format().Is(kBytes);
+  }
   // Whether gray is decoded: of YUV by a matrix, and of layouts that make it at once where no colour is looked up.
   bool DecodesLuma() const {
     if (Format().decodeLuma.template Of<Sample>().of[0] == nullptr || !IsLuma(mConverter.mWriter)) return false;
@@ -133,6 +146,7 @@ class LineConverter::Lines {
   const bool mInFull;
   const Fit mFit;
   const YuvMatrix* const mMatrix;
+  const bool mFetches;
   StripSteps<Sample> mSteps;
   bool mNeedsNoStrip = false;
 };
