@@ -16,6 +16,10 @@ namespace {
 // Images are joined up to so many pixels: none of their sizes in bytes comes near 32 bits.
 constexpr std::uint64_t kMostJoined = 1U << 28;
 
+// Bytes of an image that second-level caches mostly hold. Fetching its lines from there makes kernels that do little
+// but move samples take an eighth longer.
+constexpr std::size_t kMostInSecondCache = 5U << 18;
+
 }  // namespace
 
 Fit FitOf(std::uint32_t depth, const Writer& writer, bool inFull) {
@@ -44,16 +48,17 @@ class LineConverter::Lines {
         mInFull(converter.mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0),
         mFit(FitOf(sizeof(Sample) == 1 ? 8 : converter.mSource.depth, converter.mWriter, mInFull)),
         mMatrix(MatrixOf(frame.flags, IsLuma(converter.mWriter))),
-        mSteps{Decoder(), Format().groupPixels, Format().Is(kBytes), nullptr, StoredBy()},
+        mSteps{Decoder(), Format().groupPixels, IsPlain(), nullptr, StoredBy()},
         mLines(LinesAt(frame.source)),
         mTarget(TargetAt(frame.destination, frame, mFit, mSteps.writer)) {
     if (!Format().Is(kGray)) FindTables(frame);
     mNeedsNoStrip = NeedsNoStrip(mSteps, mTarget);
-    if (!KeepsBits() || mSteps.tables != nullptr || IsByMatrix() || mTarget.opaque) return;
-    mShortcut = converter.mShortcut;
+    if (FitsShortcut() && mSteps.tables == nullptr && mSteps.widening == nullptr && !IsByMatrix() && !mTarget.opaque) {
+      mShortcut = converter.mShortcut;
+    }
     // Shortcuts of layouts other than YUV only move bytes.
     const bool moves = mShortcut != nullptr && Format().decodeByMatrix.of[0] == nullptr;
-    if (moves && !frame.fetchesMoves) mLines.ahead = mTarget.ahead = 0;
+    if (!FetchesLines() || (moves && !frame.fetchesMoves)) mLines.ahead = mTarget.ahead = 0;
   }
 
   void ConvertPixels(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels) {
@@ -93,6 +98,13 @@ class LineConverter::Lines {
   }
 
  private:
+  // Whether lines are fetched ahead. Gray of plain bytes is read so slowly, beside what is made of it, that processors
+  // keep up by themselves.
+  bool FetchesLines() const {
+    if (!Format().Is(kGray)) return true;
+    const std::size_t bytes = (mFrame.sourceLine + mFrame.destinationLine) * mFrame.destinationHeight;
+    return Format().Is(kWords) ? bytes > kMostInSecondCache : !Format().Is(kBytes);
+  }
   // Whether gray is decoded: of YUV by a matrix, and of layouts that make it at once where no colour is looked up.
   bool DecodesLuma() const {
     if (Format().decodeLuma.template Of<Sample>().of[0] == nullptr || !IsLuma(mConverter.mWriter)) return false;
@@ -117,9 +129,15 @@ class LineConverter::Lines {
     }
   }
 
+  // Whether the source holds its channels as samples that need no decoding.
+  bool IsPlain() const {
+    return sizeof(Sample) == 1 ? Format().Is(kBytes) : Format().Is(kWords) && mConverter.mSource.depth == 16;
+  }
   const struct Format& Format() const { return *mConverter.mSource.format; }
-  // Whether samples have as many bits afterwards as shortcuts expect: 8, or 16 of words.
-  bool KeepsBits() const {
+  // Whether samples have as many bits afterwards as shortcuts expect: 8, or 16 of words. Those of a layout of bytes to
+  // words shift by what they are told.
+  bool FitsShortcut() const {
+    if (!HasWords(mConverter.mSource)) return true;
     return mSteps.writer.depth == (sizeof(Sample) == 1 ? 8 : mConverter.mSource.depth) &&
            mSteps.writer.depth == 8 * sizeof(Sample);
   }

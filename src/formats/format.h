@@ -27,6 +27,7 @@ enum LayoutTraits : unsigned {
   kPlanar = 2,    ///< three planes; a group is in each of them
   kBytes = 4,     ///< channels are bytes as they are, and not decoded but handed on
   kTopFirst = 8,  ///< the top 8 bits of a group's pixels come before their low bits, of a shorter last group too
+  kWords = 16,    ///< channels are words as they are, if samples have 16 bits
 };
 
 /// The types that a type is converted to, beside itself.

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "simd/joined.h"
 #include "simd/stores.h"
@@ -94,6 +95,16 @@ void StoreWordBlocks(const Channels<std::uint16_t>& channels, std::size_t count,
   }
 }
 
+// As many bytes as make a register of words. They take one shuffle, and the second half of a register takes three.
+inline U16 LoadWide(const std::uint8_t* from) { return FirstHalf(LoadHalf(from)); }
+
+// A register of words of each channel.
+template <class Writer, class To>
+inline void StoreWidened(const std::uint8_t* red, const std::uint8_t* green, const std::uint8_t* blue, To to,
+                         std::uint16_t up) {
+  Writer::Block({LoadWide(red) << up, LoadWide(green) << up, LoadWide(blue) << up}, to);
+}
+
 // Both halves of a register of bytes, as words.
 template <class Writer, class To>
 void StoreWidened(const RgbLanes<std::uint8_t>& in, To to, std::uint16_t up) {
@@ -109,7 +120,13 @@ void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to,
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
     FetchTarget(to, kLanes * Writer::kBytes, ahead);
-    StoreWidened<Writer>(change(RgbLanes<std::uint8_t>{Load(red + i), Load(green + i), Load(blue + i)}), to, up);
+    if constexpr (std::is_same_v<Change, AsTheyAre>) {
+      constexpr std::size_t kHalf = kLanes / 2;
+      StoreWidened<Writer>(red + i, green + i, blue + i, to, up);
+      StoreWidened<Writer>(red + i + kHalf, green + i + kHalf, blue + i + kHalf, to + kHalf * Writer::kBytes, up);
+    } else {
+      StoreWidened<Writer>(change(RgbLanes<std::uint8_t>{Load(red + i), Load(green + i), Load(blue + i)}), to, up);
+    }
   }
   if (i < count) {
     const std::size_t rest = count - i;

@@ -39,6 +39,23 @@ bool HasRoom(const Writer& writer, const TargetLine& target) {
          reinterpret_cast<std::uintptr_t>(target.line) % sizeof(Sample) == 0;
 }
 
+// Whether channels are used where the source has them. Bytes are handed on by their decoder. Words have to be aligned,
+// and those of an image that is converted in place are copied first, as stores into one plane reach the next one.
+template <class Sample>
+bool HasChannels(const StripSteps<Sample>& steps, const SourceLines& in, const TargetLine& target) {
+  if (sizeof(Sample) == 1 || !steps.plain) return steps.plain;
+  const auto at = [&](std::size_t k) { return reinterpret_cast<std::uintptr_t>(in.line[k]); };
+  return ((at(0) | at(1) | at(2)) % sizeof(Sample)) == 0 && in.line[0] != target.line;
+}
+
+template <class Sample>
+Channels<Sample> ChannelsIn(const SourceLines& in, std::size_t first) {
+  const auto* const red = reinterpret_cast<const Sample*>(in.line[0]) + first;
+  if (in.line[1] == nullptr) return {red, red, red};
+  return {red, reinterpret_cast<const Sample*>(in.line[1]) + first,
+          reinterpret_cast<const Sample*>(in.line[2]) + first};
+}
+
 // Room in the target for the samples of the pixels from `first` on.
 template <class Sample>
 Room<Sample> RoomIn(const TargetLine& target, std::size_t first) {
@@ -65,6 +82,10 @@ void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, 
     std::memcpy(targets[1].line + at, targets[0].line + at, count * writer.pixelBytes);
   }
 }
+
+// Pixels of a strip. Where the target is stored past the caches, loads of the next strip wait for stores of the last
+// one, and short strips spread both more evenly.
+std::size_t StripPixels(const TargetLine& target) { return target.streams ? kStripPixels / 8 : kStripPixels; }
 
 // Rare steps with strips of their own stay out of line: a large frame on the stack costs a single pixel dearly.
 template <class Sample>
@@ -137,14 +158,15 @@ void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::
   }
   Strip<Sample> strip;
   // Channels that need no strip are stored in one go, unless something is done to them afterwards.
-  const bool whole =
-      (steps.plain || complete) && steps.widening == nullptr && steps.matrix == nullptr && !targets[0].opaque;
-  StripWalk walk(steps.groupPixels, steps.writer, targets[0], count, first, whole ? count : kStripPixels);
+  const bool plain = HasChannels(steps, in, targets[0]);
+  const bool whole = (plain || complete) && steps.widening == nullptr && steps.matrix == nullptr && !targets[0].opaque;
+  StripWalk walk(steps.groupPixels, steps.writer, targets[0], count, first, whole ? count : StripPixels(targets[0]));
   while (walk.Next()) {
     const std::size_t at = first + walk.At();
     const Room<Sample> room =
         inTarget ? RoomIn<Sample>(targets[0], at) : Room<Sample>{strip.red, strip.green, strip.blue};
-    const Channels<Sample> channels = steps.decode(in, walk.At(), walk.Pixels(), room);
+    const Channels<Sample> channels = sizeof(Sample) == 2 && plain ? ChannelsIn<Sample>(in, walk.At())
+                                                                   : steps.decode(in, walk.At(), walk.Pixels(), room);
     StorePixels(channels, steps, walk.Pixels(), targets[0], at, KernelChoice::kActive);
     if (targetCount == 2) Repeat(steps.writer, walk.Pixels(), targets, at);
   }

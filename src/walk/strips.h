@@ -11,7 +11,7 @@ template <class Sample>
 struct StripSteps {
   DecodeKernel<Sample>* decode;
   std::uint32_t groupPixels;           ///< pixels that the source decodes together
-  bool plain;                          ///< whether the source holds its channels as plain bytes
+  bool plain;                          ///< whether the source holds its channels as samples that are complete
   const LookupTables<Sample>* tables;  ///< null where nothing is looked up
   const Writer& writer;
   /// Of bytes that are to become words: the lookup that makes words of them, or null.

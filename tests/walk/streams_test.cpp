@@ -15,7 +15,7 @@ namespace LmImagingLib {
 namespace {
 
 constexpr std::uint32_t kWidth = 4096;
-constexpr std::uint32_t kBand = 8;                              // lines of an image that is stored through the caches
+constexpr std::uint32_t kBand = 8;                               // lines of an image that is stored through the caches
 constexpr std::size_t kMost = std::size_t{kBand} * kWidth * 13;  // bytes of such an image
 
 /// An image of noise that is stored past the caches: the least one.
@@ -28,7 +28,7 @@ struct Image {
         line(converter.GetDestinationLineSize(kWidth) + padding) {
     EXPECT_FALSE(StreamsPay(sourceLine * kBand, line * kBand));
     while (!StreamsPay(sourceLine * lines, line * lines)) lines += kBand;
-    source.resize(sourceLine * lines);
+    source.resize(RequiredSize(from, kWidth, lines).value());
     std::minstd_rand random(1);
     for (unsigned char& byte : source) byte = static_cast<unsigned char>(random());
   }
@@ -77,15 +77,16 @@ void ExpectLikeInBands(PixelTypeID from, PixelTypeID to, const RGBFilter* filter
   EXPECT_TRUE(whole == inBands);
 }
 
-// Bands of a bilinear mosaic differ at their edges; the definition stores nothing past the caches.
+// Bands of a bilinear mosaic differ at their edges, and planes have none; the definition stores nothing past the
+// caches.
 /// @param shift  where in memory the image begins: pixels of four bytes at odd addresses never reach a cache line
-void ExpectBilinearLikeTheDefinition(PixelTypeID from, PixelTypeID to, std::size_t shift) {
+void ExpectLikeTheDefinition(PixelTypeID from, PixelTypeID to, std::size_t shift, unsigned long flags) {
   SCOPED_TRACE(testing::Message() << std::hex << from << " to " << to);
   const Image image(from, to, 0);
   std::vector<unsigned char> expected;
   ForEachInstructionSet([&] {
     std::vector<unsigned char> destination(shift + RequiredSize(to, kWidth, image.lines).value(), 1);
-    image.Convert(0, image.lines, &destination[shift], nullptr, ConversionFlags::kBayerGB | ConversionFlags::kBilinear);
+    image.Convert(0, image.lines, &destination[shift], nullptr, flags);
     if (expected.empty()) expected = destination;  // of the definition
     EXPECT_TRUE(destination == expected);
   });
@@ -100,9 +101,15 @@ class Streams : public testing::Test {
 };
 
 TEST_F(Streams, StoreBilinearMosaics) {
-  ExpectBilinearLikeTheDefinition(0x20010, 0x420006, 0);
-  ExpectBilinearLikeTheDefinition(0x20010, 0x20003, 1);
-  ExpectBilinearLikeTheDefinition(0x20016, 0x820002, 0);
+  constexpr unsigned long kFlags = ConversionFlags::kBayerGB | ConversionFlags::kBilinear;
+  ExpectLikeTheDefinition(0x20010, 0x420006, 0, kFlags);
+  ExpectLikeTheDefinition(0x20010, 0x20003, 1, kFlags);
+  ExpectLikeTheDefinition(0x20016, 0x820002, 0, kFlags);
+}
+
+TEST_F(Streams, StorePlanesOfWords) {
+  ExpectLikeTheDefinition(0x820004, 0x20004, 0, ConversionFlags::kFullDepth);
+  ExpectLikeTheDefinition(0x820004, 0x20004, 2, ConversionFlags::kFullDepth);
 }
 
 TEST_F(Streams, StoreWhatTheCachesWouldHaveHeld) {
@@ -118,6 +125,7 @@ TEST_F(Streams, StoreWhatTheCachesWouldHaveHeld) {
     ExpectLikeInBands(0x420002, 0x420006, nullptr);  // bytes that change places
     ExpectLikeInBands(0x420006, 0x20003, nullptr);   // likewise, and a fourth that is zero
     ExpectLikeInBands(0x20004, 0x420002, nullptr);   // words to bytes
+    ExpectLikeInBands(0x420002, 0x20004, nullptr);   // bytes to words
   });
 }
 
