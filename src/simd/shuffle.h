@@ -72,6 +72,7 @@ struct PartReader {
 
 // The pixels of the last, incomplete block.
 template <class Map>
+// NOLINTNEXTLINE(readability-non-const-parameter): it is stored to as a `Part`
 void ShuffleRest(const std::uint8_t* from, std::uint8_t* to, std::size_t count) {
   ShuffleBlock<Map>(PartReader{from, count * Map::kFrom}, Part{to, count * Map::kTo},
                     std::make_index_sequence<Map::kTo>{});

@@ -57,15 +57,15 @@ bool StreamsAreSlow() {
 }
 
 // Found while the library loads: later, another thread might be asking while the process forks.
-const bool sStreamsAreSlow = StreamsAreSlow();
-std::size_t sMostUnstreamed = sStreamsAreSlow ? std::numeric_limits<std::size_t>::max() : LastLevelCache() / 3 * 2;
+const bool kStreamsAreSlow = StreamsAreSlow();
+std::size_t sMostUnstreamed = kStreamsAreSlow ? std::numeric_limits<std::size_t>::max() : LastLevelCache() / 3 * 2;
 
 bool Streams(const Frame& frame, std::uint32_t lines) {
   // A fourth channel that is made opaque is read again.
   if ((frame.flags & ConversionFlags::kOpaque) != 0) return false;
   const std::size_t source = frame.sourceLine * lines, destination = frame.destinationLine * lines;
   if (StreamsPay(source, destination)) return true;
-  return (frame.flags & ConversionFlags::kReadLater) != 0 && !sStreamsAreSlow && source + destination > kSmallImage;
+  return (frame.flags & ConversionFlags::kReadLater) != 0 && !kStreamsAreSlow && source + destination > kSmallImage;
 }
 
 }  // namespace
@@ -81,7 +81,7 @@ StreamScope::StreamScope(Frame& frame, std::uint32_t lines) : mStreams(Streams(f
   const std::size_t bytes = (frame.sourceLine + frame.destinationLine) * lines;
   frame.streams = mStreams;
   frame.fetchAhead = mStreams ? kFetchAheadOfStreams : bytes <= kSmallImage ? 0 : kFetchAhead;
-  frame.fetchesMoves = mStreams || bytes <= kMostFetchedMoves || sStreamsAreSlow;
+  frame.fetchesMoves = mStreams || bytes <= kMostFetchedMoves || kStreamsAreSlow;
 }
 
 StreamScope::~StreamScope() {

@@ -85,7 +85,7 @@ void Repeat(const Writer& writer, std::size_t count, const TargetLine* targets, 
 
 // Pixels of a strip. Where the target is stored past the caches, loads of the next strip wait for stores of the last
 // one, and short strips spread both more evenly.
-std::size_t StripPixels(const TargetLine& target) { return target.streams ? kStripPixels / 8 : kStripPixels; }
+std::size_t StripPixels(const TargetLine& target) { return target.streams ? kStripPixels / 4 : kStripPixels; }
 
 // Rare steps with strips of their own stay out of line: a large frame on the stack costs a single pixel dearly.
 template <class Sample>
