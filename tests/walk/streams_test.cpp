@@ -94,6 +94,7 @@ void ExpectLikeTheDefinition(PixelTypeID from, PixelTypeID to, std::size_t shift
 
 class Streams : public testing::Test {
  protected:
+  Streams() { RegisterExtendedFormats(); }
   ~Streams() override { ForceStreamsAbove(mMost); }
 
  private:
