@@ -65,6 +65,8 @@ Frame FrameOf(const PixelConverter& converter, const void* source, unsigned long
   frame.destination = static_cast<std::uint8_t*>(destination);
   frame.destinationLine = U32(converter.GetDestinationLineSize(destinationWidth) + destinationPadding);
   frame.destinationHeight = U32(destinationHeight);
+  frame.sourcePlanes = PlaneCount(converter.GetSourceTypeID());
+  frame.destinationPlanes = PlaneCount(converter.GetDestinationTypeID());
   frame.pixels = U32(pixelsPerLine);
   frame.flags = U32((flags & kLayoutFlags) == 0 ? flags | ConversionFlags::kBayerGR : flags);
   frame.filter = CurrentThread().filter;

@@ -24,6 +24,7 @@ Frame FrameOf(const ConversionPlan& plan, const ConstImageView& source, const Im
   frame.destination = static_cast<std::uint8_t*>(destination.data);
   frame.destinationLine = static_cast<std::size_t>(plan.destinationLine);
   frame.destinationHeight = plan.DestinationHeight();
+  frame.destinationPlanes = PlaneCount(plan.converter->GetDestinationTypeID());
   frame.pixels = plan.DestinationWidth();
   frame.flags = static_cast<std::uint32_t>(FlagsOf(options));
   frame.filter = options.filter;

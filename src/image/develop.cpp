@@ -132,6 +132,7 @@ Frame FrameOf(const DevelopmentPlan& plan, const ConstImageView& source, const I
   frame.destination = static_cast<std::uint8_t*>(destination.data);
   frame.destinationLine = static_cast<std::size_t>(conversion.destinationLine);
   frame.destinationHeight = conversion.DestinationHeight();
+  frame.destinationPlanes = PlaneCount(destination.type);
   frame.pixels = conversion.DestinationWidth();
   frame.flags = static_cast<std::uint32_t>(FlagsOf(plan.options));
   return frame;

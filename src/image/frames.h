@@ -16,6 +16,7 @@ inline Frame SourceFrame(const ConstImageView& source, std::uint64_t lineSize, P
   frame.interlaced = (type & kInterlacedFlag) != 0;
   frame.secondField = frame.sourceLine * frame.sourceHeight / 2;
   frame.fieldLines = frame.sourceHeight / 2 * 2;
+  frame.sourcePlanes = PlaneCount(type);
   frame.contained = true;
   return frame;
 }

@@ -3,10 +3,15 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "LmImagingLib/PixelTypeID.h"
+
 namespace LmImagingLib {
 
 class DevelopSteps;
 class RGBFilter;
+
+/// The planes of an image of a type.
+constexpr std::uint32_t PlaneCount(const PixelTypeID& type) { return (type & kPlanarFlag) != 0 ? 3 : 1; }
 
 /// One conversion of an image: the places of its lines, and how to convert them.
 struct Frame {
@@ -24,6 +29,8 @@ struct Frame {
   std::uint32_t destinationFirst = 0;
   std::uint32_t destinationHeight = 0;  ///< lines of a plane
 
+  std::uint32_t sourcePlanes = 1;             ///< of so many lines each
+  std::uint32_t destinationPlanes = 1;        ///< likewise
   std::uint32_t pixels = 0;                   ///< to convert in each line
   std::uint32_t flags = 0;                    ///< bits of `ConversionFlags`
   const RGBFilter* filter = nullptr;          ///< null for the identity
