@@ -148,7 +148,8 @@ inline U8 Signed(U8 samples) { return samples ^ 0x80; }
 
 /// The sums of the products of neighbours, of signed bytes by two factors of 0 to 255. They must fit words.
 inline I16 MultiplyAddBytes(U8 bytes, std::uint8_t even, std::uint8_t odd) {
-  return MultiplyAddBytes(bytes, U16{} + static_cast<std::uint16_t>(even | odd << 8));
+  const auto factors = static_cast<std::uint16_t>(even | odd << 8);
+  return MultiplyAddBytes(bytes, U16{} + factors);
 }
 
 /// The truncated mean of each pair of samples: halves were rounded up where the sum is odd.
