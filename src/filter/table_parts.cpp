@@ -36,9 +36,10 @@ bool Fold(const std::uint8_t* entries, std::uint32_t count, std::uint8_t& least,
 // False if the three entries after the first are less, or too much more for their bits.
 bool FoldFour(const std::uint8_t* entries, std::uint8_t& least, std::uint8_t& rises) {
   const int first = entries[1] - entries[0], second = entries[2] - entries[0], third = entries[3] - entries[0];
+  if (first < 0 || first > 3 || second < 0 || second > 7 || third < 0 || third > 7) return false;
   least = entries[0];
   rises = static_cast<std::uint8_t>(first | second << 2 | third << 5);
-  return first >= 0 && first <= 3 && second >= 0 && second <= 7 && third >= 0 && third <= 7;
+  return true;
 }
 
 }  // namespace
