@@ -27,7 +27,7 @@ bool Fold(const std::uint8_t* entries, std::uint32_t count, std::uint8_t& least,
     for (unsigned by = entries[k] - entries[k - 1]; by != 0; --by) {
       if (++found > 2) return false;
       ++least;
-      rises = static_cast<std::uint8_t>(rises << 4 | k);
+      rises = static_cast<std::uint8_t>(unsigned{rises} << 4 | k);
     }
   }
   return true;
