@@ -98,12 +98,11 @@ class LineConverter::Lines {
   }
 
  private:
-  // Whether lines are fetched ahead. Gray of plain bytes is read so slowly, beside what is made of it, that processors
-  // keep up by themselves.
+  // Whether lines are fetched ahead. Processors keep up by themselves with small images of gray that needs no
+  // unpacking.
   bool FetchesLines() const {
-    if (!Format().Is(kGray)) return true;
-    const std::size_t bytes = (mFrame.sourceLine + mFrame.destinationLine) * mFrame.destinationHeight;
-    return Format().Is(kWords) ? bytes > kMostInSecondCache : !Format().Is(kBytes);
+    if (!Format().Is(kGray) || !(Format().Is(kBytes) || Format().Is(kWords))) return true;
+    return (mFrame.sourceLine + mFrame.destinationLine) * mFrame.destinationHeight > kMostInSecondCache;
   }
   // Whether gray is decoded: of YUV by a matrix, and of layouts that make it at once where no colour is looked up.
   bool DecodesLuma() const {
