@@ -59,9 +59,9 @@ inline constexpr unsigned long kBT709 = 0x8000;
 /// destination, of which there may be half as many as the source has.
 inline constexpr unsigned long kHalfSize = 0x10000;
 /// A hint that changes no result: the destination will not be read soon, as in a ring of frames that go to a disk or
-/// wait for a slower thread. It is stored past the caches where that is quick, so that it is not read from memory
-/// before, and leaves what is in the caches there. What reads the destination right afterwards then takes longer.
-/// Images that the caches cannot hold are stored so in any case. `bench/run` measures both ways.
+/// wait for a slower thread. It is stored past the caches where that is quick: memory is not read before it is written,
+/// and the caches keep what they hold. Reading the destination right afterwards takes longer then. Images that the
+/// caches cannot hold are stored in this way without the hint.
 inline constexpr unsigned long kReadLater = 0x20000;
 }  // namespace ConversionFlags
 

@@ -63,11 +63,7 @@ class LineConverter::Lines {
 
   void ConvertPixels(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels) {
     // All else is the same for each line, and is not copied: a copy would have to wait for what was just stored.
-    mLines.line[0] = source;
-    if (Format().Is(kPlanar)) {
-      mLines.line[1] = source + mFrame.SourcePlane();
-      mLines.line[2] = source + 2 * mFrame.SourcePlane();
-    }
+    mConverter.mSource.MoveTo(source, mFrame.SourcePlane(), mLines);
     mTarget.line = destination;
     if (mShortcut != nullptr) {
       ConvertDirectly(mShortcut->convert.Active(), mSteps.groupPixels, mSteps.writer, mLines, pixels, &mTarget, 0);

@@ -17,11 +17,16 @@ struct SourceType {
   template <class Sample>
   SourceLines Lines(const std::uint8_t* line, std::size_t planeSize, std::uint32_t ahead) const {
     SourceLines lines{{line, nullptr, nullptr}, ShiftOf<Sample>(), {}, ahead, MaskOf<Sample>()};
-    if (format->Is(kPlanar)) {
-      lines.line[1] = line + planeSize;
-      lines.line[2] = line + 2 * planeSize;
-    }
+    MoveTo(line, planeSize, lines);
     return lines;
+  }
+
+  /// Makes `lines` those at `line`.
+  void MoveTo(const std::uint8_t* line, std::size_t planeSize, SourceLines& lines) const {
+    lines.line[0] = line;
+    if (!format->Is(kPlanar)) return;
+    lines.line[1] = line + planeSize;
+    lines.line[2] = line + 2 * planeSize;
   }
 
   template <class Sample>

@@ -29,7 +29,7 @@ struct Frame {
   std::uint32_t destinationFirst = 0;
   std::uint32_t destinationHeight = 0;  ///< lines of a plane
 
-  std::uint32_t sourcePlanes = 1;             ///< of so many lines each
+  std::uint32_t sourcePlanes = 1;             ///< 1, or one for each colour
   std::uint32_t destinationPlanes = 1;        ///< likewise
   std::uint32_t pixels = 0;                   ///< to convert in each line
   std::uint32_t flags = 0;                    ///< bits of `ConversionFlags`
