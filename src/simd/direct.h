@@ -12,10 +12,10 @@ namespace LmImagingLib::LM_ISA {
 namespace {
 
 /// A layout of single lines, as `Direct` wants it.
-template <class Layout>
+template <class Layout, class Sample_ = std::uint8_t>
 struct SingleLine : Layout {
   using Line = Layout;
-  using Sample = std::uint8_t;
+  using Sample = Sample_;
   static constexpr std::size_t kTargets = 1;             ///< lines that are made at once
   static constexpr std::size_t kFresh = Layout::kLines;  ///< source lines, the last ones, that no step before has read
   static constexpr bool kMosaic = false;
@@ -25,7 +25,7 @@ struct SingleLine : Layout {
   /// Hands a block of pixels of each target to `store`.
   template <class Reader, class Store>
   static void Blocks(const Reader& read, const Store& store) {
-    store(0, Layout::Block(read, Of<std::uint8_t>{}));
+    store(0, Layout::Block(read, Of<Sample>{}));
   }
 #endif
 };

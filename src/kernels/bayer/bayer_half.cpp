@@ -69,19 +69,8 @@ struct BayerHalfLayout {
 
 /// The pixels of a line, straight into a writer.
 template <class Sample_, std::size_t kSampleBytes = sizeof(Sample_)>
-struct HalfLine : BayerHalfLayout<Sample_, kSampleBytes> {
-  using Sample = Sample_;
-  using Line = BayerHalfLayout<Sample, kSampleBytes>;
-  static constexpr std::size_t kTargets = 1, kFresh = 2;
+struct HalfLine : SingleLine<BayerHalfLayout<Sample_, kSampleBytes>, Sample_> {
   static constexpr bool kMosaic = true;
-  static constexpr std::size_t kNextLine = 0;
-
-#if LM_LANES
-  template <class Reader, class Store>
-  static void Blocks(const Reader& read, const Store& store) {
-    store(0, Line::Block(read, Of<Sample>{}));
-  }
-#endif
 };
 
 using HalfLineOfWords = HalfLine<std::uint8_t, 2>;
