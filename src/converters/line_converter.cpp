@@ -56,8 +56,8 @@ class LineConverter::Lines {
     if (FitsShortcut() && mSteps.tables == nullptr && mSteps.widening == nullptr && !IsByMatrix() && !mTarget.opaque) {
       mShortcut = converter.mShortcut;
     }
-    // Shortcuts of layouts other than YUV only move bytes.
-    const bool moves = mShortcut != nullptr && Format().decodeByMatrix.of[0] == nullptr;
+    // Shortcuts of layouts other than YUV only move bytes. Fetching never slowed those to planes down.
+    const bool moves = mShortcut != nullptr && Format().decodeByMatrix.of[0] == nullptr && mSteps.writer.planes == 1;
     if (!FetchesLines() || (moves && !frame.fetchesMoves)) mLines.ahead = mTarget.ahead = 0;
   }
 

@@ -108,7 +108,9 @@ TEST_F(Streams, StoreBilinearMosaics) {
   ExpectLikeTheDefinition(0x20016, 0x820002, 0, kFlags);
 }
 
-TEST_F(Streams, StorePlanesOfWords) {
+TEST_F(Streams, StoreToAndFromPlanes) {
+  ExpectLikeTheDefinition(0x20007, 0x820002, 0, ConversionFlags::kNone);
+  ExpectLikeTheDefinition(0x420002, 0x820002, 1, ConversionFlags::kNone);
   ExpectLikeTheDefinition(0x820004, 0x20004, 0, ConversionFlags::kFullDepth);
   ExpectLikeTheDefinition(0x820004, 0x20004, 2, ConversionFlags::kFullDepth);
 }

@@ -1,6 +1,6 @@
 // BGR24: the bytes blue, green, red.
 #include "kernels/decoder.h"
-#include "simd/samples.h"
+#include "kernels/rgb/planes.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -14,3 +14,4 @@ struct BGR24Group {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(BGR24, ColorSamples<BGR24Group, 1>)
+LM_EXPORT_PLANES(BGR24ToPlanar24, ColorSamples<BGR24Group, 1>)

@@ -1,7 +1,7 @@
 // BGR32: the bytes blue, green, red and one that is ignored.
 #include "kernels/decoder.h"
 #include "kernels/rgb/color_luma.h"
-#include "simd/samples.h"
+#include "kernels/rgb/planes.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -16,3 +16,4 @@ struct BGR32Group {
 
 LM_EXPORT_DECODER(BGR32, ColorSamples<BGR32Group, 1>)
 LM_EXPORT_LUMA_DECODER(BGR32, LumaOfFourBytes<BGR32Group>)
+LM_EXPORT_PLANES(BGR32ToPlanar24, ColorSamples<BGR32Group, 1>)

@@ -1,6 +1,6 @@
 // RGB24: the bytes red, green, blue.
 #include "kernels/decoder.h"
-#include "simd/samples.h"
+#include "kernels/rgb/planes.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -14,3 +14,4 @@ struct RGB24Group {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(RGB24, ColorSamples<RGB24Group, 1>)
+LM_EXPORT_PLANES(RGB24ToPlanar24, ColorSamples<RGB24Group, 1>)

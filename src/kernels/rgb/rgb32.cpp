@@ -1,7 +1,7 @@
 // RGB32: the bytes red, green, blue and one that is ignored.
 #include "kernels/decoder.h"
 #include "kernels/rgb/color_luma.h"
-#include "simd/samples.h"
+#include "kernels/rgb/planes.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -16,3 +16,4 @@ struct RGB32Group {
 
 LM_EXPORT_DECODER(RGB32, ColorSamples<RGB32Group, 1>)
 LM_EXPORT_LUMA_DECODER(RGB32, LumaOfFourBytes<RGB32Group>)
+LM_EXPORT_PLANES(RGB32ToPlanar24, ColorSamples<RGB32Group, 1>)
