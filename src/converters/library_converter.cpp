@@ -54,18 +54,19 @@ Frame FrameOf(const PixelConverter& converter, const void* source, unsigned long
               unsigned long sourceHeight, void* destination, unsigned long destinationWidth,
               unsigned long destinationHeight, unsigned long pixelsPerLine, unsigned long lines, unsigned long flags,
               unsigned long destinationPadding) {
+  const PixelTypeID from = converter.GetSourceTypeID();
   Frame frame;
   frame.source = static_cast<const std::uint8_t*>(source);
   frame.sourceLine = U32(converter.GetSourceLineSize(sourceWidth));
   frame.sourceWidth = U32(sourceWidth);
   frame.sourceHeight = U32(sourceHeight);
-  frame.interlaced = (converter.GetSourceTypeID() & kInterlacedFlag) != 0;
+  frame.interlaced = (from & kInterlacedFlag) != 0;
   frame.secondField = U32(frame.sourceLine * frame.sourceHeight) / 2;
   frame.fieldLines = U32(lines) / 2 * 2;
   frame.destination = static_cast<std::uint8_t*>(destination);
   frame.destinationLine = U32(converter.GetDestinationLineSize(destinationWidth) + destinationPadding);
   frame.destinationHeight = U32(destinationHeight);
-  frame.sourcePlanes = PlaneCount(converter.GetSourceTypeID());
+  frame.sourcePlanes = PlaneCount(from);
   frame.destinationPlanes = PlaneCount(converter.GetDestinationTypeID());
   frame.pixels = U32(pixelsPerLine);
   frame.flags = U32((flags & kLayoutFlags) == 0 ? flags | ConversionFlags::kBayerGR : flags);

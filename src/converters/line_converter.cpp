@@ -46,11 +46,12 @@ class LineConverter::Lines {
       : mConverter(converter),
         mFrame(frame),
         mInFull(converter.mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0),
-        mFit(FitOf(sizeof(Sample) == 1 ? 8 : converter.mSource.depth, converter.mWriter, mInFull)),
         mMatrix(MatrixOf(frame.flags, IsLuma(converter.mWriter))),
         mSteps{Decoder(), Format().groupPixels, IsPlain(), nullptr, StoredBy()},
         mLines(LinesAt(frame.source)),
-        mTarget(TargetAt(frame.destination, frame, mFit, mSteps.writer)) {
+        mTarget(TargetAt(frame.destination, frame,
+                         FitOf(sizeof(Sample) == 1 ? 8 : converter.mSource.depth, converter.mWriter, mInFull),
+                         mSteps.writer)) {
     if (!Format().Is(kGray)) FindTables(frame);
     mNeedsNoStrip = NeedsNoStrip(mSteps, mTarget);
     if (FitsShortcut() && mSteps.tables == nullptr && mSteps.widening == nullptr && !IsByMatrix() && !mTarget.opaque) {
@@ -76,7 +77,7 @@ class LineConverter::Lines {
   }
 
   void ConvertTaps(const FrameLine& line) const {
-    const TargetLine target = TargetAt(line.destination, mFrame, mFit, mSteps.writer);
+    const TargetLine target = TargetAt(line.destination, mFrame, mTarget.fit, mSteps.writer);
     ForEachTapStrip(mSteps.decode, LinesAt(line.source), mFrame.pixels / 2, mConverter.mSource.readout,
                     [&](const Sample* samples, std::size_t count, std::size_t first) {
                       StorePixels({samples, samples, samples}, mSteps, count, target, first, KernelChoice::kActive);
@@ -87,7 +88,7 @@ class LineConverter::Lines {
     const std::optional<std::uint32_t> inOneGo = tail.PixelsInOneGo(line.index, mSteps.writer);
     if (inOneGo) return ConvertPixels(line.source, line.destination, *inOneGo);
     ConvertPixels(line.source, line.destination, tail.WholePixels());
-    tail.Convert(line, mSteps.writer, TargetAt(line.destination, mFrame, mFit, mSteps.writer),
+    tail.Convert(line, mSteps.writer, TargetAt(line.destination, mFrame, mTarget.fit, mSteps.writer),
                  [this](const std::uint8_t* group, const TargetLine& target, std::size_t pixels) {
                    ConvertStrips(mSteps, LinesAt(group), pixels, &target, 1, 0);
                  });
@@ -113,7 +114,7 @@ class LineConverter::Lines {
     return Format().decode.template Of<Sample>().Active();
   }
   const Writer& StoredBy() const {
-    return DecodesLuma() && mFrame.filter == nullptr ? GrayWriterOf(mConverter.mWriter) : mConverter.mWriter;
+    return DecodesLuma() && mFrame.filter == nullptr ? *mConverter.mWriter.gray : mConverter.mWriter;
   }
 
   void FindTables(const Frame& frame) {
@@ -146,7 +147,6 @@ class LineConverter::Lines {
   const LineConverter& mConverter;
   const Frame& mFrame;
   const bool mInFull;
-  const Fit mFit;
   const YuvMatrix* const mMatrix;
   StripSteps<Sample> mSteps;
   SourceLines mLines;

@@ -17,6 +17,7 @@ struct Writer {
   bool isPlain;                     ///< whether planes are samples as they are, into which sources may decode
   PixelTypeID types[4];             ///< up to the first id of 0
   const Writer* swapped = nullptr;  ///< the writer that exchanges red and blue, of those that mosaics have shortcuts to
+  const Writer* gray = nullptr;     ///< of luma: the writer of the same samples that takes gray
 };
 
 LM_DECLARE_KERNEL(StoreKernel<std::uint8_t>, StoreRGB16)
@@ -67,11 +68,11 @@ inline constexpr Writer kBGR64{kStoreBGR64, 8, 16, 8, 1, false, {0x20A41}};
 inline constexpr Writer kPlanar48{kStorePlanar48, 2, 16, 8, 3, false, {0x820004}};
 
 // Gray of colours.
-inline constexpr Writer kLuma8{{kStoreLuma8, {}}, 1, 8, 0, 1, false, {0x10001}};
-inline constexpr Writer kLuma10{kStoreLumaWords, 2, 10, 2, 1, false, {0x10002}};
-inline constexpr Writer kLuma12{kStoreLumaWords, 2, 12, 4, 1, false, {0x10003}};
-inline constexpr Writer kLuma14{kStoreLumaWords, 2, 14, 6, 1, false, {0x10004}};
-inline constexpr Writer kLuma16{kStoreLumaWords, 2, 16, 0, 1, false, {0x10005}};
+inline constexpr Writer kLuma8{{kStoreLuma8, {}}, 1, 8, 0, 1, false, {0x10001}, nullptr, &kGrayscale8};
+inline constexpr Writer kLuma10{kStoreLumaWords, 2, 10, 2, 1, false, {0x10002}, nullptr, &kGrayscale10};
+inline constexpr Writer kLuma12{kStoreLumaWords, 2, 12, 4, 1, false, {0x10003}, nullptr, &kGrayscale12};
+inline constexpr Writer kLuma14{kStoreLumaWords, 2, 14, 6, 1, false, {0x10004}, nullptr, &kGrayscale14};
+inline constexpr Writer kLuma16{kStoreLumaWords, 2, 16, 0, 1, false, {0x10005}, nullptr, &kGrayscale16};
 
 // Mosaics as they are, whose samples are stored as gray is.
 inline constexpr Writer kMosaic8{{kStoreGrayscale8, {}}, 1, 8, 0, 1, true, {0x20010}};
@@ -98,18 +99,6 @@ inline constexpr const Writer* kMosaicWriters[] = {&Writers::kMosaic8, &Writers:
                                                    &Writers::kMosaic14, &Writers::kMosaic16};
 
 /// Whether a writer makes gray of colours.
-constexpr bool IsLuma(const Writer& writer) {
-  for (const Writer* const luma : kLumaWriters) {
-    if (luma == &writer) return true;
-  }
-  return false;
-}
-
-/// The writer of the same samples that takes gray.
-constexpr const Writer& GrayWriterOf(const Writer& luma) {
-  std::size_t k = 0;
-  while (kLumaWriters[k] != &luma) ++k;
-  return *kGrayWriters[k];
-}
+constexpr bool IsLuma(const Writer& writer) { return writer.gray != nullptr; }
 
 }  // namespace LmImagingLib
