@@ -57,8 +57,9 @@ class LineConverter::Lines {
     if (FitsShortcut() && mSteps.tables == nullptr && mSteps.widening == nullptr && !IsByMatrix() && !mTarget.opaque) {
       mShortcut = converter.mShortcut;
     }
-    // Shortcuts of layouts other than YUV only move bytes. Fetching never slowed those to planes down.
-    const bool moves = mShortcut != nullptr && Format().decodeByMatrix.of[0] == nullptr && mSteps.writer.planes == 1;
+    // Other shortcuts than those of YUV and to luma only move bytes. Fetching never slowed those to planes down.
+    const bool moves = mShortcut != nullptr && Format().decodeByMatrix.of[0] == nullptr && !IsLuma(mSteps.writer) &&
+                       mSteps.writer.planes == 1;
     if (!FetchesLines() || (moves && !frame.fetchesMoves)) mLines.ahead = mTarget.ahead = 0;
   }
 

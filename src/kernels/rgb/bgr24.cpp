@@ -1,6 +1,8 @@
 // BGR24: the bytes blue, green, red.
 #include "kernels/decoder.h"
 #include "kernels/rgb/planes.h"
+#include "kernels/writers/luma.h"
+#include "simd/direct.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -15,3 +17,4 @@ struct BGR24Group {
 
 LM_EXPORT_DECODER(BGR24, ColorSamples<BGR24Group, 1>)
 LM_EXPORT_PLANES(BGR24ToPlanar24, ColorSamples<BGR24Group, 1>)
+LM_EXPORT_DIRECT(BGR24ToLuma8, SingleLine<ColorSamples<BGR24Group, 1>>, LumaToBytes)

@@ -1,6 +1,8 @@
 // RGB24: the bytes red, green, blue.
 #include "kernels/decoder.h"
 #include "kernels/rgb/planes.h"
+#include "kernels/writers/luma.h"
+#include "simd/direct.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -15,3 +17,4 @@ struct RGB24Group {
 
 LM_EXPORT_DECODER(RGB24, ColorSamples<RGB24Group, 1>)
 LM_EXPORT_PLANES(RGB24ToPlanar24, ColorSamples<RGB24Group, 1>)
+LM_EXPORT_DIRECT(RGB24ToLuma8, SingleLine<ColorSamples<RGB24Group, 1>>, LumaToBytes)
