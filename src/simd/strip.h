@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "simd/site.h"
+#include "simd/yuv_matrix.h"
 
 // The data that callers and kernels exchange. A sample is a byte, or a 16-bit word that holds as many bits as the
 // source has, at its low end.
@@ -37,13 +38,6 @@ struct Channels {
   const Sample* red;
   const Sample* green;
   const Sample* blue;
-};
-
-/// A conversion of YUV, scaled by 8192: R = y Y + vToR (V - 128) + constant, and so on.
-struct YuvMatrix {
-  std::int32_t y, vToR, uToG, vToG, uToB;
-  std::int32_t constant;   ///< with the half that rounds
-  std::int32_t black = 0;  ///< the luma of black, which is in the constant, too
 };
 
 /// The lines that a source layout reads. A sample is `word >> shift & mask`.

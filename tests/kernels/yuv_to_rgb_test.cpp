@@ -12,17 +12,32 @@
 namespace LmImagingLib {
 namespace {
 
-std::uint8_t Clamped(int scaled) { return static_cast<std::uint8_t>(std::clamp((scaled + 512) >> 10, 0, 255)); }
+struct Matrix {
+  unsigned long flags;
+  int bits;  // by which the factors are scaled
+  int y, black, vToR, uToG, vToG, uToB;
+};
+
+// Without a flag the system's own factors, then BT.601 of the full range and BT.709 of the studio and the full range.
+constexpr Matrix kMatrices[] = {
+    {0, 10, 1196, 16, 1642, -400, -832, 2064},
+    {ConversionFlags::kFullRange, 13, 8192, 0, 11485, -2819, -5850, 14516},
+    {ConversionFlags::kBT709, 13, 9539, 16, 14686, -1747, -4366, 17305},
+    {ConversionFlags::kFullRange | ConversionFlags::kBT709, 13, 8192, 0, 12901, -1535, -3835, 15201},
+};
 
 // The colour of every U and V with one Y, in the order of the source below.
-std::vector<std::uint8_t> Expected(int y) {
+std::vector<std::uint8_t> Expected(const Matrix& m, int y) {
+  const auto clamped = [&m](int scaled) {
+    return static_cast<std::uint8_t>(std::clamp((scaled + (1 << (m.bits - 1))) >> m.bits, 0, 255));
+  };
   std::vector<std::uint8_t> colors;
-  for (int u = 0; u < 256; ++u) {
-    for (int v = 0; v < 256; ++v) {
-      const int luma = 1196 * y - 19136;
-      colors.push_back(Clamped(luma + 1642 * (v - 128)));
-      colors.push_back(Clamped(luma - 832 * (v - 128) - 400 * (u - 128)));
-      colors.push_back(Clamped(luma + 2064 * (u - 128)));
+  for (int u = -128; u < 128; ++u) {
+    for (int v = -128; v < 128; ++v) {
+      const int luma = m.y * (y - m.black);
+      colors.push_back(clamped(luma + m.vToR * v));
+      colors.push_back(clamped(luma + m.uToG * u + m.vToG * v));
+      colors.push_back(clamped(luma + m.uToB * u));
     }
   }
   return colors;
@@ -46,17 +61,20 @@ TEST(YuvToRgb, EveryTripleInEachInstructionSet) {
       std::copy_n(triple, 3, &source444[3 * i]);
       std::copy_n(pair, 4, &source422[4 * i]);
     }
-    const std::vector<std::uint8_t> expected = Expected(static_cast<int>(y));
-    ForEachInstructionSet([&] {
-      yuv444.Convert(source444.data(), kSide, kSide, picture.data(), kSide, kSide, kSide, kSide, 0, 0, nullptr,
-                     nullptr);
-      ASSERT_EQ(picture, expected) << "Y " << y;
-      yuv422.Convert(source422.data(), 2 * kSide, kSide, pairs.data(), 2 * kSide, kSide, 2 * kSide, kSide, 0, 0,
-                     nullptr, nullptr);
-      for (std::size_t i = 0; i < kSide * kSide * 6; ++i) {
-        ASSERT_EQ(pairs[i], expected[i / 6 * 3 + i % 3]) << "Y " << y;
-      }
-    });
+    for (const Matrix& m : kMatrices) {
+      const std::vector<std::uint8_t> expected = Expected(m, static_cast<int>(y));
+      ForEachInstructionSet([&] {
+        yuv444.Convert(source444.data(), kSide, kSide, picture.data(), kSide, kSide, kSide, kSide, m.flags, 0, nullptr,
+                       nullptr);
+        ASSERT_EQ(picture, expected) << "flags " << m.flags << ", Y " << y;
+        yuv422.Convert(source422.data(), 2 * kSide, kSide, pairs.data(), 2 * kSide, kSide, 2 * kSide, kSide, m.flags, 0,
+                       nullptr, nullptr);
+        for (std::size_t i = 0; i < kSide * kSide * 6; ++i) {
+          ASSERT_EQ(pairs[i], expected[i / 6 * 3 + i % 3]) << "flags " << m.flags << ", Y " << y;
+        }
+      });
+      if (HasFatalFailure()) return;
+    }
   }
 }
 

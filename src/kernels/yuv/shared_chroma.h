@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kernels/yuv/yuv_eights.h"
 #include "kernels/yuv/yuv_to_rgb.h"
 #include "simd/direct.h"
 #include "simd/samples.h"
@@ -12,8 +13,6 @@ template <class Group_, std::size_t kSampleBytes, class Model>
 struct SharedChroma : ColorSamples<Group_, kSampleBytes, Model> {
 #if LM_LANES
   static constexpr int kNoHalf = 2;
-  // Whether pixels are found within the 16 bytes that shuffles reach, if registers of these are loaded.
-  static constexpr bool kInUnits = LM_BYTE_SHUFFLE == 16 && kSampleBytes == 1 && 16 % Group_::kSamples == 0;
 
   // Lanes of `YuvPairs`: the channel in even lanes and V in odd ones, of the pixels of a register or, if `kHalf` is 0
   // or 1, of a half of each 16.
@@ -27,6 +26,9 @@ struct SharedChroma : ColorSamples<Group_, kSampleBytes, Model> {
   };
 
 #if LM_LANES == 64
+  // Whether pixels are found within the 16 bytes that shuffles reach, if registers of these are loaded.
+  static constexpr bool kInUnits = LM_BYTE_SHUFFLE == 16 && kSampleBytes == 1 && 16 % Group_::kSamples == 0;
+
   // Every other 16 bytes, in eights.
   template <std::size_t kFirst>
   struct EveryOtherUnit {
@@ -36,28 +38,43 @@ struct SharedChroma : ColorSamples<Group_, kSampleBytes, Model> {
 
   template <int kHalf, std::size_t kVectors>
   static YuvPairs Pairs(const U8 (&window)[kVectors]) {
-    return {Pick<PairIndex<kHalf, 0>>(window), Pick<PairIndex<kHalf, 1>>(window)};
+    U8 samples[kVectors];
+    for (std::size_t k = 0; k < kVectors; ++k) samples[k] = BeforePairing<Model>(window[k]);
+    const U8 luma = Pick<PairIndex<kHalf, 0>>(samples);
+    return AfterPairing<Model>(Model::kLumaWithV ? luma : U8(U16(luma) & 0xFF), Pick<PairIndex<kHalf, 1>>(samples));
   }
 
   template <class Reader>
   static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
+#if LM_LANES < 64
+    if constexpr (kSampleBytes == 1) {
+      return YuvEights<Group_, Model>::Colors(read);
+    } else {
+#else
     if constexpr (kInUnits) {
       const WordPair words = read.Words(0, 0);
-#if LM_LANES == 64
       const U64 units[] = {U64(words.first), U64(words.second)};
-      const U8 low[1] = {Signed(U8(Pick<EveryOtherUnit<0>>(units)))};
-      const U8 high[1] = {Signed(U8(Pick<EveryOtherUnit<1>>(units)))};
-#else
-      const U8 low[1] = {Signed(U8(words.first))}, high[1] = {Signed(U8(words.second))};
-#endif
+      const U8 low[1] = {U8(Pick<EveryOtherUnit<0>>(units))};
+      const U8 high[1] = {U8(Pick<EveryOtherUnit<1>>(units))};
       return ColorsOf<Model>(read.in, Pairs<kNoHalf>(low), Pairs<kNoHalf>(high));
     } else {
+#endif
       constexpr std::size_t kCount = kLanes / Group_::kPixels * Group_::kSamples;
       U8 window[2];
       LoadSamples<kSampleBytes>(read, 0, 0, kCount, window);
-      for (U8& samples : window) samples = Signed(samples);
       return ColorsOf<Model>(read.in, Pairs<0>(window), Pairs<1>(window));
     }
+  }
+#endif
+};
+
+/// YUV whose pixels have chroma of their own, in bytes.
+template <class Group_, std::size_t kSampleBytes, class Model>
+struct OwnChroma : ColorSamples<Group_, kSampleBytes, Model> {
+#if LM_LANES && LM_LANES < 64
+  template <class Reader>
+  static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
+    return YuvEights<Group_, Model>::Colors(read);
   }
 #endif
 };
@@ -70,7 +87,7 @@ struct DealtChroma : SingleLine<SharedChroma<Group_, 1, Model>> {
   static void Blocks(const Reader& read, const Store& store) {
     using Chroma = SharedChroma<Group_, 1, Model>;
     const auto half = [&read](std::size_t k) {
-      const U8 window[1] = {Signed(DealEights(read(0, k * kLanes)))};
+      const U8 window[1] = {DealEights(read(0, k * kLanes))};
       return Model::Words(read.in, Chroma::template Pairs<Chroma::kNoHalf>(window));
     };
     store(0, DealtPixels<decltype(half)>{half});

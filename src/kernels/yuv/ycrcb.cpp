@@ -1,6 +1,6 @@
 // YCrCb 8-bit 4:4:4, the bytes Y Cr Cb: Cr is V, Cb is U.
+#include "kernels/yuv/shared_chroma.h"
 #include "kernels/yuv/yuv_decoder.h"
-#include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -13,4 +13,4 @@ struct YCrCbGroup {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_YUV_DECODER(YCrCb, ColorSamples, YCrCbGroup, 1)
+LM_EXPORT_YUV_DECODER(YCrCb, OwnChroma, YCrCbGroup, 1)

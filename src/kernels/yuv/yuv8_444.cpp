@@ -1,6 +1,6 @@
 // YUV 8-bit 4:4:4, the bytes Y U V.
+#include "kernels/yuv/shared_chroma.h"
 #include "kernels/yuv/yuv_decoder.h"
-#include "simd/samples.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -13,4 +13,4 @@ struct YUV8_444Group {
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-LM_EXPORT_YUV_DECODER(YUV8_444, ColorSamples, YUV8_444Group, 1)
+LM_EXPORT_YUV_DECODER(YUV8_444, OwnChroma, YUV8_444Group, 1)

@@ -19,6 +19,8 @@ inline constexpr int YUVCoefVtoR = 1642, YUVCoefVtoG = 832, YUVCoefUtoG = 400, Y
 /// Two constants are this system's own: 1.168 where the standard's is 1.164 (255 / 219), and 1.604 where it is 1.596.
 /// Colours are up to 2 lighter at the bright end. The other three are the standard's 0.813, 0.392 and 2.017, rounded.
 struct Yuv {
+  static constexpr bool kLumaWithV = true;
+
   static Rgb<std::uint8_t> Color(const SourceLines& /*in*/, int y, int u, int v) {
     const int luma = YUVGainY * y - YUVOffsetY + YUVRound;
     const int cu = u - 128;
@@ -34,8 +36,8 @@ struct Yuv {
   // 6 y' + 5 v' eighths in red, beside 74 y' + 102 v'. Only blue exceeds 16 bits, where it is clamped.
   static RgbWords Words(const SourceLines& /*in*/, const YuvPairs& in) {
     constexpr std::int16_t kConstant = 8404;  // 128 * 74.75 - 1164
-    const I16 red = MultiplyAddBytes(in.yv, 74, 102) + (MultiplyAddBytes(in.yv, 6, 5) >> 3) + kConstant;
-    const I16 luma = MultiplyHigh(I16(U16(in.yv) << 8), 299 * 64) + kConstant;
+    const I16 red = MultiplyAddBytes(in.luma, 74, 102) + (MultiplyAddBytes(in.luma, 6, 5) >> 3) + kConstant;
+    const I16 luma = MultiplyHigh(I16(U16(in.luma) << 8), 299 * 64) + kConstant;
     const I16 green = luma - MultiplyAddBytes(in.uv, 25, 52);
     return {red >> 6, green >> 6, AddClamped(luma, MultiplyAddBytes(in.uv, 129, 0)) >> 6};
   }
