@@ -2,7 +2,7 @@
 // above, the pixels' own, and the one below, all beginning one sample left of the first pixel.
 #include "kernels/bayer/bilinear_wide.h"
 #include "kernels/bayer/bilinear_words.h"
-#include "kernels/writers/interleaved.h"
+#include "kernels/writers/interleaved_words.h"
 #include "kernels/writers/luma.h"
 #include "simd/direct.h"
 #include "simd/samples.h"
@@ -159,11 +159,26 @@ struct BilinearWordPair : PairOfLines<BilinearWordsLayout> {
 #endif
 };
 
-template <bool kNarrow>
-struct WordsToLuma : Direct<BilinearWordPair<kNarrow>, LumaToWords<std::uint16_t, kNarrow>> {};
+/// Converts words of any depth, by one writer of words of up to 13 bits and by another.
+template <class NarrowWriter, class Writer = NarrowWriter>
+void ConvertWords(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                  std::size_t first) {
+  (in.mask < 1U << 13 ? Direct<BilinearWordPair<true>, NarrowWriter>::Convert
+                      : Direct<BilinearWordPair<false>, Writer>::Convert)(in, from, count, targets, first);
+}
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
+
+/// Exports the conversion of words by writers as the kernel `Name`.
+#define LM_EXPORT_DIRECT_WORDS(Name, ...)                                                          \
+  namespace LmImagingLib::LM_ISA {                                                                 \
+  DirectKernel Name;                                                                               \
+  void Name(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets, \
+            std::size_t first) {                                                                   \
+    ConvertWords<__VA_ARGS__>(in, from, count, targets, first);                                    \
+  }                                                                                                \
+  }
 
 LM_DEFINE_DECODER(std::uint8_t, BayerBilinear, BilinearBytes)
 LM_DEFINE_DECODER(std::uint16_t, BayerBilinear, BilinearWordsLayout)
@@ -173,11 +188,8 @@ LM_EXPORT_DIRECT(BayerBilinearToRGB32, BilinearPair, Interleaved<First::kRed, 4>
 LM_EXPORT_DIRECT(BayerBilinearToBGR32, BilinearPair, Interleaved<First::kBlue, 4>)
 LM_EXPORT_DIRECT(BayerBilinearToLuma8, BilinearPair, LumaToBytes)
 LM_EXPORT_DIRECT(BayerBilinearToLuma, BilinearPair, LumaToWords<std::uint8_t, false>)
-
-namespace LmImagingLib::LM_ISA {
-DirectKernel BayerBilinearToLumaWords;
-void BayerBilinearToLumaWords(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
-                              std::size_t first) {
-  (in.mask < 1U << 13 ? WordsToLuma<true>::Convert : WordsToLuma<false>::Convert)(in, from, count, targets, first);
-}
-}  // namespace LmImagingLib::LM_ISA
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToLumaWords, LumaToWords<std::uint16_t, true>, LumaToWords<std::uint16_t, false>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToRGBWords, FittedWords<First::kRed, 3>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToBGRWords, FittedWords<First::kBlue, 3>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToRGB64, FittedWords<First::kRed, 4>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToBGR64, FittedWords<First::kBlue, 4>)

@@ -2,6 +2,7 @@
 
 #include "kernels/writers/interleaved.h"
 #include "simd/wide_stores.h"
+#include "simd/word_columns.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -29,6 +30,34 @@ struct InterleavedWords {
     }
   }
 #endif
+};
+
+/// Words of all their bits, fitted to the destination, as the writer of a conversion without strips.
+template <First kFirst, std::size_t kPixelWords>
+class FittedWords : public InterleavedWords<kFirst, kPixelWords> {
+  using Words = InterleavedWords<kFirst, kPixelWords>;
+
+ public:
+  FittedWords(const TargetLine& target, Site /*site*/) : mFit(target.fit) {}
+
+  void Pixel(const Rgb<std::uint16_t>& pixel, std::uint8_t* to) const {
+    Words::Pixel({Fitted(pixel.r, mFit), Fitted(pixel.g, mFit), Fitted(pixel.b, mFit)}, to);
+  }
+
+#if LM_LANES
+  template <class To>
+  void Block(const RgbLanes<std::uint16_t>& in, To to) const {
+    const FitLanes fit(mFit);
+    Words::Block({fit(in.r), fit(in.g), fit(in.b)}, to);
+  }
+  template <class To>
+  void Block(const WordColumns& in, To to) const {
+    Block(InTurn(in), to);
+  }
+#endif
+
+ private:
+  const Fit mFit;
 };
 
 }  // namespace
