@@ -103,8 +103,9 @@ struct BilinearBytes : BilinearLayout<std::uint8_t> {
 
 struct BilinearWordsLayout : BilinearLayout<std::uint16_t> {
 #if LM_LANES
+  // Inline, as compilers would rather call what several loops use, and hand vectors over in memory.
   template <class Reader>
-  static RgbLanes<std::uint16_t> Block(const Reader& read, Of<std::uint16_t>) {
+  [[gnu::always_inline]] static RgbLanes<std::uint16_t> Block(const Reader& read, Of<std::uint16_t>) {
     const Site site = read.in.site;
     if (read.in.mask < 1U << 13) {
       return BilinearWords(LoadWordsAround(read, 0), LoadWordsAround(read, 1), LoadWordsAround(read, 2), site);
@@ -146,14 +147,14 @@ struct BilinearWordPair : PairOfLines<BilinearWordsLayout> {
   static void Blocks(const Reader& read, const Store& store) {
     const Site site = read.in.site;
     if constexpr (kNarrow) {
-      const WordsAround row[] = {LoadWordsAround(read, 0), LoadWordsAround(read, 1), LoadWordsAround(read, 2),
-                                 LoadWordsAround(read, 3)};
-      store(0, BilinearWords(row[0], row[1], row[2], site));
-      store(1, BilinearWords(row[1], row[2], row[3], Below(site)));
+      const WordsAround above = LoadWordsAround(read, 0), first = LoadWordsAround(read, 1),
+                        second = LoadWordsAround(read, 2);
+      store(0, BilinearWords(above, first, second, site));
+      store(1, BilinearWords(first, second, LoadWordsAround(read, 3), Below(site)));
     } else {
-      const WideRow row[] = {LoadWideRow(read, 0), LoadWideRow(read, 1), LoadWideRow(read, 2), LoadWideRow(read, 3)};
-      store(0, BilinearWide(row[0], row[1], row[2], site));
-      store(1, BilinearWide(row[1], row[2], row[3], Below(site)));
+      const WideRow above = LoadWideRow(read, 0), first = LoadWideRow(read, 1), second = LoadWideRow(read, 2);
+      store(0, BilinearWide(above, first, second, site));
+      store(1, BilinearWide(first, second, LoadWideRow(read, 3), Below(site)));
     }
   }
 #endif
@@ -189,7 +190,7 @@ LM_EXPORT_DIRECT(BayerBilinearToBGR32, BilinearPair, Interleaved<First::kBlue, 4
 LM_EXPORT_DIRECT(BayerBilinearToLuma8, BilinearPair, LumaToBytes)
 LM_EXPORT_DIRECT(BayerBilinearToLuma, BilinearPair, LumaToWords<std::uint8_t, false>)
 LM_EXPORT_DIRECT_WORDS(BayerBilinearToLumaWords, LumaToWords<std::uint16_t, true>, LumaToWords<std::uint16_t, false>)
-LM_EXPORT_DIRECT_WORDS(BayerBilinearToRGBWords, FittedWords<First::kRed, 3>)
-LM_EXPORT_DIRECT_WORDS(BayerBilinearToBGRWords, FittedWords<First::kBlue, 3>)
-LM_EXPORT_DIRECT_WORDS(BayerBilinearToRGB64, FittedWords<First::kRed, 4>)
-LM_EXPORT_DIRECT_WORDS(BayerBilinearToBGR64, FittedWords<First::kBlue, 4>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToRGBWords, ShiftedWords<First::kRed, 3>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToBGRWords, ShiftedWords<First::kBlue, 3>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToRGB64, ShiftedWords<First::kRed, 4>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToBGR64, ShiftedWords<First::kBlue, 4>)

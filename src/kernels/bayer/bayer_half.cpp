@@ -89,5 +89,5 @@ LM_EXPORT_DIRECT(BayerWordHalfToRGB24, HalfLineOfWords, Interleaved<First::kRed,
 LM_EXPORT_DIRECT(BayerWordHalfToBGR24, HalfLineOfWords, Interleaved<First::kBlue, 3>)
 LM_EXPORT_DIRECT(BayerWordHalfToRGB32, HalfLineOfWords, Interleaved<First::kRed, 4>)
 LM_EXPORT_DIRECT(BayerWordHalfToBGR32, HalfLineOfWords, Interleaved<First::kBlue, 4>)
-LM_EXPORT_DIRECT(BayerHalfToRGBWords, HalfLine<std::uint16_t>, FittedWords<First::kRed, 3>)
-LM_EXPORT_DIRECT(BayerHalfToBGRWords, HalfLine<std::uint16_t>, FittedWords<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerHalfToRGBWords, HalfLine<std::uint16_t>, ShiftedWords<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerHalfToBGRWords, HalfLine<std::uint16_t>, ShiftedWords<First::kBlue, 3>)
