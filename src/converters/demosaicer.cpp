@@ -227,6 +227,8 @@ const Twins<DirectKernel>* Demosaicer<Sample>::ShortcutFor(std::size_t method, c
                                                            Site site) const {
   const bool changes = mSteps.tables != nullptr || mSteps.widening != nullptr || mSteps.matrix != nullptr;
   if (changes || line.opaque) return nullptr;
+  // Words of colours are only shifted up without a strip.
+  if (sizeof(Sample) == 2 && line.fit.down != 0 && !IsLuma(mWriter)) return nullptr;
   // Only aligned lines can be stored past the caches. Strips align either line.
   if (line.streams && mFrame.destinationLine % kCacheLine != 0) return nullptr;
   const bool isOwn = IsInRedRow(site);

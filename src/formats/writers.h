@@ -39,7 +39,7 @@ LM_DECLARE_WIDE_KERNEL(StoreKernel, StorePlanar48)
 // Each layout is defined in the file of its name in kernels/writers/.
 namespace Writers {
 
-extern const Writer kBGR24, kBGR32, kBGR48, kBGR48_10Bits, kBGR48_12Bits;
+extern const Writer kBGR24, kBGR32, kBGR48, kBGR48_10Bits, kBGR48_12Bits, kBGR64;
 
 inline constexpr Writer kRGB16{{kStoreRGB16, {}}, 2, 8, 0, 1, false, {0x20001}};
 // RGB24 and BGR24 pixels take 3 bytes under packed and unpacked ids alike.
@@ -63,8 +63,8 @@ inline constexpr Writer kRGB48_12Bits{kStoreRGB48, 6, 12, 4, 1, false, {0x2000C}
 inline constexpr Writer kBGR48{kStoreBGR48, 6, 16, 8, 1, false, {0x20A40}, &kRGB48};
 inline constexpr Writer kBGR48_10Bits{kStoreBGR48, 6, 10, 2, 1, false, {0x20042}, &kRGB48_10Bits};
 inline constexpr Writer kBGR48_12Bits{kStoreBGR48, 6, 12, 4, 1, false, {0x20043}, &kRGB48_12Bits};
-inline constexpr Writer kRGB64{kStoreRGB64, 8, 16, 8, 1, false, {0x20005}};
-inline constexpr Writer kBGR64{kStoreBGR64, 8, 16, 8, 1, false, {0x20A41}};
+inline constexpr Writer kRGB64{kStoreRGB64, 8, 16, 8, 1, false, {0x20005}, &kBGR64};
+inline constexpr Writer kBGR64{kStoreBGR64, 8, 16, 8, 1, false, {0x20A41}, &kRGB64};
 inline constexpr Writer kPlanar48{kStorePlanar48, 2, 16, 8, 3, false, {0x820004}};
 
 // Gray of colours.

@@ -88,8 +88,12 @@ class DirectBlocks {
   // Each site has a loop of its own, without a branch. Flattened, as compilers would rather call what several loops
   // use, and hand vectors over in memory.
   template <Site kSite>
-  [[gnu::flatten]] static void ConvertFrom(const SourceLines& in, std::size_t count, const TargetLine* targets,
-                                           std::size_t first, const Writer& writer) {
+  [[gnu::flatten]] static void ConvertFrom(const SourceLines& caller, std::size_t count, const TargetLine* targets,
+                                           std::size_t first, const Writer& callers) {
+    // By reference these would be loaded anew after each store.
+    const Writer writer = callers;
+    SourceLines in{{}, caller.shift, kSite, caller.ahead, caller.mask};
+    for (std::size_t line = 0; line < Layout::kLines; ++line) in.line[line] = Alone(caller.line[line]);
     std::uint8_t* to[Layout::kTargets];
     bool streams = kHasStreams && targets[0].streams;
     for (std::size_t k = 0; k < Layout::kTargets; ++k) {
@@ -97,19 +101,17 @@ class DirectBlocks {
       streams = streams && reinterpret_cast<std::uintptr_t>(to[k]) % kLanes == 0;
     }
     if (streams) {
-      ConvertTo<kSite, Stream>(in, count, to, writer, 0);
+      ConvertTo<Stream>(in, count, to, writer, 0);
     } else {
-      ConvertTo<kSite, std::uint8_t*>(in, count, to, writer, targets[0].ahead);
+      ConvertTo<std::uint8_t*>(in, count, to, writer, targets[0].ahead);
     }
+    if (count % kStep != 0) ConvertRest(in, count / kStep * kStep, count % kStep, to, writer);
   }
 
-  template <Site kSite, class To>
-  static void ConvertTo(const SourceLines& caller, std::size_t count, std::uint8_t* const (&to)[Layout::kTargets],
-                        const Writer& callers, std::uint32_t ahead) {
-    // By reference these would be loaded anew after each store.
-    const Writer writer = callers;
-    SourceLines in{{}, caller.shift, kSite, caller.ahead, caller.mask};
-    for (std::size_t line = 0; line < Layout::kLines; ++line) in.line[line] = Alone(caller.line[line]);
+  // Converts the whole blocks.
+  template <class To>
+  static void ConvertTo(const SourceLines& in, std::size_t count, std::uint8_t* const (&to)[Layout::kTargets],
+                        const Writer& writer, std::uint32_t ahead) {
     std::size_t at = 0;
     std::size_t done = 0;
     for (; count >= kStep; count -= kStep, at += BytesOf<Layout>(kStep), done += kStep * Writer::kBytes) {
@@ -119,25 +121,30 @@ class DirectBlocks {
         writer.Block(pixels, To{to[target]} + done);
       });
     }
-    if (count == 0) return;
-    const std::size_t again = kStep - count;
+  }
+
+  // Converts the last `rest` pixels, from pixel `first` on.
+  static void ConvertRest(const SourceLines& in, std::size_t first, std::size_t rest,
+                          std::uint8_t* const (&to)[Layout::kTargets], const Writer& writer) {
+    const std::size_t again = kStep - rest;
     // A source may be converted in place unless its pixels become larger, or its lines are read more than once.
     constexpr bool kReadsAgain = Layout::kBytes < Layout::kPixels * Writer::kBytes || Layout::kFresh < Layout::kLines;
     // Sites alternate, so blocks of a mosaic begin an even number of pixels apart.
-    if (kReadsAgain && at != 0 && (!Layout::kMosaic || again % 2 == 0)) {
+    if (kReadsAgain && first != 0 && (!Layout::kMosaic || again % 2 == 0)) {
       // A block that ends with the line; some of its pixels are there already.
-      at -= BytesOf<Layout>(again);
-      done -= again * Writer::kBytes;
-      Layout::Blocks(WholeBlock{in, at}, [&to, &writer, done](std::size_t target, const auto& pixels) {
-        writer.Block(pixels, to[target] + done);
-      });
+      const std::size_t done = (first - again) * Writer::kBytes;
+      Layout::Blocks(
+          WholeBlock{in, BytesOf<Layout>(first) - BytesOf<Layout>(again)},
+          [&to, &writer, done](std::size_t target, const auto& pixels) { writer.Block(pixels, to[target] + done); });
       return;
     }
-    ReadRest<Layout, typename Layout::Sample>(in, at, count, [&to, &writer, done, count](const auto& read) {
-      Layout::Blocks(read, [&to, &writer, done, count](std::size_t target, const auto& pixels) {
-        writer.Block(pixels, Part{to[target] + done, count * Writer::kBytes});
-      });
-    });
+    const std::size_t done = first * Writer::kBytes;
+    ReadRest<Layout, typename Layout::Sample>(
+        in, BytesOf<Layout>(first), rest, [&to, &writer, done, rest](const auto& read) {
+          Layout::Blocks(read, [&to, &writer, done, rest](std::size_t target, const auto& pixels) {
+            writer.Block(pixels, Part{to[target] + done, rest * Writer::kBytes});
+          });
+        });
   }
 };
 

@@ -41,6 +41,14 @@ inline U8 LumaLanes(const RgbLanes<std::uint8_t>& in, const LumaWeights& weights
   return ClampJoin(I16(luma.low), I16(luma.high));
 }
 
+/// The same of bytes in the lower halves of words, whose sums fit words without signs.
+inline U16 LumaSum(const RgbLanes<std::uint16_t>& in, const LumaWeights& weights, std::uint16_t green) {
+  return in.r * weights.red + in.g * green + in.b * weights.blue + kLumaHalf;
+}
+inline U8 LumaLanes(const ByteColumns& in, const LumaWeights& weights, std::uint16_t green) {
+  return U8(LumaSum(in.even, weights, green) >> 8 | (LumaSum(in.odd, weights, green) & 0xFF00));
+}
+
 // Register `kPart` of both parts in order.
 template <std::size_t kPart, std::size_t... kLane>
 inline U16 InOrder(const LumaWords& luma, std::index_sequence<kLane...>) {

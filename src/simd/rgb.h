@@ -35,6 +35,34 @@ struct WordColumns {
   WordPixels even, odd;
 };
 
+/// A block of pixels of bytes in words, those in even and those in odd columns apart.
+struct ByteColumns {
+  RgbLanes<std::uint16_t> even, odd;
+};
+
+/// The halves of words that these bytes are in: the upper ones where so, and otherwise the lower ones. The other half
+/// is 0. Red and blue of even columns are in the lower ones.
+template <bool kEvenGreenUpper, bool kOddColorsUpper, bool kOddGreenUpper>
+struct Halves {
+  static constexpr bool kEvenGreen = kEvenGreenUpper, kOddColors = kOddColorsUpper, kOddGreen = kOddGreenUpper;
+};
+
+/// A block of pixels whose columns are made apart: `columns.Made<Halves>()` puts their bytes where a writer wants them.
+template <class Columns>
+struct PixelColumns {
+  Columns columns;
+};
+
+/// The pixels in the order of their columns.
+template <class Columns>
+inline RgbLanes<std::uint8_t> Merged(const PixelColumns<Columns>& in) {
+  const ByteColumns made = in.columns.template Made<Halves<false, true, true>>();
+  const auto merged = [](Lanes<std::uint16_t> even, Lanes<std::uint16_t> odd) {
+    return Lanes<std::uint8_t>(even | odd);
+  };
+  return {merged(made.even.r, made.odd.r), merged(made.even.g, made.odd.g), merged(made.even.b, made.odd.b)};
+}
+
 /// Half a register of pixels, in words that are not yet clamped to bytes.
 struct RgbWords {
   I16 r, g, b;

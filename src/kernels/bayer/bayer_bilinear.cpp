@@ -1,8 +1,9 @@
 // Bayer mosaic, bilinear method: each pixel of a line from its own sample and the eight around it. The rows are the one
 // above, the pixels' own, and the one below, all beginning one sample left of the first pixel.
+#include "kernels/bayer/bilinear_bytes.h"
 #include "kernels/bayer/bilinear_wide.h"
 #include "kernels/bayer/bilinear_words.h"
-#include "kernels/writers/interleaved.h"
+#include "kernels/writers/interleaved_words.h"
 #include "kernels/writers/luma.h"
 #include "simd/direct.h"
 #include "simd/samples.h"
@@ -48,63 +49,19 @@ struct BilinearLayout {
 
 struct BilinearBytes : BilinearLayout<std::uint8_t> {
 #if LM_LANES
-  // The samples of a row as words: those at the even and at the odd columns of the block, which begins one column left
-  // of its first pixel, and those two columns further on.
-  struct Samples {
-    U16 even, odd, nextEven, nextOdd;
-  };
-
-  template <class Reader>
-  static Samples LoadRow(const Reader& read, std::size_t row) {
-    const U16 here = U16(Pinned(read(row, 0)));
-    const U16 next = U16(Pinned(read(row, 2)));
-    return {here & 0xFF, here >> 8, next & 0xFF, next >> 8};
-  }
-
-  // Bytes of the even lanes, and of the odd ones, which come in the upper halves of words.
-  static U8 Merge(U16 even, U16 odd) { return U8(even | (odd & 0xFF00)); }
-
-  // The channel of the colour that shares the line with green, and that of the lines around it.
-  struct Channels {
-    U8 line, green, other;
-  };
-
-  static constexpr std::uint16_t kFifth = 13108;  // of 65536; exact, as the sum is at most 1275
-
-  // Pixels in even lanes are at odd columns, between the even ones.
-  static Channels GreenFirst(const Samples& own, const Samples& around) {
-    return {Merge((own.even + own.nextEven) >> 1, own.nextEven << 8),
-            Merge(MultiplyHigh(own.odd + around.even + around.nextEven, kFifth),
-                  (own.odd + own.nextOdd + around.nextEven) << 6),
-            Merge(around.odd >> 1, (around.odd + around.nextOdd) << 6)};
-  }
-
-  static Channels ColorFirst(const Samples& own, const Samples& around) {
-    return {Merge(own.odd, (own.odd + own.nextOdd) << 7),
-            Merge((own.even + own.nextEven + around.odd) >> 2,
-                  MultiplyHigh(own.nextEven + around.odd + around.nextOdd, kFifth) << 8),
-            Merge((around.even + around.nextEven) >> 2, around.nextEven << 7)};
-  }
-
-  static RgbLanes<std::uint8_t> Pixels(const Samples& above, const Samples& own, const Samples& below, Site site) {
-    const Samples around{above.even + below.even, above.odd + below.odd, above.nextEven + below.nextEven,
-                         above.nextOdd + below.nextOdd};
-    const Channels channels = IsGreen(site) ? GreenFirst(own, around) : ColorFirst(own, around);
-    const bool redInLine = IsInRedRow(site);
-    return {redInLine ? channels.line : channels.other, channels.green, redInLine ? channels.other : channels.line};
-  }
-
   template <class Reader>
   static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
-    return Pixels(LoadRow(read, 0), LoadRow(read, 1), LoadRow(read, 2), read.in.site);
+    const ByteSamples above = LoadByteRow(read, 0), own = LoadByteRow(read, 1), below = LoadByteRow(read, 2);
+    return Merged(PixelColumns<BilinearPixels>{{own, above + below, read.in.site}});
   }
 #endif
 };
 
 struct BilinearWordsLayout : BilinearLayout<std::uint16_t> {
 #if LM_LANES
+  // Inline, as compilers would rather call what several loops use, and hand vectors over in memory.
   template <class Reader>
-  static RgbLanes<std::uint16_t> Block(const Reader& read, Of<std::uint16_t>) {
+  [[gnu::always_inline]] static RgbLanes<std::uint16_t> Block(const Reader& read, Of<std::uint16_t>) {
     const Site site = read.in.site;
     if (read.in.mask < 1U << 13) {
       return BilinearWords(LoadWordsAround(read, 0), LoadWordsAround(read, 1), LoadWordsAround(read, 2), site);
@@ -129,9 +86,11 @@ struct BilinearPair : PairOfLines<BilinearBytes> {
 #if LM_LANES
   template <class Reader, class Store>
   static void Blocks(const Reader& read, const Store& store) {
-    const Samples row[] = {LoadRow(read, 0), LoadRow(read, 1), LoadRow(read, 2), LoadRow(read, 3)};
-    store(0, Pixels(row[0], row[1], row[2], read.in.site));
-    store(1, Pixels(row[1], row[2], row[3], Below(read.in.site)));
+    // The last row is loaded late: all at once would not fit 16 registers.
+    const Site site = read.in.site;
+    const ByteSamples above = LoadByteRow(read, 0), first = LoadByteRow(read, 1), second = LoadByteRow(read, 2);
+    store(0, PixelColumns<BilinearPixels>{{first, above + second, site}});
+    store(1, PixelColumns<BilinearPixels>{{second, first + LoadByteRow(read, 3), Below(site)}});
   }
 #endif
 };
@@ -146,24 +105,39 @@ struct BilinearWordPair : PairOfLines<BilinearWordsLayout> {
   static void Blocks(const Reader& read, const Store& store) {
     const Site site = read.in.site;
     if constexpr (kNarrow) {
-      const WordsAround row[] = {LoadWordsAround(read, 0), LoadWordsAround(read, 1), LoadWordsAround(read, 2),
-                                 LoadWordsAround(read, 3)};
-      store(0, BilinearWords(row[0], row[1], row[2], site));
-      store(1, BilinearWords(row[1], row[2], row[3], Below(site)));
+      const WordsAround above = LoadWordsAround(read, 0), first = LoadWordsAround(read, 1),
+                        second = LoadWordsAround(read, 2);
+      store(0, BilinearWords(above, first, second, site));
+      store(1, BilinearWords(first, second, LoadWordsAround(read, 3), Below(site)));
     } else {
-      const WideRow row[] = {LoadWideRow(read, 0), LoadWideRow(read, 1), LoadWideRow(read, 2), LoadWideRow(read, 3)};
-      store(0, BilinearWide(row[0], row[1], row[2], site));
-      store(1, BilinearWide(row[1], row[2], row[3], Below(site)));
+      const WideRow above = LoadWideRow(read, 0), first = LoadWideRow(read, 1), second = LoadWideRow(read, 2);
+      store(0, BilinearWide(above, first, second, site));
+      store(1, BilinearWide(first, second, LoadWideRow(read, 3), Below(site)));
     }
   }
 #endif
 };
 
-template <bool kNarrow>
-struct WordsToLuma : Direct<BilinearWordPair<kNarrow>, LumaToWords<std::uint16_t, kNarrow>> {};
+/// Converts words of any depth, by one writer of words of up to 13 bits and by another.
+template <class NarrowWriter, class Writer = NarrowWriter>
+void ConvertWords(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                  std::size_t first) {
+  (in.mask < 1U << 13 ? Direct<BilinearWordPair<true>, NarrowWriter>::Convert
+                      : Direct<BilinearWordPair<false>, Writer>::Convert)(in, from, count, targets, first);
+}
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
+
+/// Exports the conversion of words by writers as the kernel `Name`.
+#define LM_EXPORT_DIRECT_WORDS(Name, ...)                                                          \
+  namespace LmImagingLib::LM_ISA {                                                                 \
+  DirectKernel Name;                                                                               \
+  void Name(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets, \
+            std::size_t first) {                                                                   \
+    ConvertWords<__VA_ARGS__>(in, from, count, targets, first);                                    \
+  }                                                                                                \
+  }
 
 LM_DEFINE_DECODER(std::uint8_t, BayerBilinear, BilinearBytes)
 LM_DEFINE_DECODER(std::uint16_t, BayerBilinear, BilinearWordsLayout)
@@ -173,11 +147,8 @@ LM_EXPORT_DIRECT(BayerBilinearToRGB32, BilinearPair, Interleaved<First::kRed, 4>
 LM_EXPORT_DIRECT(BayerBilinearToBGR32, BilinearPair, Interleaved<First::kBlue, 4>)
 LM_EXPORT_DIRECT(BayerBilinearToLuma8, BilinearPair, LumaToBytes)
 LM_EXPORT_DIRECT(BayerBilinearToLuma, BilinearPair, LumaToWords<std::uint8_t, false>)
-
-namespace LmImagingLib::LM_ISA {
-DirectKernel BayerBilinearToLumaWords;
-void BayerBilinearToLumaWords(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
-                              std::size_t first) {
-  (in.mask < 1U << 13 ? WordsToLuma<true>::Convert : WordsToLuma<false>::Convert)(in, from, count, targets, first);
-}
-}  // namespace LmImagingLib::LM_ISA
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToLumaWords, LumaToWords<std::uint16_t, true>, LumaToWords<std::uint16_t, false>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToRGBWords, ShiftedWords<First::kRed, 3>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToBGRWords, ShiftedWords<First::kBlue, 3>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToRGB64, ShiftedWords<First::kRed, 4>)
+LM_EXPORT_DIRECT_WORDS(BayerBilinearToBGR64, ShiftedWords<First::kBlue, 4>)

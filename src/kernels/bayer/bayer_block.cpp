@@ -1,5 +1,5 @@
 // Bayer mosaic, block method: each 2 x 2 cell of samples makes four equal pixels, two on each of two lines.
-#include "kernels/writers/interleaved.h"
+#include "kernels/writers/interleaved_words.h"
 #include "kernels/writers/luma.h"
 #include "simd/direct.h"
 #include "simd/samples.h"
@@ -97,6 +97,10 @@ LM_EXPORT_DIRECT(BayerBlockToBGR32, BlockPair<std::uint8_t>, Interleaved<First::
 LM_EXPORT_DIRECT(BayerBlockToLuma8, BlockPair<std::uint8_t>, LumaToBytes)
 LM_EXPORT_DIRECT(BayerBlockToLuma, BlockPair<std::uint8_t>, LumaToWords<std::uint8_t, false>)
 LM_EXPORT_DIRECT(BayerBlockToLumaWords, BlockPair<std::uint16_t>, LumaToWords<std::uint16_t, false>)
+LM_EXPORT_DIRECT(BayerBlockToRGBWords, BlockPair<std::uint16_t>, ShiftedWords<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerBlockToBGRWords, BlockPair<std::uint16_t>, ShiftedWords<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerBlockToRGB64, BlockPair<std::uint16_t>, ShiftedWords<First::kRed, 4>)
+LM_EXPORT_DIRECT(BayerBlockToBGR64, BlockPair<std::uint16_t>, ShiftedWords<First::kBlue, 4>)
 LM_EXPORT_DIRECT(BayerWordBlockToRGB24, WordBlockPair, Interleaved<First::kRed, 3>)
 LM_EXPORT_DIRECT(BayerWordBlockToBGR24, WordBlockPair, Interleaved<First::kBlue, 3>)
 LM_EXPORT_DIRECT(BayerWordBlockToRGB32, WordBlockPair, Interleaved<First::kRed, 4>)

@@ -75,30 +75,6 @@ struct HalfLine : SingleLine<BayerHalfLayout<Sample_, kSampleBytes>, Sample_> {
 
 using HalfLineOfWords = HalfLine<std::uint8_t, 2>;
 
-/// Words of all their bits, fitted to the destination.
-template <First kFirst, std::size_t kPixelWords>
-class FittedWords : public InterleavedWords<kFirst, kPixelWords> {
-  using Words = InterleavedWords<kFirst, kPixelWords>;
-
- public:
-  FittedWords(const TargetLine& target, Site /*site*/) : mFit(target.fit) {}
-
-  void Pixel(const Rgb<std::uint16_t>& pixel, std::uint8_t* to) const {
-    Words::Pixel({Fitted(pixel.r, mFit), Fitted(pixel.g, mFit), Fitted(pixel.b, mFit)}, to);
-  }
-
-#if LM_LANES
-  template <class To>
-  void Block(const RgbLanes<std::uint16_t>& in, To to) const {
-    const FitLanes fit(mFit);
-    Words::Block({fit(in.r), fit(in.g), fit(in.b)}, to);
-  }
-#endif
-
- private:
-  const Fit mFit;
-};
-
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
@@ -113,5 +89,5 @@ LM_EXPORT_DIRECT(BayerWordHalfToRGB24, HalfLineOfWords, Interleaved<First::kRed,
 LM_EXPORT_DIRECT(BayerWordHalfToBGR24, HalfLineOfWords, Interleaved<First::kBlue, 3>)
 LM_EXPORT_DIRECT(BayerWordHalfToRGB32, HalfLineOfWords, Interleaved<First::kRed, 4>)
 LM_EXPORT_DIRECT(BayerWordHalfToBGR32, HalfLineOfWords, Interleaved<First::kBlue, 4>)
-LM_EXPORT_DIRECT(BayerHalfToRGBWords, HalfLine<std::uint16_t>, FittedWords<First::kRed, 3>)
-LM_EXPORT_DIRECT(BayerHalfToBGRWords, HalfLine<std::uint16_t>, FittedWords<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerHalfToRGBWords, HalfLine<std::uint16_t>, ShiftedWords<First::kRed, 3>)
+LM_EXPORT_DIRECT(BayerHalfToBGRWords, HalfLine<std::uint16_t>, ShiftedWords<First::kBlue, 3>)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "simd/interleave.h"
 #include "simd/loops.h"
+#include "simd/word_columns.h"
 
 // The bilinear method for samples of 14 to 16 bits, whose sums are computed in lanes of 32 bits: pixels in even columns
 // in one register, those in odd columns in another. All pixels of a register are of one kind of site and need the same.
@@ -36,9 +36,6 @@ inline U32 Fifth(U32 sum) {
   return U32(__builtin_convertvector(__builtin_convertvector(I32(sum), Lanes<float>) * 0.2F, I32));
 }
 
-/// Words of the lower halves of one register's lanes, and of the upper halves of another's.
-inline U32 WordPairs(U32 low, U32 high) { return U32(EvenOdd(U16(low), U16(high))); }
-
 /// Pixels of one kind of site. Words for the upper halves of lanes are shifted there as they are; `WordPairs` drops the
 /// bits below.
 inline WordPixels WidePixels(const WideSamples& own, const WideSamples& around, Site site) {
@@ -55,11 +52,6 @@ inline WordPixels WidePixels(const WideSamples& own, const WideSamples& around, 
 inline WordColumns BilinearWide(const WideRow& above, const WideRow& own, const WideRow& below, Site site) {
   return {WidePixels(own.even, above.even + below.even, site),
           WidePixels(own.odd, above.odd + below.odd, RightOf(site))};
-}
-
-inline RgbLanes<std::uint16_t> InTurn(const WordColumns& in) {
-  return {U16(WordPairs(in.even.redBlue, in.odd.redBlue << 16)), U16(WordPairs(in.even.green, in.odd.green << 16)),
-          U16(WordPairs(in.even.redBlue >> 16, in.odd.redBlue))};
 }
 
 }  // namespace

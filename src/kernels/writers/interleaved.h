@@ -42,6 +42,21 @@ struct Interleaved {
     }
   }
 
+  template <class Columns, class To>
+  static void Block(const PixelColumns<Columns>& in, To to) {
+    if constexpr (kBytes == 3 && !LM_STORES_IN_TURN) {
+      // Two pixels are three words, which move in fewer steps than six bytes.
+      const ByteColumns made = in.columns.template Made<Halves<true, true, false>>();
+      constexpr bool kRedFirst = kFirst == First::kRed;
+      const auto first = [](const RgbLanes<std::uint16_t>& of) { return kRedFirst ? of.r : of.b; };
+      const auto last = [](const RgbLanes<std::uint16_t>& of) { return kRedFirst ? of.b : of.r; };
+      StoreInterleaved<std::uint16_t>(first(made.even) | made.even.g, last(made.even) | first(made.odd),
+                                      made.odd.g | last(made.odd), to);
+    } else {
+      Block(Merged(in), to);
+    }
+  }
+
   /// Zips put the pixels of four bytes in order, words at once.
   template <class Half, class To>
   static void Block(const DealtPixels<Half>& in, To to) {

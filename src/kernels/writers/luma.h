@@ -33,10 +33,16 @@ class LumaToBytes {
   void Block(const RgbLanes<std::uint8_t>& in, To to) const {
     Store(LumaLanes(in, mWeights), to);
   }
+  template <class Columns, class To>
+  void Block(const PixelColumns<Columns>& in, To to) const {
+    Store(LumaLanes(in.columns.template Made<Halves<false, false, false>>(), mWeights, mGreen), to);
+  }
 #endif
 
  private:
   const LumaWeights mWeights;
+  // Compilers would make a chain of shifts of a product with a constant.
+  const std::uint16_t mGreen = Alone(std::uint16_t{kGreenWeight});
 };
 
 /// Luma in 16-bit little-endian words, fitted after the sum.
@@ -61,6 +67,10 @@ class LumaToWords {
     } else {
       Store(FitLanes(mFit)(kNarrow ? NarrowLumaLanes(in, mWeights) : LumaLanes(in, mWeights)), to);
     }
+  }
+  template <class Columns, class To>
+  void Block(const PixelColumns<Columns>& in, To to) const {
+    Block(Merged(in), to);
   }
   template <class To>
   void Block(const WordColumns& in, To to) const {
