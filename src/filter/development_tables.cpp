@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "filter/table_parts.h"
+#include "filter/tone_lines.h"
 
 namespace LmImagingLib {
 
@@ -70,7 +70,7 @@ void DevelopSteps::MakeMatrix(const ColorMatrix& matrix, const ToneCurve& tone) 
       mMatrix.factors[row][column] = FactorOf(matrix[3 * row + column]);
       sum += mMatrix.factors[row][column];
     }
-    mMatrix.constants[row] = 32768 * (sum - 4096) + 2048;
+    mMatrix.constants[row] = 32768 * sum + 2048;
   }
   mMatrix.depth = EntryDepth();
   if (EntryDepth() == 8) {
@@ -78,14 +78,18 @@ void DevelopSteps::MakeMatrix(const ColorMatrix& matrix, const ToneCurve& tone) 
     for (std::uint32_t i = 0; i < kToneIndices; ++i) {
       mToneBytes[i] = Rounded<std::uint8_t>(tone.At(LightAt(i) / 65535), 8);
     }
-    mToneParts = FindToneParts(mToneBytes);
+    mMatrix.isLinear = true;
+    for (std::uint32_t i = 0; i < kToneIndices; ++i) {
+      mMatrix.isLinear = mMatrix.isLinear && mToneBytes[i] == LinearTone(i);
+    }
+    if (!mMatrix.isLinear) mToneLines = FindToneLines(mToneBytes);
   } else {
     mToneWords.resize(65536);
     for (std::uint32_t i = 0; i < 65536; ++i)
       mToneWords[i] = Rounded<std::uint16_t>(tone.At(i / 65535.0), mResultDepth);
   }
   mMatrix.bytes = mToneBytes.data();
-  mMatrix.parts = mToneParts ? &*mToneParts : nullptr;
+  mMatrix.lines = mToneLines ? &*mToneLines : nullptr;
   mMatrix.words = mToneWords.data();
 }
 

@@ -47,7 +47,7 @@ class DevelopSteps {
   std::vector<std::uint16_t> mEntries[3];
   std::vector<std::uint16_t> mWide;
   std::vector<std::uint8_t> mToneBytes;
-  std::optional<ToneParts> mToneParts;
+  std::optional<ToneLines> mToneLines;
   std::vector<std::uint16_t> mToneWords;
   SampleTables mSamples;
   LookupTables<std::uint16_t> mWidening{};

@@ -3,15 +3,12 @@
 #include <optional>
 #include <vector>
 
-#include "simd/color_matrix.h"
 #include "simd/mosaic.h"
 
 namespace LmImagingLib {
 
-/// The parts that equal a table by `ToneIndex` in each entry, or nothing if it rises too fast for them, or falls.
-std::optional<ToneParts> FindToneParts(const std::vector<std::uint8_t>& table);
-
-/// The same of a table for samples of 9 to 12 bits.
+/// The parts that equal a table for samples of 9 to 12 bits in each entry, or nothing if it rises too fast for them, or
+/// falls.
 std::optional<SampleParts> FindSampleParts(const std::vector<std::uint8_t>& table);
 
 }  // namespace LmImagingLib

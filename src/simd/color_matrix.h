@@ -4,24 +4,30 @@
 
 namespace LmImagingLib {
 
-/// A table of bytes by `ToneIndex` that rises slowly, in pieces that registers hold: of 16 light below 4096, of 128
-/// below 16384, and of 256 above. A piece has two rises at most.
-struct ToneParts {
-  static constexpr std::size_t kDark = 0, kMiddle = 256, kBright = 384;  ///< where the pieces from no light on begin
+/// A table of bytes by `ToneIndex` that rises slowly, as straight lines between numbers of light, and corrections.
+///
+/// Light below 4096 is scaled up by 16. A line of 2048 scaled light gives the result or one less: 64ths of it are
+/// `base + (slope * scaled >> 16)`. It is one more where the lower 8 bits of the table's index are less than `kReach`
+/// after those of the next rise, modulo 256.
+struct ToneLines {
+  static constexpr std::uint32_t kLight = 2048;  ///< scaled light of a line
+  static constexpr std::uint32_t kReach = 64;
 
-  std::uint8_t first[64];   ///< the results of the least light, which may rise fast
-  std::uint8_t least[640];  ///< of a piece, less one for each rise that it has not, modulo 256
-  std::uint8_t rises[640];  ///< two nibbles: the entries of a piece from which on it is one more; 0 for no rise
+  std::uint16_t base[2][32], slope[2][32];  ///< of dark light, and of other
+  std::uint8_t next[256];                   ///< where results rise to the next one: the lower 8 bits of the index
+  std::uint8_t first[64];                   ///< the results of the least light, which may rise fast
+  bool hasFirst;                            ///< whether it has to be looked up there
 };
 
 /// A colour matrix between samples that are square roots of light, and values of a picture: samples are squared to
 /// 16 bits of linear light, the matrix is applied and limited to these, and the results are looked up.
 struct MatrixSteps {
   std::int16_t factors[3][3];  ///< 4096ths; the absolute values of a row sum to 7 * 4096 at most
-  std::int32_t constants[3];   ///< 32768 * (sum of the row - 4096) + 2048
+  std::int32_t constants[3];   ///< 32768 * sum of the row + 2048
   std::uint32_t depth;         ///< bits of a word
   const std::uint8_t* bytes;   ///< the results of bytes, by `ToneIndex`
-  const ToneParts* parts;      ///< the same in parts; null where it rises too fast
+  bool isLinear;               ///< whether these are all `LinearTone`
+  const ToneLines* lines;      ///< the same as lines; null where it rises too fast
   const std::uint16_t* words;  ///< the results of words, one for each of 65536
 };
 
@@ -29,6 +35,13 @@ struct MatrixSteps {
 /// upper 12 above 1/16.
 inline constexpr std::uint32_t kToneIndices = 3840 + 4096;
 constexpr std::uint32_t ToneIndex(std::uint32_t light) { return light < 4096 ? light : 3840 + (light >> 4); }
+
+/// The byte of a place by `ToneIndex` without a tone curve: light divided by 257 and rounded, of a place above 1/16
+/// that in the middle of it.
+constexpr std::uint8_t LinearTone(std::uint32_t index) {
+  const std::uint32_t light = index < 4096 ? index : (index - 3840) * 16 + 8;
+  return static_cast<std::uint8_t>(((light * 65281 >> 16) + 128) >> 8);
+}
 
 /// Applies the matrix to `count` pixels.
 template <class Sample>

@@ -84,6 +84,11 @@ inline I32 MultiplyAdd(I16 a, I16 b) {
 /// Words of two vectors, clamped to 16 bits.
 inline I16 ClampPack(I32 low, I32 high) { return I16(vqmovn_high_s32(vqmovn_s32(int32x4_t(low)), int32x4_t(high))); }
 
+/// Likewise clamped to 0..65535.
+inline U16 ClampPackUp(I32 low, I32 high) {
+  return U16(vqmovun_high_s32(vqmovun_s32(int32x4_t(low)), int32x4_t(high)));
+}
+
 /// The lesser of each pair.
 inline U16 Least(U16 a, U16 b) { return U16(vminq_u16(uint16x8_t(a), uint16x8_t(b))); }
 

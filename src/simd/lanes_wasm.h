@@ -78,6 +78,9 @@ inline I32 MultiplyAdd(I16 a, I16 b) { return I32(wasm_i32x4_dot_i16x8(v128_t(a)
 /// Words of two vectors, clamped to 16 bits.
 inline I16 ClampPack(I32 low, I32 high) { return I16(wasm_i16x8_narrow_i32x4(v128_t(low), v128_t(high))); }
 
+/// Likewise clamped to 0..65535.
+inline U16 ClampPackUp(I32 low, I32 high) { return U16(wasm_u16x8_narrow_i32x4(v128_t(low), v128_t(high))); }
+
 /// The lesser of each pair.
 inline U16 Least(U16 a, U16 b) { return U16(wasm_u16x8_min(v128_t(a), v128_t(b))); }
 

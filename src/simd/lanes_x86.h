@@ -134,6 +134,9 @@ inline I32 MultiplyAdd(I16 a, I16 b) { return I32(LM_INTRINSIC(madd_epi16)(Regis
 /// Words of two vectors, clamped to 16 bits, each 16 bytes from the same 16 bytes of both.
 inline I16 ClampPack(I32 low, I32 high) { return I16(LM_INTRINSIC(packs_epi32)(Register(low), Register(high))); }
 
+/// Likewise clamped to 0..65535.
+inline U16 ClampPackUp(I32 low, I32 high) { return U16(LM_INTRINSIC(packus_epi32)(Register(low), Register(high))); }
+
 /// The lesser of each pair.
 inline U16 Least(U16 a, U16 b) { return U16(LM_INTRINSIC(min_epu16)(Register(a), Register(b))); }
 

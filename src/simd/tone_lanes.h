@@ -1,66 +1,91 @@
 #pragma once
 
 #include "simd/color_matrix.h"
-#include "simd/part_lanes.h"
+#include "simd/lanes.h"
 
-// Tables in parts, where one instruction looks up in the bytes of two registers.
+// Light to bytes in registers.
+#if LM_LANES
+namespace LmImagingLib::LM_ISA {
+namespace {
+
+/// Light as it is: `LinearTone`.
+struct LinearLanes {
+  /// The results of even and of odd light in turn.
+  U8 operator()(U16 even, U16 odd) const { return U8(By256(even) >> 8 | (By256(odd) & 0xFF00)); }
+
+ private:
+  static U16 By256(U16 light) {
+    const U16 isLit = U16(I16(light >> 4) > 255);
+    light = (light | (isLit & 15)) ^ (isLit & 7);
+    return MultiplyHigh(light, 65281) + 128;
+  }
+};
+
+}  // namespace
+}  // namespace LmImagingLib::LM_ISA
+#endif
+
+// Tone curves as lines, where one instruction looks up in the bytes of two registers.
 #if LM_BYTE_SHUFFLE == 64
 namespace LmImagingLib::LM_ISA {
 namespace {
 
-/// Looks light up in the parts of a table. Keep it in a local variable.
+/// Looks light up by lines. Keep it in a local variable.
+template <bool kHasFirst>
 class ToneLanes {
  public:
-  explicit ToneLanes(const ToneParts& parts) : mFirst(Load(parts.first)), mLeast(parts.least), mRises(parts.rises) {}
+  explicit ToneLanes(const ToneLines& lines)
+      : mBase{LoadWords(lines.base[0]), LoadWords(lines.base[1])},
+        mSlope{LoadWords(lines.slope[0]), LoadWords(lines.slope[1])},
+        mFirst(Load(lines.first)) {
+    for (std::size_t k = 0; k < 4; ++k) mNext[k] = __m512i(Load(lines.next + 64 * k));
+  }
 
-  /// Of light less 32768, both halves of each 16 results in a register of their own.
-  U8 operator()(U16 first, U16 second) const {
-    const U8 high = ClampJoin(I16(first >> 8), I16(second >> 8)) ^ 0x80;
-    const U8 low = ClampJoin(I16(first & 0xFF), I16(second & 0xFF));
-    const U8 lowTop = U8(U16(low) >> 4) & 0xF;
-    const Places at{U8(U16(high) << 4 & 0xF0F0) | lowTop, high + high + (U8(U16(low) >> 7) & 1), high,
-                    _mm512_cmpge_epu8_mask(__m512i(high), __m512i(Fill(4096 >> 8))),
-                    _mm512_cmpge_epu8_mask(__m512i(high), __m512i(Fill(16384 >> 8)))};
-    const __m512i darkEntry = __m512i(low & 0xF), middleEntry = __m512i(lowTop & 7);
-    const __m512i entry =
-        _mm512_mask_blend_epi8(at.isBright, _mm512_mask_blend_epi8(at.isLit, darkEntry, middleEntry), __m512i(lowTop));
-    const __m512i tone = CountRises(mLeast[at], entry, mRises[at]);
-    const __mmask64 isFirst = _mm512_testn_epi8_mask(__m512i(high | (low & 0xC0)), __m512i(Fill(0xFF)));
-    return U8(_mm512_mask_permutexvar_epi8(tone, isFirst, __m512i(low), __m512i(mFirst)));
+  /// The results of even and of odd light in turn.
+  U8 operator()(U16 even, U16 odd) const {
+    const Line a = LineOf(even), b = LineOf(odd);
+    const __m512i tone = Bytes<6>(a.tone, b.tone);
+    const __m512i at = Bytes<4>(a.scaled, b.scaled);
+    const __m512i next =
+        _mm512_mask_blend_epi8(_mm512_movepi8_mask(tone), _mm512_permutex2var_epi8(mNext[0], tone, mNext[1]),
+                               _mm512_permutex2var_epi8(mNext[2], tone, mNext[3]));
+    const __mmask64 isNext = _mm512_cmplt_epu8_mask(_mm512_sub_epi8(at, next), __m512i(Fill(ToneLines::kReach)));
+    const __m512i result = _mm512_mask_sub_epi8(tone, isNext, tone, __m512i(Fill(0xFF)));
+    if constexpr (!kHasFirst) return U8(result);
+    const __m512i high = Bytes<8>(__m512i(even), __m512i(odd));
+    const __mmask64 isFirst = _mm512_mask_testn_epi8_mask(_mm512_testn_epi8_mask(high, high), at, __m512i(Fill(0xC0)));
+    return U8(_mm512_mask_permutexvar_epi8(result, isFirst, at, __m512i(mFirst)));
   }
 
  private:
-  /// The places of the pieces of some light, if it is in their zone.
-  struct Places {
-    U8 dark, middle, bright;
-    __mmask64 isLit, isBright;
+  struct Line {
+    __m512i tone, scaled;
   };
 
-  /// One byte of each piece.
-  class Pieces {
-   public:
-    explicit Pieces(const std::uint8_t* bytes) {
-      for (std::size_t k = 0; k < 10; ++k) mPart[k] = __m512i(Load(bytes + 64 * k));
-    }
+  static __m512i LoadWords(const std::uint16_t* from) { return __m512i(Load(from)); }
 
-    __m512i operator[](const Places& at) const {
-      const __m512i d = __m512i(at.dark), b = __m512i(at.bright);
-      const __m512i dark =
-          _mm512_mask_blend_epi8(_mm512_movepi8_mask(d), _mm512_permutex2var_epi8(mPart[0], d, mPart[1]),
-                                 _mm512_permutex2var_epi8(mPart[2], d, mPart[3]));
-      const __m512i middle = _mm512_permutex2var_epi8(mPart[4], __m512i(at.middle), mPart[5]);
-      // The first 64 pieces of bright light are in the other zones.
-      const __m512i bright = _mm512_mask_blend_epi8(_mm512_movepi8_mask(b), _mm512_permutexvar_epi8(b, mPart[7]),
-                                                    _mm512_permutex2var_epi8(mPart[8], b, mPart[9]));
-      return _mm512_mask_blend_epi8(at.isBright, _mm512_mask_blend_epi8(at.isLit, dark, middle), bright);
-    }
+  Line LineOf(U16 light) const {
+    const auto l = __m512i(light);
+    const __mmask32 isDark = _mm512_cmplt_epu16_mask(l, _mm512_set1_epi16(4096));
+    const __m512i scaled = _mm512_mask_slli_epi16(l, isDark, l, 4);
+    const __m512i line = _mm512_srli_epi16(scaled, 11);
+    const __m512i base =
+        _mm512_mask_permutexvar_epi16(_mm512_permutexvar_epi16(line, mBase[1]), isDark, line, mBase[0]);
+    const __m512i slope =
+        _mm512_mask_permutexvar_epi16(_mm512_permutexvar_epi16(line, mSlope[1]), isDark, line, mSlope[0]);
+    return {_mm512_add_epi16(base, _mm512_mulhi_epu16(slope, scaled)), scaled};
+  }
 
-   private:
-    __m512i mPart[10];
-  };
+  // The 8 bits of each word from bit `kBit` on, of two registers in turn.
+  template <std::uint64_t kBit>
+  static __m512i Bytes(__m512i even, __m512i odd) {
+    const __m512i bits = _mm512_set1_epi64(static_cast<long long>(0x3030202010100000 + kBit * 0x0101010101010101));
+    return _mm512_mask_multishift_epi64_epi8(_mm512_multishift_epi64_epi8(bits, even), 0xAAAAAAAAAAAAAAAA, bits, odd);
+  }
 
+  const __m512i mBase[2], mSlope[2];
   const U8 mFirst;
-  const Pieces mLeast, mRises;
+  __m512i mNext[4];
 };
 
 }  // namespace
