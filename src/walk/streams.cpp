@@ -17,9 +17,10 @@ namespace LmImagingLib {
 namespace {
 
 // How far ahead to fetch the source, and the destination where it is stored through the caches. Processors fetch no
-// further than to the end of a page of 4 KiB by themselves, and 2 KiB are converted before the memory answers. Lines a
-// multiple of 4 KiB apart would share the few places of the first-level cache that both can have.
-constexpr std::uint32_t kFetchAhead = 7168;
+// further than to the end of a page of 4 KiB by themselves, and 2 KiB are converted before the memory answers. Lines of
+// source and destination a multiple of 4 KiB apart would share the few places of the first-level cache that both can
+// have. What is stored past the caches needs no place in them, and planes lose a fifth with less than 8 KiB.
+constexpr std::uint32_t kFetchAhead = 7168, kFetchAheadOfStreams = 8192;
 
 // Bytes of an image that may be in the first-level caches: fetching them takes time and gains none.
 constexpr std::size_t kSmallImage = 1 << 16;
@@ -87,7 +88,7 @@ std::size_t ForceStreamsAbove(std::size_t bytes) { return std::exchange(sMostUns
 StreamScope::StreamScope(Frame& frame, std::uint32_t lines) : mStreams(Streams(frame, lines)) {
   const std::size_t bytes = SourceBytes(frame, lines) + DestinationBytes(frame, lines);
   frame.streams = mStreams;
-  frame.fetchAhead = !mStreams && bytes <= kSmallImage ? 0 : kFetchAhead;
+  frame.fetchAhead = mStreams ? kFetchAheadOfStreams : bytes <= kSmallImage ? 0 : kFetchAhead;
   frame.fetchesMoves = mStreams || bytes <= kMostFetchedMoves || kStreamsAreSlow;
 }
 
