@@ -55,7 +55,7 @@ void FrameRing::Prepare(const PixelConverter& converter, const FrameSize& size) 
   const std::size_t largest = std::max(mSourceBytes, mDestinationBytes) + kSpareBytes;  // copies fit both ways
   mStride = (largest + kPageBytes - 1) / kPageBytes * kPageBytes;
   mFrames = size.cold ? RingLength(BytesMoved()) : 1;
-  mAt = 0;
+  mFirst = mAt = 0;
   const std::size_t needed = mFrames * mStride;
   if (needed <= mSource.Size()) return;
   mSource = PageBuffer(needed);
@@ -63,6 +63,8 @@ void FrameRing::Prepare(const PixelConverter& converter, const FrameSize& size) 
   FillWithNoise(mSource);
   std::memset(mDestination.Data(), 0, needed);
 }
+
+void FrameRing::Move() { mFirst = (mFirst + mFrames + 1) * mStride <= mSource.Size() ? mFirst + 1 : 0; }
 
 void FrameRing::Refill() { FillWithNoise(mSource); }
 

@@ -48,6 +48,9 @@ class FrameRing {
   void Prepare(const PixelConverter& converter, const FrameSize& size);
   /// Goes on to the next frame of the ring.
   void Advance() { mAt = mAt + 1 < mFrames ? mAt + 1 : 0; }
+  /// Puts the ring elsewhere in the buffers, where these are larger: which pages a frame has decides how much of it
+  /// caches hold.
+  void Move();
   /// Makes noise of all sources again.
   void Refill();
 
@@ -61,8 +64,8 @@ class FrameRing {
   std::size_t DestinationBytes() const { return mDestinationBytes; }
   /// All sources of the ring.
   const PageBuffer& Sources() const { return mSource; }
-  std::uint8_t* Source() const { return mSource.Data() + mAt * mStride; }
-  std::uint8_t* Destination() const { return mDestination.Data() + mAt * mStride; }
+  std::uint8_t* Source() const { return mSource.Data() + (mFirst + mAt) * mStride; }
+  std::uint8_t* Destination() const { return mDestination.Data() + (mFirst + mAt) * mStride; }
 
  private:
   PageBuffer mSource;
@@ -70,6 +73,7 @@ class FrameRing {
   std::size_t mSourceBytes = 0;
   std::size_t mDestinationBytes = 0;
   std::size_t mStride = 0;
+  std::size_t mFirst = 0;
   std::size_t mFrames = 1;
   std::size_t mAt = 0;
 };

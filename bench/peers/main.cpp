@@ -74,6 +74,7 @@ std::vector<double> PrintRow(const PeerCase& job, const std::vector<Peer>& peers
   LimitNoise(job.noise, frames);
   if (!SamePixels(job, contestants, frames, kSizes[0])) std::exit(1);
 
+  for (const FrameSize& size : kSizes) frames.Prepare(*converter, size);  // as much room for all of them
   std::vector<double> ratios;
   std::printf("| %s |", job.name);
   for (const FrameSize& size : kSizes) {

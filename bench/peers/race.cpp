@@ -50,6 +50,7 @@ void Race(std::vector<Contestant>& contestants, FrameRing& frames, const ImageSi
   }
   std::vector<std::vector<double>> ratios(contestants.size());
   for (int round = 0; round < rounds; ++round) {
+    frames.Move();
     double ours = 0;
     for (std::size_t i = 0; i < contestants.size(); ++i) {
       if (calls[i] == 0) continue;
