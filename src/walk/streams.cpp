@@ -25,10 +25,10 @@ constexpr std::uint32_t kFetchAhead = 7168, kFetchAheadOfStreams = 8192;
 // Bytes of an image that may be in the first-level caches: fetching them takes time and gains none.
 constexpr std::size_t kSmallImage = 1 << 16;
 
-// Bytes of an image from which fetching is a loss to kernels that only move bytes. Its pages are then more than the
-// second-level translation buffer knows (4096 on the AMD EPYC where this was measured): at 18.6 MB, fetching made
-// them take a twentieth longer, at 17.5 MB it saved a twelfth.
-constexpr std::size_t kMostFetchedMoves = 18'000'000;
+// Bytes of an image from which fetching is a loss to kernels that only move bytes. Its pages are then about as many as
+// the second-level translation buffer knows (4096 on the AMD EPYC where this was measured): at 16.6 MB, fetching made
+// them take a fourteenth longer, at 14.5 MB it saved a tenth.
+constexpr std::size_t kMostFetchedMoves = 16'000'000;
 
 // As the processor reports it. The C library's answer counts the caches of all cores together on some processors.
 std::size_t LastLevelCache() {
