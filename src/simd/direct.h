@@ -161,12 +161,15 @@ using Direct = DirectGroups<Layout, Writer>;
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-/// Exports a layout together with a writer as the kernel `Name`.
-#define LM_EXPORT_DIRECT(Name, Layout, ...)                                                        \
+/// Exports a function of that form as the kernel `Name`.
+#define LM_DEFINE_DIRECT(Name, ...)                                                                \
   namespace LmImagingLib::LM_ISA {                                                                 \
   DirectKernel Name;                                                                               \
   void Name(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets, \
             std::size_t first) {                                                                   \
-    Direct<Layout, __VA_ARGS__>::Convert(in, from, count, targets, first);                         \
+    __VA_ARGS__(in, from, count, targets, first);                                                  \
   }                                                                                                \
   }
+
+/// Exports a layout together with a writer as the kernel `Name`.
+#define LM_EXPORT_DIRECT(Name, Layout, ...) LM_DEFINE_DIRECT(Name, Direct<Layout, __VA_ARGS__>::Convert)

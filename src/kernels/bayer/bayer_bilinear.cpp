@@ -129,16 +129,6 @@ void ConvertWords(const SourceLines& in, std::size_t from, std::size_t count, co
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
-/// Exports the conversion of words by writers as the kernel `Name`.
-#define LM_EXPORT_DIRECT_WORDS(Name, ...)                                                          \
-  namespace LmImagingLib::LM_ISA {                                                                 \
-  DirectKernel Name;                                                                               \
-  void Name(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets, \
-            std::size_t first) {                                                                   \
-    ConvertWords<__VA_ARGS__>(in, from, count, targets, first);                                    \
-  }                                                                                                \
-  }
-
 LM_DEFINE_DECODER(std::uint8_t, BayerBilinear, BilinearBytes)
 LM_DEFINE_DECODER(std::uint16_t, BayerBilinear, BilinearWordsLayout)
 LM_EXPORT_DIRECT(BayerBilinearToRGB24, BilinearPair, Interleaved<First::kRed, 3>)
@@ -147,8 +137,9 @@ LM_EXPORT_DIRECT(BayerBilinearToRGB32, BilinearPair, Interleaved<First::kRed, 4>
 LM_EXPORT_DIRECT(BayerBilinearToBGR32, BilinearPair, Interleaved<First::kBlue, 4>)
 LM_EXPORT_DIRECT(BayerBilinearToLuma8, BilinearPair, LumaToBytes)
 LM_EXPORT_DIRECT(BayerBilinearToLuma, BilinearPair, LumaToWords<std::uint8_t, false>)
-LM_EXPORT_DIRECT_WORDS(BayerBilinearToLumaWords, LumaToWords<std::uint16_t, true>, LumaToWords<std::uint16_t, false>)
-LM_EXPORT_DIRECT_WORDS(BayerBilinearToRGBWords, ShiftedWords<First::kRed, 3>)
-LM_EXPORT_DIRECT_WORDS(BayerBilinearToBGRWords, ShiftedWords<First::kBlue, 3>)
-LM_EXPORT_DIRECT_WORDS(BayerBilinearToRGB64, ShiftedWords<First::kRed, 4>)
-LM_EXPORT_DIRECT_WORDS(BayerBilinearToBGR64, ShiftedWords<First::kBlue, 4>)
+LM_DEFINE_DIRECT(BayerBilinearToLumaWords,
+                 ConvertWords<LumaToWords<std::uint16_t, true>, LumaToWords<std::uint16_t, false>>)
+LM_DEFINE_DIRECT(BayerBilinearToRGBWords, ConvertWords<ShiftedWords<First::kRed, 3>>)
+LM_DEFINE_DIRECT(BayerBilinearToBGRWords, ConvertWords<ShiftedWords<First::kBlue, 3>>)
+LM_DEFINE_DIRECT(BayerBilinearToRGB64, ConvertWords<ShiftedWords<First::kRed, 4>>)
+LM_DEFINE_DIRECT(BayerBilinearToBGR64, ConvertWords<ShiftedWords<First::kBlue, 4>>)

@@ -16,5 +16,5 @@ struct BGR24Group {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(BGR24, ColorSamples<BGR24Group, 1>)
-LM_EXPORT_PLANES(BGR24ToPlanar24, ColorSamples<BGR24Group, 1>)
+LM_DEFINE_DIRECT(BGR24ToPlanar24, StorePlanes<ColorSamples<BGR24Group, 1>>)
 LM_EXPORT_DIRECT(BGR24ToLuma8, SingleLine<ColorSamples<BGR24Group, 1>>, LumaToBytes)

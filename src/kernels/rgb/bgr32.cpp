@@ -16,4 +16,4 @@ struct BGR32Group {
 
 LM_EXPORT_DECODER(BGR32, ColorSamples<BGR32Group, 1>)
 LM_EXPORT_LUMA_DECODER(BGR32, LumaOfFourBytes<BGR32Group>)
-LM_EXPORT_PLANES(BGR32ToPlanar24, ColorSamples<BGR32Group, 1>)
+LM_DEFINE_DIRECT(BGR32ToPlanar24, StorePlanes<ColorSamples<BGR32Group, 1>>)

@@ -1,5 +1,6 @@
 // RGB and BGR of 24 and 32 bits to each other: the bytes of a pixel change places, and the fourth becomes 0. The same
 // of 48 bits. Of 48 to 24 bits, the words are in the order of the bytes to write.
+#include "simd/direct.h"
 #include "simd/samples.h"
 #include "simd/shuffle.h"
 
@@ -33,43 +34,7 @@ std::size_t StreamBytes(const SourceLines& caller, std::size_t first, std::size_
 }
 #endif
 
-}  // namespace
-
-DirectKernel Swap24To24, Keep24To32, Swap24To32, Keep32To24, Swap32To24, Keep32To32, Swap32To32, Swap48To48, Keep48To24;
-
-void Swap24To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
-                std::size_t first) {
-  ShuffleLine<ByteMap<3, 2, 1, 0>>(in, from, count, targets, first);
-}
-void Keep24To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
-                std::size_t first) {
-  ShuffleLine<ByteMap<3, 0, 1, 2, kZero>>(in, from, count, targets, first);
-}
-void Swap24To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
-                std::size_t first) {
-  ShuffleLine<ByteMap<3, 2, 1, 0, kZero>>(in, from, count, targets, first);
-}
-void Keep32To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
-                std::size_t first) {
-  ShuffleLine<ByteMap<4, 0, 1, 2>>(in, from, count, targets, first);
-}
-void Swap32To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
-                std::size_t first) {
-  ShuffleLine<ByteMap<4, 2, 1, 0>>(in, from, count, targets, first);
-}
-void Keep32To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
-                std::size_t first) {
-  ShuffleLine<ByteMap<4, 0, 1, 2, kZero>>(in, from, count, targets, first);
-}
-void Swap32To32(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
-                std::size_t first) {
-  ShuffleLine<ByteMap<4, 2, 1, 0, kZero>>(in, from, count, targets, first);
-}
-void Swap48To48(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
-                std::size_t first) {
-  ShuffleLine<ByteMap<6, 4, 5, 2, 3, 0, 1>>(in, from, count, targets, first);
-}
-void Keep48To24(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+void NarrowLine(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                 std::size_t first) {
   std::uint8_t* const to = targets->line + 3 * first;
   std::size_t done = 0;
@@ -81,4 +46,15 @@ void Keep48To24(const SourceLines& in, std::size_t from, std::size_t count, cons
   WordsToBytes(in, 3 * from + done, 3 * count - done, to + done, targets->ahead);
 }
 
+}  // namespace
 }  // namespace LmImagingLib::LM_ISA
+
+LM_DEFINE_DIRECT(Swap24To24, ShuffleLine<ByteMap<3, 2, 1, 0>>)
+LM_DEFINE_DIRECT(Keep24To32, ShuffleLine<ByteMap<3, 0, 1, 2, kZero>>)
+LM_DEFINE_DIRECT(Swap24To32, ShuffleLine<ByteMap<3, 2, 1, 0, kZero>>)
+LM_DEFINE_DIRECT(Keep32To24, ShuffleLine<ByteMap<4, 0, 1, 2>>)
+LM_DEFINE_DIRECT(Swap32To24, ShuffleLine<ByteMap<4, 2, 1, 0>>)
+LM_DEFINE_DIRECT(Keep32To32, ShuffleLine<ByteMap<4, 0, 1, 2, kZero>>)
+LM_DEFINE_DIRECT(Swap32To32, ShuffleLine<ByteMap<4, 2, 1, 0, kZero>>)
+LM_DEFINE_DIRECT(Swap48To48, ShuffleLine<ByteMap<6, 4, 5, 2, 3, 0, 1>>)
+LM_DEFINE_DIRECT(Keep48To24, NarrowLine)

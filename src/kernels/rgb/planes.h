@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simd/direct.h"
 #include "simd/samples.h"
 
 // Bytes of colours into three planes. Large planes go past the caches from registers: a strip would be read while its
@@ -30,8 +31,9 @@ std::size_t StreamPlanes(const SourceLines& caller, std::size_t first, std::size
 #endif
 
 template <class Layout>
-void StorePlanes(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine& target,
+void StorePlanes(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                  std::size_t first) {
+  const TargetLine& target = targets[0];
   std::uint8_t* const red = target.line + first;
   std::uint8_t* const green = red + target.planeSize;
   std::uint8_t* const blue = green + target.planeSize;
@@ -48,13 +50,3 @@ void StorePlanes(const SourceLines& in, std::size_t from, std::size_t count, con
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
-
-/// Exports a layout of single lines as the kernel `Name` that stores its planes.
-#define LM_EXPORT_PLANES(Name, ...)                                                                \
-  namespace LmImagingLib::LM_ISA {                                                                 \
-  DirectKernel Name;                                                                               \
-  void Name(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets, \
-            std::size_t first) {                                                                   \
-    StorePlanes<__VA_ARGS__>(in, from, count, targets[0], first);                                  \
-  }                                                                                                \
-  }

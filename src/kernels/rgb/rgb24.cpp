@@ -16,5 +16,5 @@ struct RGB24Group {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(RGB24, ColorSamples<RGB24Group, 1>)
-LM_EXPORT_PLANES(RGB24ToPlanar24, ColorSamples<RGB24Group, 1>)
+LM_DEFINE_DIRECT(RGB24ToPlanar24, StorePlanes<ColorSamples<RGB24Group, 1>>)
 LM_EXPORT_DIRECT(RGB24ToLuma8, SingleLine<ColorSamples<RGB24Group, 1>>, LumaToBytes)

@@ -16,4 +16,4 @@ struct RGB32Group {
 
 LM_EXPORT_DECODER(RGB32, ColorSamples<RGB32Group, 1>)
 LM_EXPORT_LUMA_DECODER(RGB32, LumaOfFourBytes<RGB32Group>)
-LM_EXPORT_PLANES(RGB32ToPlanar24, ColorSamples<RGB32Group, 1>)
+LM_DEFINE_DIRECT(RGB32ToPlanar24, StorePlanes<ColorSamples<RGB32Group, 1>>)
