@@ -194,14 +194,14 @@ Channels<Sample> DecodeBlocks(const SourceLines& lines, std::size_t first, std::
   // Beside quick layouts the steps of the loop take time. A step decodes as many blocks of gray as fill a cache line of
   // the room, and two blocks of colours where one is shorter than that.
   constexpr std::size_t kTogether = Layout::kGray ? 64 / kLanes : kLanes < 64 ? 2 : 1;
-  while (i + kTogether * kStep <= count) {
+  while (i + kTogether * kStep <= count) {  // NOLINT(bugprone-infinite-loop): `decode` goes on to the next block
     FetchAhead<Layout>(in, 0, at, kTogether * kStep);
     if constexpr (Layout::kGray) {
       FetchTarget(reinterpret_cast<std::uint8_t*>(red + i), kTogether * kStep * sizeof(Sample), ahead);
     }
     for (std::size_t k = 0; k < kTogether; ++k) decode();
   }
-  while (i + kStep <= count) decode();  // NOLINT(bugprone-infinite-loop): it goes on to the next block
+  while (i + kStep <= count) decode();  // NOLINT(bugprone-infinite-loop): likewise
   if (!Layout::kGray && i < count && count >= kStep) {
     // Some colours once more are faster than a part of a block. Gray may be decoded in place, where its source is gone.
     i = count - kStep;
