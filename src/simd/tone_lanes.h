@@ -14,6 +14,7 @@ struct LinearLanes {
   U8 operator()(U16 even, U16 odd) const { return U8(By256(even) >> 8 | (By256(odd) & 0xFF00)); }
 
  private:
+  // From 4096 on, light is that in the middle of 16: its lower 4 bits become 8.
   static U16 By256(U16 light) {
     const U16 isLit = U16(I16(light >> 4) > 255);
     light = (light | (isLit & 15)) ^ (isLit & 7);

@@ -38,7 +38,7 @@ struct Frame {
   bool contained = false;    ///< whether lines are converted without touching a byte after their end; see `WholeGroups`
   bool streams = false;      ///< whether to store past the caches
   bool fetchesMoves = true;  ///< whether kernels that only move bytes fetch their lines ahead
-  std::uint32_t fetchAhead = 0;  ///< bytes ahead of which the others do; 0 leaves it to the processor
+  std::uint32_t fetchAhead = 0;  ///< bytes ahead of which kernels fetch them; 0 leaves it to the processor
 
   std::size_t SourcePlane() const { return sourceLine * sourceHeight; }
   std::size_t DestinationPlane() const { return destinationLine * destinationHeight; }

@@ -165,8 +165,9 @@ void Apply(const Channels<Sample>& in, const MatrixSteps& steps, std::size_t cou
     if (steps.isLinear) return ApplyBy(InRegisters<LinearLanes>{}, in, steps, count, out);
 #if LM_BYTE_SHUFFLE == 64
     if (steps.lines != nullptr) {
-      if (steps.lines->hasFirst)
+      if (steps.lines->hasFirst) {
         return ApplyBy(InRegisters<ToneLanes<true>>{ToneLanes<true>(*steps.lines)}, in, steps, count, out);
+      }
       return ApplyBy(InRegisters<ToneLanes<false>>{ToneLanes<false>(*steps.lines)}, in, steps, count, out);
     }
 #endif
