@@ -49,16 +49,19 @@ void Race(std::vector<Contestant>& contestants, FrameRing& frames, const ImageSi
     calls.push_back(hopeless ? 0 : std::clamp(static_cast<int>(kTurn / contestants[i].best), 1, 100));
   }
   std::vector<std::vector<double>> ratios(contestants.size());
+  std::vector<double> times(contestants.size());
   for (int round = 0; round < rounds; ++round) {
     frames.Move();
-    double ours = 0;
-    for (std::size_t i = 0; i < contestants.size(); ++i) {
+    // A frame that just fits the last-level cache needs several calls to get there. Nobody is timed meanwhile.
+    Turn(contestants[0], frames, size, calls[0]);
+    const std::size_t first = static_cast<std::size_t>(round) % contestants.size();
+    for (std::size_t k = 0; k < contestants.size(); ++k) {
+      const std::size_t i = (first + k) % contestants.size();
       if (calls[i] == 0) continue;
-      const double time = Turn(contestants[i], frames, size, calls[i]);
-      if (i == 0) ours = time;
-      contestants[i].best = std::min(contestants[i].best, time);
-      ratios[i].push_back(time / ours);
+      times[i] = Turn(contestants[i], frames, size, calls[i]);
+      contestants[i].best = std::min(contestants[i].best, times[i]);
     }
+    for (std::size_t i = 0; i < contestants.size(); ++i) ratios[i].push_back(times[i] / times[0]);
   }
   for (std::size_t i = 0; i < contestants.size(); ++i) {
     if (calls[i] != 0) contestants[i].ratio = Median(std::move(ratios[i]));

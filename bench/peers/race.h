@@ -23,9 +23,9 @@ double Median(std::vector<double> values);
 /// The current frame of a ring.
 Image ImageOf(const FrameRing& frames, const ImageSize& size);
 
-/// Times the contestants in turns, each round elsewhere in the buffers. A machine that is shared changes its speed for
-/// seconds, which hardly changes the ratios of turns that follow each other. Of the others, whoever is far from being
-/// the fastest leaves after one turn.
+/// Times the contestants in turns, each round elsewhere in the buffers and with another one first. A machine that is
+/// shared changes its speed for seconds, which hardly changes the ratios of turns that follow each other. Of the
+/// others, whoever is far from being the fastest leaves after one turn.
 void Race(std::vector<Contestant>& contestants, FrameRing& frames, const ImageSize& size, int rounds);
 
 }  // namespace LmImagingLib::Bench
