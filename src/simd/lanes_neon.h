@@ -95,6 +95,9 @@ inline U16 Least(U16 a, U16 b) { return U16(vminq_u16(uint16x8_t(a), uint16x8_t(
 /// Sums, clamped to 16 bits.
 inline I16 AddClamped(I16 a, I16 b) { return I16(vqaddq_s16(int16x8_t(a), int16x8_t(b))); }
 
+/// Differences, at least 0.
+inline U16 SubtractClamped(U16 a, U16 b) { return U16(vqsubq_u16(uint16x8_t(a), uint16x8_t(b))); }
+
 /// A table of 256 bytes in registers. Keep it in a local variable: through a reference it is loaded anew after each
 /// store.
 class Table {

@@ -87,6 +87,9 @@ inline U16 Least(U16 a, U16 b) { return U16(wasm_u16x8_min(v128_t(a), v128_t(b))
 /// Sums, clamped to 16 bits.
 inline I16 AddClamped(I16 a, I16 b) { return I16(wasm_i16x8_add_sat(v128_t(a), v128_t(b))); }
 
+/// Differences, at least 0.
+inline U16 SubtractClamped(U16 a, U16 b) { return U16(wasm_u16x8_sub_sat(v128_t(a), v128_t(b))); }
+
 /// A table of 256 bytes.
 class Table {
  public:

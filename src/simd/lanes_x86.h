@@ -143,6 +143,9 @@ inline U16 Least(U16 a, U16 b) { return U16(LM_INTRINSIC(min_epu16)(Register(a),
 /// Sums, clamped to 16 bits.
 inline I16 AddClamped(I16 a, I16 b) { return I16(LM_INTRINSIC(adds_epi16)(Register(a), Register(b))); }
 
+/// Differences, at least 0.
+inline U16 SubtractClamped(U16 a, U16 b) { return U16(LM_INTRINSIC(subs_epu16)(Register(a), Register(b))); }
+
 /// A table of 256 bytes in registers. Keep it in a local variable: through a reference it is loaded anew after each
 /// store.
 class Table {

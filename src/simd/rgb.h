@@ -68,8 +68,8 @@ struct RgbWords {
   I16 r, g, b;
 };
 
-/// A block of pixels in fours that are dealt out to the 16 bytes of a register in turn. `half(k)` makes the words of
-/// one half.
+/// A block of pixels in fours that are dealt out to the 16 bytes of a register in turn. `half(k, limitsRed)` makes the
+/// words of one half, of which red is limited to bytes already where a constant says so.
 template <class Half>
 struct DealtPixels {
   Half half;

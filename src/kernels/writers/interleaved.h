@@ -62,14 +62,19 @@ struct Interleaved {
   static void Block(const DealtPixels<Half>& in, To to) {
     static_assert(kBytes == 4);
     for (std::size_t k = 0; k < 2; ++k, to = to + 2 * kLanes) {
-      const RgbWords words = in.half(k);
-      const U16 twos = U16(ClampZip(kFirst == First::kRed ? words.r : words.b, words.g));
-      const I16 last = kFirst == First::kRed ? words.b : words.r;
-      const I16 positive = last < 0 ? I16{} : last;
-      const U16 clamped = U16(positive > 255 ? I16{} + 255 : positive);
+      constexpr std::bool_constant<kFirst == First::kBlue> kRedIsLast{};
+      const RgbWords words = in.half(k, kRedIsLast);
+      const U16 twos = U16(ClampZip(kRedIsLast ? words.b : words.r, words.g));
+      const U16 clamped = kRedIsLast ? U16(words.r) : Clamped(words.b);
       Store(U8(ZipHalves<0>(twos, clamped)), to);
       Store(U8(ZipHalves<1>(twos, clamped)), to + kLanes);
     }
+  }
+
+ private:
+  static U16 Clamped(I16 v) {
+    const I16 positive = v < 0 ? I16{} : v;
+    return U16(positive > 255 ? I16{} + 255 : positive);
   }
 #endif
 };

@@ -34,12 +34,22 @@ struct Yuv {
   // 74.75 y' - 52 v' - 25 u' + 8404 and 74.75 y' + 129 u' + 8404, to be shifted by 6. Rounding down twice is rounding
   // down once, so fractions may be dropped before: of 74.75 y' alone in green and blue, whose chroma is whole, and of
   // 6 y' + 5 v' eighths in red, beside 74 y' + 102 v'. Only blue exceeds 16 bits, where it is clamped.
+  //
+  // Red may be limited to bytes at once (`kLimitsRed`): a clamped sum does so above, a clamped difference below. Blue
+  // may be too small for that.
+  template <bool kLimitsRed = false>
   static RgbWords Words(const SourceLines& /*in*/, const YuvPairs& in) {
-    constexpr std::int16_t kConstant = 8404;  // 128 * 74.75 - 1164
-    const I16 red = MultiplyAddBytes(in.luma, 74, 102) + (MultiplyAddBytes(in.luma, 6, 5) >> 3) + kConstant;
+    constexpr std::int16_t kConstant = 8404;                            // 128 * 74.75 - 1164
+    constexpr std::int16_t kLimit = 16384, kBoth = kLimit + kConstant;  // 256 * 64
+    I16 red = MultiplyAddBytes(in.luma, 74, 102) + (MultiplyAddBytes(in.luma, 6, 5) >> 3);
+    if constexpr (kLimitsRed) {
+      red = I16(SubtractClamped(U16(AddClamped(red, I16{} + kBoth)), U16{} + kLimit) >> 6);
+    } else {
+      red = (red + kConstant) >> 6;
+    }
     const I16 luma = MultiplyHigh(I16(U16(in.luma) << 8), 299 * 64) + kConstant;
     const I16 green = luma - MultiplyAddBytes(in.uv, 25, 52);
-    return {red >> 6, green >> 6, AddClamped(luma, MultiplyAddBytes(in.uv, 129, 0)) >> 6};
+    return {red, green >> 6, AddClamped(luma, MultiplyAddBytes(in.uv, 129, 0)) >> 6};
   }
 
   static RgbLanes<std::uint8_t> Color(const SourceLines& in, U8 y, U8 u, U8 v) { return ColorsOf<Yuv>(in, y, u, v); }
