@@ -68,11 +68,11 @@ struct RgbWords {
   I16 r, g, b;
 };
 
-/// A block of pixels in fours that are dealt out to the 16 bytes of a register in turn. `half(k, limitsRed)` makes the
-/// words of one half, of which red is limited to bytes already where a constant says so.
-template <class Half>
+/// A block of pixels in fours that are dealt out to the 16 bytes of a register in turn. `both(limitsRed, words)` makes
+/// the words of both halves, of which red is limited to bytes already where a constant says so.
+template <class Both>
 struct DealtPixels {
-  Half half;
+  Both both;
 };
 #endif
 

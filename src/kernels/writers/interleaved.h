@@ -58,16 +58,20 @@ struct Interleaved {
   }
 
   /// Zips put the pixels of four bytes in order, words at once.
-  template <class Half, class To>
-  static void Block(const DealtPixels<Half>& in, To to) {
+  template <class Both, class To>
+  static void Block(const DealtPixels<Both>& in, To to) {
     static_assert(kBytes == 4);
+    constexpr std::bool_constant<kFirst == First::kBlue> kRedIsLast{};
+    RgbWords words[2];
+    in.both(kRedIsLast, words);
+    U16 twos[2], last[2];
+    for (std::size_t k = 0; k < 2; ++k) {
+      twos[k] = U16(ClampZip(kRedIsLast ? words[k].b : words[k].r, words[k].g));
+      last[k] = kRedIsLast ? U16(words[k].r) : Clamped(words[k].b);
+    }
     for (std::size_t k = 0; k < 2; ++k, to = to + 2 * kLanes) {
-      constexpr std::bool_constant<kFirst == First::kBlue> kRedIsLast{};
-      const RgbWords words = in.half(k, kRedIsLast);
-      const U16 twos = U16(ClampZip(kRedIsLast ? words.b : words.r, words.g));
-      const U16 clamped = kRedIsLast ? U16(words.r) : Clamped(words.b);
-      Store(U8(ZipHalves<0>(twos, clamped)), to);
-      Store(U8(ZipHalves<1>(twos, clamped)), to + kLanes);
+      Store(U8(ZipHalves<0>(twos[k], last[k])), to);
+      Store(U8(ZipHalves<1>(twos[k], last[k])), to + kLanes);
     }
   }
 

@@ -86,11 +86,13 @@ struct DealtChroma : SingleLine<SharedChroma<Group_, 1, Model>> {
   template <class Reader, class Store>
   static void Blocks(const Reader& read, const Store& store) {
     using Chroma = SharedChroma<Group_, 1, Model>;
-    const auto half = [&read](std::size_t k, auto limitsRed) {
-      const U8 window[1] = {Dealt(read, k * kLanes)};
-      return Model::template Words<limitsRed>(read.in, Chroma::template Pairs<Chroma::kNoHalf>(window));
+    const auto both = [&read](auto limitsRed, RgbWords(&words)[2]) {
+      const U8 first[1] = {Dealt(read, 0)}, second[1] = {Dealt(read, kLanes)};
+      const YuvPairs pairs[] = {Chroma::template Pairs<Chroma::kNoHalf>(first),
+                                Chroma::template Pairs<Chroma::kNoHalf>(second)};
+      Model::template Words<limitsRed>(pairs, words);
     };
-    store(0, DealtPixels<decltype(half)>{half});
+    store(0, DealtPixels<decltype(both)>{both});
   }
 
  private:

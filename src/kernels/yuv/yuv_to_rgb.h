@@ -36,20 +36,33 @@ struct Yuv {
   // 6 y' + 5 v' eighths in red, beside 74 y' + 102 v'. Only blue exceeds 16 bits, where it is clamped.
   //
   // Red may be limited to bytes at once (`kLimitsRed`): a clamped sum does so above, a clamped difference below. Blue
-  // may be too small for that.
-  template <bool kLimitsRed = false>
-  static RgbWords Words(const SourceLines& /*in*/, const YuvPairs& in) {
+  // may be too small for that. Two halves are computed step by step: one waits less while the other has the pipes.
+  template <bool kLimitsRed, std::size_t kHalves>
+  static void Words(const YuvPairs (&in)[kHalves], RgbWords (&out)[kHalves]) {
     constexpr std::int16_t kConstant = 8404;                            // 128 * 74.75 - 1164
     constexpr std::int16_t kLimit = 16384, kBoth = kLimit + kConstant;  // 256 * 64
-    I16 red = MultiplyAddBytes(in.luma, 74, 102) + (MultiplyAddBytes(in.luma, 6, 5) >> 3);
-    if constexpr (kLimitsRed) {
-      red = I16(SubtractClamped(U16(AddClamped(red, I16{} + kBoth)), U16{} + kLimit) >> 6);
-    } else {
-      red = (red + kConstant) >> 6;
+    I16 red[kHalves], luma[kHalves];
+    for (std::size_t k = 0; k < kHalves; ++k) {
+      red[k] = MultiplyAddBytes(in[k].luma, 74, 102) + (MultiplyAddBytes(in[k].luma, 6, 5) >> 3);
     }
-    const I16 luma = MultiplyHigh(I16(U16(in.luma) << 8), 299 * 64) + kConstant;
-    const I16 green = luma - MultiplyAddBytes(in.uv, 25, 52);
-    return {red, green >> 6, AddClamped(luma, MultiplyAddBytes(in.uv, 129, 0)) >> 6};
+    for (std::size_t k = 0; k < kHalves; ++k) {
+      if constexpr (kLimitsRed) {
+        out[k].r = I16(SubtractClamped(U16(AddClamped(red[k], I16{} + kBoth)), U16{} + kLimit) >> 6);
+      } else {
+        out[k].r = (red[k] + kConstant) >> 6;
+      }
+    }
+    for (std::size_t k = 0; k < kHalves; ++k) luma[k] = MultiplyHigh(I16(U16(in[k].luma) << 8), 299 * 64) + kConstant;
+    for (std::size_t k = 0; k < kHalves; ++k) out[k].g = (luma[k] - MultiplyAddBytes(in[k].uv, 25, 52)) >> 6;
+    for (std::size_t k = 0; k < kHalves; ++k) {
+      out[k].b = AddClamped(luma[k], MultiplyAddBytes(in[k].uv, 129, 0)) >> 6;
+    }
+  }
+  static RgbWords Words(const SourceLines& /*in*/, const YuvPairs& in) {
+    const YuvPairs half[1] = {in};
+    RgbWords words[1];
+    Words<false>(half, words);
+    return words[0];
   }
 
   static RgbLanes<std::uint8_t> Color(const SourceLines& in, U8 y, U8 u, U8 v) { return ColorsOf<Yuv>(in, y, u, v); }
