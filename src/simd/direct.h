@@ -49,16 +49,21 @@ struct DirectGroups {
   static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                       std::size_t first) {
     const Writer writer = WriterFor<Writer>(targets[0], in.site);
+    SourceLines lines[Layout::kTargets];
+    std::uint8_t* to[Layout::kTargets];
     for (std::size_t k = 0; k < Layout::kTargets; ++k) {
-      SourceLines line{{}, in.shift, Below(AsInRedRow(in.site), k * Layout::kNextLine), 0, in.mask};
-      for (std::size_t j = 0; j < Layout::Line::kLines; ++j) line.line[j] = in.line[k * Layout::kNextLine + j];
-      std::uint8_t* to = targets[k].line + first * Writer::kBytes;
-      for (std::size_t i = 0; i < count; i += Layout::kPixels) {
-        Rgb<Sample> pixels[Layout::kPixels];
-        Layout::Group(At<typename Layout::Line>(line, from + i), pixels);
+      lines[k] = {{}, in.shift, Below(AsInRedRow(in.site), k * Layout::kNextLine), 0, in.mask};
+      for (std::size_t j = 0; j < Layout::Line::kLines; ++j) lines[k].line[j] = in.line[k * Layout::kNextLine + j];
+      to[k] = targets[k].line + first * Writer::kBytes;
+    }
+    for (std::size_t i = 0; i < count; i += Layout::kPixels) {
+      Rgb<Sample> pixels[Layout::kPixels];
+      for (std::size_t k = 0; k < Layout::kTargets; ++k) {
+        // Targets of the same source lines are the same.
+        if (k == 0 || Layout::kNextLine != 0) Layout::Group(At<typename Layout::Line>(lines[k], from + i), pixels);
         for (const Rgb<Sample>& pixel : pixels) {
-          writer.Pixel(pixel, to);
-          to += Writer::kBytes;
+          writer.Pixel(pixel, to[k]);
+          to[k] += Writer::kBytes;
         }
       }
     }
