@@ -70,6 +70,12 @@ struct FourBytePixels {
   U32 part[4];
 };
 
+/// A block of gray, as the destination wants it.
+template <class Sample>
+struct GrayLanes {
+  Lanes<Sample> gray;
+};
+
 /// Half a register of pixels, in words that are not yet clamped to bytes.
 struct RgbWords {
   I16 r, g, b;
