@@ -168,6 +168,23 @@ struct SingleSample {
   static constexpr std::size_t kAt[][kPixels] = {{0}};
 };
 
+#if LM_LANES
+// Where lane i finds the upper byte of word i.
+struct TopIndex {
+  static constexpr std::size_t At(std::size_t lane) { return 2 * lane + 1; }
+};
+
+/// The upper bytes of words.
+inline U8 JoinTops(const WordPair& words) {
+#if LM_BYTE_SHUFFLE == 64
+  const U8 bytes[] = {U8(words.first), U8(words.second)};
+  return Pick<TopIndex>(bytes);
+#else
+  return JoinWords(words.first >> 8, words.second >> 8);
+#endif
+}
+#endif
+
 /// The upper bytes of such words.
 struct TopBytes : GraySamples<SingleSample, 2> {
 #if LM_LANES
@@ -176,8 +193,7 @@ struct TopBytes : GraySamples<SingleSample, 2> {
 #if LM_LANES == 32
     return JoinInOrder(U16(read(0, 0)) >> 8, U16(read(0, kLanes)) >> 8);
 #else
-    const WordPair words = read.Words(0, 0);
-    return JoinWords(words.first >> 8, words.second >> 8);
+    return JoinTops(read.Words(0, 0));
 #endif
   }
 #endif
