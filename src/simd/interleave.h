@@ -21,6 +21,13 @@ inline U16 EvenOdd(U16 even, U16 odd, std::index_sequence<kLane...>) {
 }
 inline U16 EvenOdd(U16 even, U16 odd) { return EvenOdd(even, odd, std::make_index_sequence<kLanes / 2>{}); }
 
+/// The lower bytes of one register's words, and the upper bytes of another's.
+template <std::size_t... kLane>
+inline U8 LowHigh(U8 low, U8 high, std::index_sequence<kLane...>) {
+  return __builtin_shufflevector(low, high, (kLane % 2 != 0 ? kLane + sizeof...(kLane) : kLane)...);
+}
+inline U16 LowHigh(U16 low, U16 high) { return U16(LowHigh(U8(low), U8(high), std::make_index_sequence<kLanes>{})); }
+
 // Threes. 3 is invertible modulo a unit, so the samples c, 3 + c, 6 + c ... of three units are in different lanes: one
 // shuffle within a unit moves a channel, and blends, which cost least, do the rest. In a unit of 16 samples:
 //
@@ -208,6 +215,18 @@ inline U64 DealEights(U64 v, std::index_sequence<kLane...>) {
   return __builtin_shufflevector(v, v, (kLane % 2 * (kLanes / 16) + kLane / 2)...);
 }
 inline U8 DealEights(U8 v) { return U8(DealEights(U64(v), std::make_index_sequence<kLanes / 8>{})); }
+
+/// A register of a line, its eights dealt out.
+template <class Reader>
+inline U8 ReadDealt(const Reader& read, std::size_t line, std::size_t offset) {
+#if LM_LANES == 32
+  // One more load and a blend take less time than a permutation across the halves.
+  const U64 v = U64(read(line, offset)), middle = U64(read.Twice(line, offset + 8));
+  return U8(__builtin_shufflevector(v, middle, 0, 5, 6, 3));
+#else
+  return DealEights(read(line, offset));
+#endif
+}
 
 template <class Sample>
 struct PairsOf {

@@ -63,6 +63,19 @@ inline RgbLanes<std::uint8_t> Merged(const PixelColumns<Columns>& in) {
   return {merged(made.even.r, made.odd.r), merged(made.even.g, made.odd.g), merged(made.even.b, made.odd.b)};
 }
 
+/// A block of pixels of four bytes in their order, the fourth byte 0 or anything.
+/// @tparam kRedIsFirst  whether red is the lowest byte, and blue the third; otherwise it is the other way around
+template <bool kRedIsFirst>
+struct FourBytePixels {
+  U32 part[4];
+};
+
+/// A block of gray, as the destination wants it.
+template <class Sample>
+struct GrayLanes {
+  Lanes<Sample> gray;
+};
+
 /// Half a register of pixels, in words that are not yet clamped to bytes.
 struct RgbWords {
   I16 r, g, b;

@@ -172,10 +172,45 @@ struct SingleSample {
   static constexpr std::size_t kAt[][kPixels] = {{0}};
 };
 
+#if LM_LANES
+// Where lane i finds the upper byte of word i.
+struct TopIndex {
+  static constexpr std::size_t At(std::size_t lane) { return 2 * lane + 1; }
+};
+
+/// The upper bytes of words.
+inline U8 JoinTops(const WordPair& words) {
+#if LM_BYTE_SHUFFLE == 64
+  const U8 bytes[] = {U8(words.first), U8(words.second)};
+  return Pick<TopIndex>(bytes);
+#else
+  return JoinWords(words.first >> 8, words.second >> 8);
+#endif
+}
+#endif
+
+/// The upper bytes of such words.
+struct TopBytes : GraySamples<SingleSample, 2> {
+#if LM_LANES
+  template <class Reader>
+  static U8 Block(const Reader& read, Of<std::uint8_t>) {
+#if LM_LANES == 32
+    return JoinInOrder(U16(read(0, 0)) >> 8, U16(read(0, kLanes)) >> 8);
+#else
+    return JoinTops(read.Words(0, 0));
+#endif
+  }
+#endif
+};
+
 /// Brings `count` 16-bit samples to 8 bits, from sample `first` on. The bytes at `to` are fetched `ahead` bytes ahead.
 inline void WordsToBytes(const SourceLines& in, std::size_t first, std::size_t count, std::uint8_t* to,
                          std::uint32_t ahead) {
-  Decoder<GraySamples<SingleSample, 2>, std::uint8_t>(0)(in, first, count, {to, to, to, ahead});
+  if (in.shift == 8) {
+    Decoder<TopBytes, std::uint8_t>(0)(in, first, count, {to, to, to, ahead});
+  } else {
+    Decoder<GraySamples<SingleSample, 2>, std::uint8_t>(0)(in, first, count, {to, to, to, ahead});
+  }
 }
 
 }  // namespace

@@ -3,7 +3,8 @@
 #include "kernels/decoder.h"
 #include "kernels/rgb/color_luma.h"
 #include "kernels/rgb/exchanged.h"
-#include "simd/loops.h"
+#include "kernels/writers/interleaved.h"
+#include "simd/direct.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -46,10 +47,48 @@ struct BGR10PackedV2Layout {
 #endif
 };
 
+/// Pixels of four bytes: the channels only move by some bits.
+/// @tparam kLowIsFirst  whether the lowest byte has the channel of the lowest bits
+template <class Layout, bool kLowIsFirst>
+struct Tens : SingleLine<Layout> {
+#if LM_LANES
+  static constexpr bool kRedIsFirst = std::is_same_v<Layout, BGR10PackedV2Layout> != kLowIsFirst;
+
+  template <class Reader, class Store>
+  static void Blocks(const Reader& read, const Store& store) {
+    FourBytePixels<kRedIsFirst> pixels;
+    for (std::size_t k = 0; k < 4; ++k) pixels.part[k] = Part(U32(read(0, k * kLanes)));
+    store(0, pixels);
+  }
+
+ private:
+  static U32 Part(U32 v) {
+    // Bits 2 to 9 of the lower word and 6 to 13 of the upper one, in one product. Bits 12 to 19 go between them.
+    const U16 outer = MultiplyHigh(U16(v), U16(U32{} + (1U << 14 | 1U << 26)));
+    return InOrder(U8(LowHigh(outer, U16(v >> 4))), std::make_index_sequence<kLanes>{});
+  }
+  template <std::size_t... kLane>
+  static U32 InOrder(U8 v, std::index_sequence<kLane...>) {
+    if constexpr (kLowIsFirst) {
+      return U32(v) & 0xFFFFFF;
+    } else {
+      return U32(ShuffleUnits(
+          v, U8{static_cast<std::uint8_t>(kLane % 4 == 3 ? kNoByte : kLane % 16 / 4 * 4 + 2 - kLane % 4)...}));
+    }
+  }
+#endif
+};
+
+using RGB10p32Layout = RedBlueExchanged<BGR10PackedV2Layout>;
+
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_WIDE_DECODER(BGR10PackedV2, BGR10PackedV2Layout)
-LM_EXPORT_WIDE_DECODER(RGB10p32, RedBlueExchanged<BGR10PackedV2Layout>)
+LM_EXPORT_WIDE_DECODER(RGB10p32, RGB10p32Layout)
 LM_EXPORT_WIDE_LUMA_DECODER(BGR10PackedV2, LumaOf<BGR10PackedV2Layout>)
 LM_EXPORT_WIDE_LUMA_DECODER(RGB10p32, LumaOf<BGR10PackedV2Layout, First::kBlue>)
+LM_EXPORT_DIRECT(BGR10PackedV2ToRGB32, Tens<BGR10PackedV2Layout, false>, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(BGR10PackedV2ToBGR32, Tens<BGR10PackedV2Layout, true>, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(RGB10p32ToRGB32, Tens<RGB10p32Layout, true>, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(RGB10p32ToBGR32, Tens<RGB10p32Layout, false>, Interleaved<First::kBlue, 4>)

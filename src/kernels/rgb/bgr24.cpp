@@ -1,8 +1,7 @@
 // BGR24: the bytes blue, green, red.
 #include "kernels/decoder.h"
+#include "kernels/rgb/packed_luma.h"
 #include "kernels/rgb/planes.h"
-#include "kernels/writers/luma.h"
-#include "simd/direct.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -17,4 +16,4 @@ struct BGR24Group {
 
 LM_EXPORT_DECODER(BGR24, ColorSamples<BGR24Group, 1>)
 LM_DEFINE_DIRECT(BGR24ToPlanar24, StorePlanes<ColorSamples<BGR24Group, 1>>)
-LM_EXPORT_DIRECT(BGR24ToLuma8, SingleLine<ColorSamples<BGR24Group, 1>>, LumaToBytes)
+LM_EXPORT_DIRECT(BGR24ToLuma8, LumaOfThrees<BGR24Group, std::uint8_t>, LumaToBytes)

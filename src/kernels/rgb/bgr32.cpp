@@ -2,6 +2,8 @@
 #include "kernels/decoder.h"
 #include "kernels/rgb/color_luma.h"
 #include "kernels/rgb/planes.h"
+#include "kernels/rgb/whole_pixels.h"
+#include "kernels/writers/rgb16.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -17,3 +19,4 @@ struct BGR32Group {
 LM_EXPORT_DECODER(BGR32, ColorSamples<BGR32Group, 1>)
 LM_EXPORT_LUMA_DECODER(BGR32, LumaOfFourBytes<BGR32Group>)
 LM_DEFINE_DIRECT(BGR32ToPlanar24, StorePlanes<ColorSamples<BGR32Group, 1>>)
+LM_EXPORT_DIRECT(BGR32ToRGB16, WholePixels<BGR32Group>, RGB16Writer)

@@ -61,7 +61,7 @@ struct LumaOfFourBytes : ColorSamples<Group_, 1> {
 #if LM_LANES
   template <class Reader>
   static U8 Block(const Reader& read, Of<std::uint8_t>) {
-    return NarrowInOrder({Part(read, 0), Part(read, 1), Part(read, 2), Part(read, 3)});
+    return JoinFours(Words(ClampPack(Part(read, 0), Part(read, 1))), Words(ClampPack(Part(read, 2), Part(read, 3))));
   }
 
  private:
@@ -75,9 +75,9 @@ struct LumaOfFourBytes : ColorSamples<Group_, 1> {
     constexpr std::uint32_t kFirst = kRedIsFirst ? kWeights.red : kWeights.blue;
     constexpr std::uint32_t kThird = kRedIsFirst ? kWeights.blue : kWeights.red;
     const U32 factors = U32{} + (kFirst | std::uint32_t{kGreenWeight} << 8 | kThird << 16);
-    const I16 sums = MultiplyAddBytes(Signed(read(0, part * kLanes)), U16(factors));
-    return (MultiplyAdd(sums, I16{} + 1) + (32768 + kLumaHalf)) >> 8;
+    return MultiplyAdd(MultiplyAddBytes(Signed(read(0, part * kLanes)), U16(factors)), I16{} + 1);
   }
+  static I16 Words(I16 sums) { return I16((U16(sums) + std::uint16_t{32768 + kLumaHalf}) >> 8); }
 #endif
 };
 

@@ -2,7 +2,8 @@
 #include "kernels/decoder.h"
 #include "kernels/rgb/color_luma.h"
 #include "kernels/rgb/exchanged.h"
-#include "simd/loops.h"
+#include "kernels/writers/interleaved.h"
+#include "simd/direct.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -22,11 +23,38 @@ struct RGB16Layout {
   template <class Reader>
   static RgbLanes<std::uint8_t> Block(const Reader& read, Of<std::uint8_t>) {
     const auto [first, second] = read.Words(0, 0);
-    return {JoinWords(first >> 8 & 0xF8, second >> 8 & 0xF8), JoinWords(first >> 3 & 0xFC, second >> 3 & 0xFC),
-            JoinWords(first << 3 & 0xF8, second << 3 & 0xF8)};
+    // Five bits are shifted to the top of a byte when they are joined: nothing is left to mask then.
+    const auto fives = [](U16 a, U16 b) { return U8(U16(JoinWords(a, b)) << 3); };
+    return {fives(first >> 11, second >> 11), JoinWords(first >> 3 & 0xFC, second >> 3 & 0xFC),
+            fives(first & 31, second & 31)};
   }
 #endif
 };
+
+/// Pixels of four bytes, made of words: two channels and one.
+/// @tparam kLowIsFirst  whether the lowest byte has the channel of the lowest bits
+template <class Layout, bool kLowIsFirst>
+struct RGB16InFourBytes : SingleLine<Layout> {
+#if LM_LANES
+  static constexpr bool kRedIsFirst = std::is_same_v<Layout, RGB16Layout> != kLowIsFirst;
+
+  template <class Reader, class Store>
+  static void Blocks(const Reader& read, const Store& store) {
+    FourBytePixels<kRedIsFirst> pixels;
+    for (std::size_t k = 0; k < 2; ++k) {
+      const U16 v = U16(ReadDealt(read, 0, k * kLanes));
+      const U16 bottom = v << 3, top = v >> 8;
+      const U16 two = LowHigh(kLowIsFirst ? bottom : top, v << 5) & 0xFCF8;
+      const U16 one = (kLowIsFirst ? top : bottom) & 0xF8;
+      pixels.part[2 * k] = U32(ZipHalves<0>(two, one));
+      pixels.part[2 * k + 1] = U32(ZipHalves<1>(two, one));
+    }
+    store(0, pixels);
+  }
+#endif
+};
+
+using RGB565pLayout = RedBlueExchanged<RGB16Layout>;
 
 // The weighted sum of colours of 8 bits fits a word, so that luma is computed in the words of the pixels.
 template <First kFirst>
@@ -51,6 +79,14 @@ struct LumaOfRGB16 : LumaOf<RGB16Layout, kFirst> {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_DECODER(RGB16, RGB16Layout)
-LM_EXPORT_DECODER(RGB565p, RedBlueExchanged<RGB16Layout>)
+LM_EXPORT_DECODER(RGB565p, RGB565pLayout)
 LM_EXPORT_LUMA_DECODER(RGB16, LumaOfRGB16<First::kRed>)
 LM_EXPORT_LUMA_DECODER(RGB565p, LumaOfRGB16<First::kBlue>)
+LM_EXPORT_DIRECT(RGB16ToRGB24, SingleLine<RGB16Layout>, Interleaved<First::kRed, 3>)
+LM_EXPORT_DIRECT(RGB16ToBGR24, SingleLine<RGB16Layout>, Interleaved<First::kBlue, 3>)
+LM_EXPORT_DIRECT(RGB16ToRGB32, RGB16InFourBytes<RGB16Layout, false>, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(RGB16ToBGR32, RGB16InFourBytes<RGB16Layout, true>, Interleaved<First::kBlue, 4>)
+LM_EXPORT_DIRECT(RGB565pToRGB24, SingleLine<RGB565pLayout>, Interleaved<First::kRed, 3>)
+LM_EXPORT_DIRECT(RGB565pToBGR24, SingleLine<RGB565pLayout>, Interleaved<First::kBlue, 3>)
+LM_EXPORT_DIRECT(RGB565pToRGB32, RGB16InFourBytes<RGB565pLayout, true>, Interleaved<First::kRed, 4>)
+LM_EXPORT_DIRECT(RGB565pToBGR32, RGB16InFourBytes<RGB565pLayout, false>, Interleaved<First::kBlue, 4>)

@@ -1,8 +1,7 @@
 // RGB24: the bytes red, green, blue.
 #include "kernels/decoder.h"
+#include "kernels/rgb/packed_luma.h"
 #include "kernels/rgb/planes.h"
-#include "kernels/writers/luma.h"
-#include "simd/direct.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -17,4 +16,4 @@ struct RGB24Group {
 
 LM_EXPORT_DECODER(RGB24, ColorSamples<RGB24Group, 1>)
 LM_DEFINE_DIRECT(RGB24ToPlanar24, StorePlanes<ColorSamples<RGB24Group, 1>>)
-LM_EXPORT_DIRECT(RGB24ToLuma8, SingleLine<ColorSamples<RGB24Group, 1>>, LumaToBytes)
+LM_EXPORT_DIRECT(RGB24ToLuma8, LumaOfThrees<RGB24Group, std::uint8_t>, LumaToBytes)

@@ -2,6 +2,8 @@
 #include "kernels/decoder.h"
 #include "kernels/rgb/color_luma.h"
 #include "kernels/rgb/planes.h"
+#include "kernels/rgb/whole_pixels.h"
+#include "kernels/writers/rgb16.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -17,3 +19,4 @@ struct RGB32Group {
 LM_EXPORT_DECODER(RGB32, ColorSamples<RGB32Group, 1>)
 LM_EXPORT_LUMA_DECODER(RGB32, LumaOfFourBytes<RGB32Group>)
 LM_DEFINE_DIRECT(RGB32ToPlanar24, StorePlanes<ColorSamples<RGB32Group, 1>>)
+LM_EXPORT_DIRECT(RGB32ToRGB16, WholePixels<RGB32Group>, RGB16Writer)

@@ -1,6 +1,6 @@
 // RGB48: the 16-bit little-endian words red, green, blue.
 #include "kernels/decoder.h"
-#include "simd/samples.h"
+#include "kernels/rgb/packed_luma.h"
 
 namespace LmImagingLib::LM_ISA {
 namespace {
@@ -14,3 +14,5 @@ struct RGB48Group {
 }  // namespace LmImagingLib::LM_ISA
 
 LM_EXPORT_WIDE_DECODER(RGB48, ColorSamples<RGB48Group, 2>)
+LM_DEFINE_DIRECT(RGB48ToLuma8, WideThreesToLuma<RGB48Group>)
+LM_EXPORT_DIRECT(RGB48ToLuma16, LumaOfThrees<RGB48Group, std::uint16_t>, LumaToWords<std::uint16_t, false>)

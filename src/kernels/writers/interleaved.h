@@ -57,6 +57,13 @@ struct Interleaved {
     }
   }
 
+  /// The fourth byte of the pixels is 0.
+  template <bool kRedIsFirst, class To>
+  static void Block(const FourBytePixels<kRedIsFirst>& in, To to) {
+    static_assert(kBytes == 4 && kRedIsFirst == (kFirst == First::kRed));
+    for (std::size_t k = 0; k < 4; ++k) Store(U8(in.part[k]), to + k * kLanes);
+  }
+
   /// Zips put the pixels of four bytes in order, words at once.
   template <class Both, class To>
   static void Block(const DealtPixels<Both>& in, To to) {

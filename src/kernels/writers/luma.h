@@ -33,6 +33,10 @@ class LumaToBytes {
   void Block(const RgbLanes<std::uint8_t>& in, To to) const {
     Store(LumaLanes(in, mWeights), to);
   }
+  template <class To>
+  void Block(const GrayLanes<std::uint8_t>& in, To to) const {
+    Store(in.gray, to);
+  }
   template <class Columns, class To>
   void Block(const PixelColumns<Columns>& in, To to) const {
     Store(LumaLanes(in.columns.template Made<Halves<false, false, false>>(), mWeights, mGreen), to);
@@ -67,6 +71,10 @@ class LumaToWords {
     } else {
       Store(FitLanes(mFit)(kNarrow ? NarrowLumaLanes(in, mWeights) : LumaLanes(in, mWeights)), to);
     }
+  }
+  template <class To>
+  void Block(const GrayLanes<std::uint16_t>& in, To to) const {
+    Store(in.gray, to);
   }
   template <class Columns, class To>
   void Block(const PixelColumns<Columns>& in, To to) const {

@@ -1,31 +1,3 @@
-// RGB16: a 16-bit little-endian word, red in bits 15-11, green in 10-5, blue in 4-0.
-#include "simd/stores.h"
-
-namespace LmImagingLib::LM_ISA {
-namespace {
-
-struct RGB16Writer {
-  static constexpr std::size_t kBytes = 2;
-
-  static void Pixel(Rgb<std::uint8_t> pixel, std::uint8_t* to) {
-    const auto word = static_cast<std::uint16_t>((pixel.r & 0xF8) << 8 | (pixel.g & 0xFC) << 3 | pixel.b >> 3);
-    std::memcpy(to, &word, sizeof word);
-  }
-
-#if LM_LANES
-  // Bytes moved by shifts of words; what comes from the neighbour is masked.
-  template <class To>
-  static void Block(const RgbLanes<std::uint8_t>& in, To to) {
-    const U8 upper = (in.r & 0xF8) | (U8(U16(in.g) >> 5) & 0x07);
-    const U8 lower = (U8(U16(in.g) << 3) & 0xE0) | (U8(U16(in.b) >> 3) & 0x1F);
-    constexpr std::make_index_sequence<kLanes> kAll{};
-    Store(Zip<0>(lower, upper, kAll), to);
-    Store(Zip<1>(lower, upper, kAll), to + kLanes);
-  }
-#endif
-};
-
-}  // namespace
-}  // namespace LmImagingLib::LM_ISA
+#include "kernels/writers/rgb16.h"
 
 LM_EXPORT_WRITER(StoreRGB16, RGB16Writer)
