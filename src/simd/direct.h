@@ -19,6 +19,7 @@ struct SingleLine : Layout {
   static constexpr std::size_t kTargets = 1;             ///< lines that are made at once
   static constexpr std::size_t kFresh = Layout::kLines;  ///< source lines, the last ones, that no step before has read
   static constexpr bool kMosaic = false;
+  static constexpr bool kIsApart = false;      ///< whether the targets are never in the source lines
   static constexpr std::size_t kNextLine = 0;  ///< source lines from one target's to the next one's
 
 #if LM_LANES
@@ -128,7 +129,8 @@ class DirectBlocks {
                           std::uint8_t* const (&to)[Layout::kTargets], const Writer& writer) {
     const std::size_t again = kStep - rest;
     // A source may be converted in place unless its pixels become larger, or its lines are read more than once.
-    constexpr bool kReadsAgain = Layout::kBytes < Layout::kPixels * Writer::kBytes || Layout::kFresh < Layout::kLines;
+    constexpr bool kReadsAgain =
+        Layout::kIsApart || Layout::kBytes < Layout::kPixels * Writer::kBytes || Layout::kFresh < Layout::kLines;
     // Sites alternate, so blocks of a mosaic begin an even number of pixels apart.
     if (kReadsAgain && first != 0 && (!Layout::kMosaic || again % 2 == 0)) {
       // A block that ends with the line; some of its pixels are there already.
