@@ -112,19 +112,20 @@ template <class Sample>
 void Demosaicer<Sample>::ConvertCells() {
   SourceLines cells{{}, mShift, mLayoutSite, FetchAheadOfPairs(), mMask};
   TargetLine target = mTarget;
-  const Twins<DirectKernel>* const convert = ShortcutFor(mMethod, target, mLayoutSite);
+  const Twins<DirectKernel>* const shortcut = ShortcutFor(mMethod, target, mLayoutSite);
+  DirectKernel* const convert = shortcut != nullptr ? shortcut->Active() : nullptr;
   // Without a strip, fetching the target takes a tenth longer.
   if (convert != nullptr) target.ahead = 0;
+  const std::size_t rowBytes = 2 * mPixels * mRows.SampleBytes(), targetBytes = mPixels * mWriter.pixelBytes;
   for (std::uint32_t line = mFirst; line < mEnd; ++line) {
     const std::uint8_t* const top = mRows.Row(2 * line);
     const std::uint8_t* const bottom = mRows.Row(2 * line + 1);
     cells.line[0] = top, cells.line[1] = bottom;
     target.line = DestinationLineAt(mFrame, line);
     // Of lines that are stored over their own rows, a whole strip is decoded first.
-    const bool apart =
-        target.line >= bottom + 2 * mPixels * mRows.SampleBytes() || target.line + mPixels * mWriter.pixelBytes <= top;
+    const bool apart = target.line >= bottom + rowBytes || target.line + targetBytes <= top;
     if (convert != nullptr && apart) {
-      ConvertDirectly(convert->Active(), 1, mWriter, cells, mPixels, &target, 0);
+      ConvertDirectly(convert, 1, mWriter, cells, mPixels, &target, 0);
     } else {
       ConvertStrips(mSteps, cells, mPixels, &target, 1, 0);
     }

@@ -133,11 +133,17 @@ inline U8 Triples(U8 v) {
   return Triples<Index, kLowTurned, kHighTurned>(v, std::make_index_sequence<kLanes>{});
 }
 
-// Stores 48 bytes of pixels. A group is a pair of colors and a pair with a mean of greens.
-template <class Index, class Pairs>
+// Stores 48 bytes of pixels. A group is a pair of colors and a pair with a mean of greens. Where `kMore`, four more
+// bytes are stored, over which others are stored later: that saves two steps.
+template <class Index, bool kMore, class Pairs>
 inline void StoreTriples(Pairs colors, Pairs greens, std::uint8_t* to) {
-  StoreTwelves(Triples<Index, false, false>(U8(ZipHalves<0>(colors, greens))),
-               Triples<Index, true, true>(U8(ZipHalves<1>(colors, greens))), to);
+  const U8 even = Triples<Index, false, false>(U8(ZipHalves<0>(colors, greens)));
+  const U8 odd = Triples<Index, !kMore, !kMore>(U8(ZipHalves<1>(colors, greens)));
+  if constexpr (kMore) {
+    StoreTwelvesAndMore(even, odd, to);
+  } else {
+    StoreTwelves(even, odd, to);
+  }
 }
 
 /// Samples of `kSampleBytes` bytes in memory.
@@ -154,10 +160,10 @@ struct CellTriples {
       even[k] = Row(rows, rows.even, k * kLanes), odd[k] = Row(rows, rows.odd, k * kLanes);
     // A load from a sample further moves greens over those of the other row for less than a shift.
     const V next = Row(rows, rows.even, sizeof(Sample)), before = Row(rows, rows.odd, kLanes - sizeof(Sample));
-    StoreTriples<TripleIndex<Sample, kFirst, 2, 1 - kFirst>>(Pairs(change(EvenOddLanes(even[0], odd[0]))),
-                                                             Pairs(change(MeanUp(next, odd[0]))), to);
-    StoreTriples<TripleIndex<Sample, kFirst, 3, 1 - kFirst>>(Pairs(change(EvenOddLanes(even[1], odd[1]))),
-                                                             Pairs(change(MeanUp(even[1], before))), to + 48);
+    StoreTriples<TripleIndex<Sample, kFirst, 2, 1 - kFirst>, sizeof(Sample) == 2>(
+        Pairs(change(EvenOddLanes(even[0], odd[0]))), Pairs(change(MeanUp(next, odd[0]))), to);
+    StoreTriples<TripleIndex<Sample, kFirst, 3, 1 - kFirst>, false>(Pairs(change(EvenOddLanes(even[1], odd[1]))),
+                                                                    Pairs(change(MeanUp(even[1], before))), to + 48);
   }
 
  private:

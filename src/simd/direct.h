@@ -74,12 +74,13 @@ class DirectBlocks {
  public:
   static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                       std::size_t first) {
-    const SourceLines at = At<Layout>(in, from);
-    const Writer writer = WriterFor<Writer>(targets[0], at.site);
-    if (Layout::kMosaic && !IsGreen(at.site)) {
-      ConvertFrom<Layout::kMosaic ? Site::kRed : Site::kGreenInRedRow>(at, count, targets, first, writer);
+    const bool isRight = from * ColumnsOf<Layout>(0) % 2 != 0;
+    const Site site = isRight ? RightOf(in.site) : in.site;
+    const Writer writer = WriterFor<Writer>(targets[0], site);
+    if (Layout::kMosaic && !IsGreen(site)) {
+      ConvertFrom<Layout::kMosaic ? Site::kRed : Site::kGreenInRedRow>(in, from, count, targets, first, writer);
     } else {
-      ConvertFrom<Site::kGreenInRedRow>(at, count, targets, first, writer);
+      ConvertFrom<Site::kGreenInRedRow>(in, from, count, targets, first, writer);
     }
   }
 
@@ -89,12 +90,12 @@ class DirectBlocks {
   // Each site has a loop of its own, without a branch. Flattened, as compilers would rather call what several loops
   // use, and hand vectors over in memory.
   template <Site kSite>
-  [[gnu::flatten]] static void ConvertFrom(const SourceLines& caller, std::size_t count, const TargetLine* targets,
-                                           std::size_t first, const Writer& callers) {
+  [[gnu::flatten]] static void ConvertFrom(const SourceLines& caller, std::size_t from, std::size_t count,
+                                           const TargetLine* targets, std::size_t first, const Writer& callers) {
     // By reference these would be loaded anew after each store.
     const Writer writer = callers;
     SourceLines in{{}, caller.shift, kSite, caller.ahead, caller.mask};
-    for (std::size_t line = 0; line < Layout::kLines; ++line) in.line[line] = Alone(caller.line[line]);
+    for (std::size_t k = 0; k < Layout::kLines; ++k) in.line[k] = Alone(caller.line[k]) + BytesOf<Layout>(from);
     std::uint8_t* to[Layout::kTargets];
     bool streams = kHasStreams && targets[0].streams;
     for (std::size_t k = 0; k < Layout::kTargets; ++k) {

@@ -75,7 +75,15 @@ inline void StoreTwelves(U8 even, U8 odd, std::uint8_t* to) {
   _mm_storel_epi64(reinterpret_cast<__m128i*>(to + 40), _mm256_extracti128_si256(Register(odd), 1));
 }
 
-/// Stores 24 bytes likewise: the first half of a register is even, the second one odd.
+/// Stores both in order, and anything in the four bytes after them.
+inline void StoreTwelvesAndMore(U8 even, U8 odd, std::uint8_t* to) {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm256_castsi256_si128(Register(even)));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(to + 12), _mm256_castsi256_si128(Register(odd)));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(to + 24), _mm256_extracti128_si256(Register(even), 1));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(to + 36), _mm256_extracti128_si256(Register(odd), 1));
+}
+
+/// Stores 24 bytes as `StoreTwelves` does: the first half of a register is even, the second one odd.
 inline void StoreTwelvesInTurn(U8 v, std::uint8_t* to) {
   const __m128i odd = _mm256_extracti128_si256(Register(v), 1);
   _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm_blend_epi32(_mm256_castsi256_si128(Register(v)), odd, 8));
