@@ -96,10 +96,7 @@ Demosaicer<Sample>::Demosaicer(const MosaicSource& source, const Writer& writer,
 template <class Sample>
 void Demosaicer<Sample>::Convert() {
   std::uint32_t line = mFirst;
-  if (kMethods[mMethod].kind == DemosaicMethod::Kind::kHalfSize) {
-    for (; line < mEnd; ++line) ConvertCells(line);
-    return;
-  }
+  if (kMethods[mMethod].kind == DemosaicMethod::Kind::kHalfSize) return ConvertCells();
   for (; line < mEnd && mEnd - line >= 2; line += 2) {
     if (mMethod == kBlock || IsBorder(mFrame, line)) {
       ConvertBlocks(PairAt(line, 2, false));
@@ -110,21 +107,29 @@ void Demosaicer<Sample>::Convert() {
   if (line < mEnd && line != 0 && mFrame.sourceHeight >= 2) ConvertBlocks(PairAt(line, 1, false));
 }
 
-// A line of half the size.
+// Lines of half the size.
 template <class Sample>
-void Demosaicer<Sample>::ConvertCells(std::uint32_t line) {
-  const std::uint8_t* const top = mRows.Row(2 * line);
-  const std::uint8_t* const bottom = mRows.Row(2 * line + 1);
-  const SourceLines cells{{top, bottom}, mShift, mLayoutSite, FetchAheadOfPairs(), mMask};
+void Demosaicer<Sample>::ConvertCells() {
+  SourceLines cells{{}, mShift, mLayoutSite, FetchAheadOfPairs(), mMask};
   TargetLine target = mTarget;
-  target.line = DestinationLineAt(mFrame, line);
-  const Twins<DirectKernel>* const convert = ShortcutFor(mMethod, target, mLayoutSite);
-  // Of lines that are stored over their own rows, a whole strip is decoded first.
-  const bool apart =
-      target.line >= bottom + 2 * mPixels * mRows.SampleBytes() || target.line + mPixels * mWriter.pixelBytes <= top;
-  if (convert == nullptr || !apart) return ConvertStrips(mSteps, cells, mPixels, &target, 1, 0);
-  StripWalk walk(1, mWriter, target, mPixels, 0, mPixels);
-  while (walk.Next()) convert->Active()(cells, walk.At(), walk.Pixels(), &target, walk.At());
+  const Twins<DirectKernel>* const shortcut = ShortcutFor(mMethod, target, mLayoutSite);
+  DirectKernel* const convert = shortcut != nullptr ? shortcut->Active() : nullptr;
+  // Without a strip, fetching the target takes a tenth longer.
+  if (convert != nullptr) target.ahead = 0;
+  const std::size_t rowBytes = 2 * mPixels * mRows.SampleBytes(), targetBytes = mPixels * mWriter.pixelBytes;
+  for (std::uint32_t line = mFirst; line < mEnd; ++line) {
+    const std::uint8_t* const top = mRows.Row(2 * line);
+    const std::uint8_t* const bottom = mRows.Row(2 * line + 1);
+    cells.line[0] = top, cells.line[1] = bottom;
+    target.line = DestinationLineAt(mFrame, line);
+    // Of lines that are stored over their own rows, a whole strip is decoded first.
+    const bool apart = target.line >= bottom + rowBytes || target.line + targetBytes <= top;
+    if (convert != nullptr && apart) {
+      ConvertDirectly(convert, 1, mWriter, cells, mPixels, &target, 0);
+    } else {
+      ConvertStrips(mSteps, cells, mPixels, &target, 1, 0);
+    }
+  }
 }
 
 /// @param count  2, or 1 for a last line

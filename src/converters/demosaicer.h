@@ -47,7 +47,7 @@ class Demosaicer {
   struct Pair;
 
   Pair PairAt(std::uint32_t line, std::uint32_t count, bool withNeighbours);
-  void ConvertCells(std::uint32_t line);
+  void ConvertCells();
   void ConvertBlocks(const Pair& pair);
   void ConvertBilinear(const Pair& pair);
   void StoreCell(const Pair& pair, std::size_t column, std::size_t at);

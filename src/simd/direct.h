@@ -19,6 +19,7 @@ struct SingleLine : Layout {
   static constexpr std::size_t kTargets = 1;             ///< lines that are made at once
   static constexpr std::size_t kFresh = Layout::kLines;  ///< source lines, the last ones, that no step before has read
   static constexpr bool kMosaic = false;
+  static constexpr bool kIsApart = false;      ///< whether the targets are never in the source lines
   static constexpr std::size_t kNextLine = 0;  ///< source lines from one target's to the next one's
 
 #if LM_LANES
@@ -78,12 +79,13 @@ class DirectBlocks {
  public:
   static void Convert(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                       std::size_t first) {
-    const SourceLines at = At<Layout>(in, from);
-    const Writer writer = WriterFor<Writer>(targets[0], at.site);
-    if (Layout::kMosaic && !IsGreen(at.site)) {
-      ConvertFrom<Layout::kMosaic ? Site::kRed : Site::kGreenInRedRow>(at, count, targets, first, writer);
+    const bool isRight = from * ColumnsOf<Layout>(0) % 2 != 0;
+    const Site site = isRight ? RightOf(in.site) : in.site;
+    const Writer writer = WriterFor<Writer>(targets[0], site);
+    if (Layout::kMosaic && !IsGreen(site)) {
+      ConvertFrom<Layout::kMosaic ? Site::kRed : Site::kGreenInRedRow>(in, from, count, targets, first, writer);
     } else {
-      ConvertFrom<Site::kGreenInRedRow>(at, count, targets, first, writer);
+      ConvertFrom<Site::kGreenInRedRow>(in, from, count, targets, first, writer);
     }
   }
 
@@ -93,12 +95,12 @@ class DirectBlocks {
   // Each site has a loop of its own, without a branch. Flattened, as compilers would rather call what several loops
   // use, and hand vectors over in memory.
   template <Site kSite>
-  [[gnu::flatten]] static void ConvertFrom(const SourceLines& caller, std::size_t count, const TargetLine* targets,
-                                           std::size_t first, const Writer& callers) {
+  [[gnu::flatten]] static void ConvertFrom(const SourceLines& caller, std::size_t from, std::size_t count,
+                                           const TargetLine* targets, std::size_t first, const Writer& callers) {
     // By reference these would be loaded anew after each store.
     const Writer writer = callers;
     SourceLines in{{}, caller.shift, kSite, caller.ahead, caller.mask};
-    for (std::size_t line = 0; line < Layout::kLines; ++line) in.line[line] = Alone(caller.line[line]);
+    for (std::size_t k = 0; k < Layout::kLines; ++k) in.line[k] = Alone(caller.line[k]) + BytesOf<Layout>(from);
     std::uint8_t* to[Layout::kTargets];
     bool streams = kHasStreams && targets[0].streams;
     for (std::size_t k = 0; k < Layout::kTargets; ++k) {
@@ -133,7 +135,8 @@ class DirectBlocks {
                           std::uint8_t* const (&to)[Layout::kTargets], const Writer& writer) {
     const std::size_t again = kStep - rest;
     // A source may be converted in place unless its pixels become larger, or its lines are read more than once.
-    constexpr bool kReadsAgain = Layout::kBytes < Layout::kPixels * Writer::kBytes || Layout::kFresh < Layout::kLines;
+    constexpr bool kReadsAgain =
+        Layout::kIsApart || Layout::kBytes < Layout::kPixels * Writer::kBytes || Layout::kFresh < Layout::kLines;
     // Sites alternate, so blocks of a mosaic begin an even number of pixels apart.
     if (kReadsAgain && first != 0 && (!Layout::kMosaic || again % 2 == 0)) {
       // A block that ends with the line; some of its pixels are there already.

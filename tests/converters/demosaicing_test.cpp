@@ -1,11 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 
 #include "LmImagingLib/Extended.h"
 #include "LmImagingLib/Image.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "model/frame.h"
+#include "simd/each_set.h"
 
 // What methods of demosaicing must do for reasons of their own, whatever their formulas.
 
@@ -110,6 +112,35 @@ TEST_P(Demosaicing, FlatColorsAndLinearGraysComeBack) {
     for (unsigned x = 8; x < 22; ++x) {
       for (unsigned k = 0; k < 3; ++k) ASSERT_EQ(gray.At(y, x)[k], linear(y, x)) << x << ", " << y;
     }
+  }
+}
+
+// Of words with stray bits, in each instruction set and layout; a line has whole blocks and a rest.
+TEST(HalfSize, BytesOfWordsAreThoseOfTheirCells) {
+  RegisterExtendedFormats();
+  constexpr unsigned long kWidth = 2 * 153, kPixels = kWidth / 2;
+  model::Random random(3);
+  std::uint16_t words[2][kWidth];
+  for (auto& row : words) std::generate_n(row, kWidth, [&] { return static_cast<std::uint16_t>(random()); });
+  const auto byteAt = [&](std::size_t y, std::size_t x) { return words[y][x] >> 4 & 0xFF; };
+  for (std::size_t layout = 0; layout < 4; ++layout) {
+    // GR, RG, GB and BG: where red is in a cell. Blue is at the other end of its diagonal.
+    const unsigned long flag = kLayouts[layout];
+    const std::size_t y = flag == ConversionFlags::kBayerGB || flag == ConversionFlags::kBayerBG;
+    const std::size_t x = flag == ConversionFlags::kBayerGR || flag == ConversionFlags::kBayerBG;
+    std::uint8_t expected[3 * kPixels];
+    for (std::size_t k = 0; k < kPixels; ++k) {
+      expected[3 * k] = static_cast<std::uint8_t>(byteAt(y, 2 * k + x));
+      expected[3 * k + 1] = static_cast<std::uint8_t>((byteAt(y, 2 * k + 1 - x) + byteAt(1 - y, 2 * k + x) + 1) >> 1);
+      expected[3 * k + 2] = static_cast<std::uint8_t>(byteAt(1 - y, 2 * k + 1 - x));
+    }
+    ForEachInstructionSet([&] {
+      std::uint8_t pixels[3 * kPixels] = {};
+      PixelTypeFactory::FindConverter(0x20012, 0x420002)
+          ->Convert(words, kWidth, 2, pixels, kPixels, 1, kPixels, 1, flag | ConversionFlags::kHalfSize, 0, nullptr,
+                    nullptr);
+      EXPECT_TRUE(std::equal(std::begin(expected), std::end(expected), pixels)) << "layout " << layout;
+    });
   }
 }
 

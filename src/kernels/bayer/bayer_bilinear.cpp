@@ -76,7 +76,7 @@ template <class Line_>
 struct PairOfLines : Line_ {
   using Line = Line_;
   static constexpr std::size_t kLines = 4, kTargets = 2, kFresh = 2;
-  static constexpr bool kMosaic = true;
+  static constexpr bool kMosaic = true, kIsApart = false;
   static constexpr std::size_t kNextLine = 1;
 };
 

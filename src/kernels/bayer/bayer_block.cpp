@@ -69,7 +69,7 @@ struct BlockPair : BayerBlockLayout<Sample_, kSampleBytes> {
   using Sample = Sample_;
   using Line = BayerBlockLayout<Sample, kSampleBytes>;
   static constexpr std::size_t kTargets = 2, kFresh = 2;
-  static constexpr bool kMosaic = true;
+  static constexpr bool kMosaic = true, kIsApart = false;
   static constexpr std::size_t kNextLine = 0;
 
 #if LM_LANES

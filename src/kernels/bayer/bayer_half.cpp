@@ -1,5 +1,6 @@
 // Bayer mosaic, half size: each 2 x 2 cell of samples makes a pixel. The mean of the greens is rounded.
 #include "kernels/writers/interleaved_words.h"
+#include "simd/cell_triples.h"
 #include "simd/direct.h"
 #include "simd/samples.h"
 
@@ -67,12 +68,95 @@ struct BayerHalfLayout {
 #endif
 };
 
+#if LM_LANES
+/// The cells of a block, for a writer.
+template <class Layout, class Sample, std::size_t kSampleBytes, class Reader>
+struct HalfCells {
+  RgbLanes<Sample> Colors() const { return Layout::Block(read, Of<Sample>{}); }
+
+#if LM_HAS_CELL_TRIPLES
+  template <bool kRedFirst, class Change, class To>
+  void StoreTriples(const Change& change, To to) const {
+    using Triples = CellTriples<Sample, kSampleBytes>;
+    if (IsGreen(read.in.site)) {
+      Triples::template StoreBlock<!kRedFirst>(CellRows<Reader>{read, 1, 0}, change, to);
+    } else {
+      Triples::template StoreBlock<kRedFirst>(CellRows<Reader>{read, 0, 1}, change, to);
+    }
+  }
+#endif
+
+  const Reader& read;
+};
+#endif
+
 /// The pixels of a line, straight into a writer.
 template <class Sample_, std::size_t kSampleBytes = sizeof(Sample_)>
 struct HalfLine : SingleLine<BayerHalfLayout<Sample_, kSampleBytes>, Sample_> {
-  static constexpr bool kMosaic = true;
+  static constexpr bool kMosaic = true, kIsApart = true;
+
+#if LM_LANES
+  template <class Reader, class Store>
+  static void Blocks(const Reader& read, const Store& store) {
+    store(0, HalfCells<HalfLine, Sample_, kSampleBytes, Reader>{read});
+  }
+#endif
 };
 
+/// Hands channels to a writer: of four samples, or where no better way is known.
+template <class Writer>
+struct FromCells : Writer {
+  using Writer::Writer;
+
+#if LM_LANES
+  template <class Cells, class To>
+  void Block(const Cells& cells, To to) const {
+    Writer::Block(cells.Colors(), to);
+  }
+#endif
+};
+
+#if LM_HAS_CELL_TRIPLES
+struct HalfUnchanged {
+  U8 operator()(U8 v) const { return v; }
+};
+
+template <First kFirst>
+struct HalfBytes : Interleaved<kFirst, 3> {
+  template <class Cells, class To>
+  static void Block(const Cells& cells, To to) {
+    if constexpr (kStoresTriples<To>) {
+      cells.template StoreTriples<kFirst == First::kRed>(HalfUnchanged{}, to);
+    } else {
+      Interleaved<kFirst, 3>::Block(cells.Colors(), to);
+    }
+  }
+};
+
+template <First kFirst>
+struct HalfWords : ShiftedWords<kFirst, 3> {
+  using ShiftedWords<kFirst, 3>::ShiftedWords;
+
+  template <class Cells, class To>
+  void Block(const Cells& cells, To to) const {
+    if constexpr (kStoresTriples<To>) {
+      if (LM_HAS_MASKS || cells.read.in.shift == 0) {
+        return cells.template StoreTriples<kFirst == First::kRed>([this](U16 words) { return this->Shifted(words); },
+                                                                  to);
+      }
+    }
+    ShiftedWords<kFirst, 3>::Block(cells.Colors(), to);
+  }
+};
+#else
+template <First kFirst>
+using HalfBytes = FromCells<Interleaved<kFirst, 3>>;
+template <First kFirst>
+using HalfWords = FromCells<ShiftedWords<kFirst, 3>>;
+#endif
+
+template <First kFirst>
+using HalfFours = FromCells<Interleaved<kFirst, 4>>;
 using HalfLineOfWords = HalfLine<std::uint8_t, 2>;
 
 }  // namespace
@@ -81,13 +165,13 @@ using HalfLineOfWords = HalfLine<std::uint8_t, 2>;
 LM_DEFINE_DECODER(std::uint8_t, BayerHalf, BayerHalfLayout<std::uint8_t>)
 LM_DEFINE_DECODER(std::uint16_t, BayerHalf, BayerHalfLayout<std::uint16_t>)
 LM_DEFINE_DECODER(std::uint8_t, BayerHalfOfWords, BayerHalfLayout<std::uint8_t, 2>)
-LM_EXPORT_DIRECT(BayerHalfToRGB24, HalfLine<std::uint8_t>, Interleaved<First::kRed, 3>)
-LM_EXPORT_DIRECT(BayerHalfToBGR24, HalfLine<std::uint8_t>, Interleaved<First::kBlue, 3>)
-LM_EXPORT_DIRECT(BayerHalfToRGB32, HalfLine<std::uint8_t>, Interleaved<First::kRed, 4>)
-LM_EXPORT_DIRECT(BayerHalfToBGR32, HalfLine<std::uint8_t>, Interleaved<First::kBlue, 4>)
-LM_EXPORT_DIRECT(BayerWordHalfToRGB24, HalfLineOfWords, Interleaved<First::kRed, 3>)
-LM_EXPORT_DIRECT(BayerWordHalfToBGR24, HalfLineOfWords, Interleaved<First::kBlue, 3>)
-LM_EXPORT_DIRECT(BayerWordHalfToRGB32, HalfLineOfWords, Interleaved<First::kRed, 4>)
-LM_EXPORT_DIRECT(BayerWordHalfToBGR32, HalfLineOfWords, Interleaved<First::kBlue, 4>)
-LM_EXPORT_DIRECT(BayerHalfToRGBWords, HalfLine<std::uint16_t>, ShiftedWords<First::kRed, 3>)
-LM_EXPORT_DIRECT(BayerHalfToBGRWords, HalfLine<std::uint16_t>, ShiftedWords<First::kBlue, 3>)
+LM_EXPORT_DIRECT(BayerHalfToRGB24, HalfLine<std::uint8_t>, HalfBytes<First::kRed>)
+LM_EXPORT_DIRECT(BayerHalfToBGR24, HalfLine<std::uint8_t>, HalfBytes<First::kBlue>)
+LM_EXPORT_DIRECT(BayerHalfToRGB32, HalfLine<std::uint8_t>, HalfFours<First::kRed>)
+LM_EXPORT_DIRECT(BayerHalfToBGR32, HalfLine<std::uint8_t>, HalfFours<First::kBlue>)
+LM_EXPORT_DIRECT(BayerWordHalfToRGB24, HalfLineOfWords, HalfBytes<First::kRed>)
+LM_EXPORT_DIRECT(BayerWordHalfToBGR24, HalfLineOfWords, HalfBytes<First::kBlue>)
+LM_EXPORT_DIRECT(BayerWordHalfToRGB32, HalfLineOfWords, HalfFours<First::kRed>)
+LM_EXPORT_DIRECT(BayerWordHalfToBGR32, HalfLineOfWords, HalfFours<First::kBlue>)
+LM_EXPORT_DIRECT(BayerHalfToRGBWords, HalfLine<std::uint16_t>, HalfWords<First::kRed>)
+LM_EXPORT_DIRECT(BayerHalfToBGRWords, HalfLine<std::uint16_t>, HalfWords<First::kBlue>)

@@ -51,9 +51,11 @@ class ShiftedWords : public InterleavedWords<kFirst, kPixelWords> {
   }
 
 #if LM_LANES
+  U16 Shifted(U16 words) const { return words * mFactor; }
+
   template <class To>
   void Block(const RgbLanes<std::uint16_t>& in, To to) const {
-    Words::Block({in.r * mFactor, in.g * mFactor, in.b * mFactor}, to);
+    Words::Block({Shifted(in.r), Shifted(in.g), Shifted(in.b)}, to);
   }
   template <class To>
   void Block(const WordColumns& in, To to) const {
