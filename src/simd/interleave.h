@@ -221,7 +221,7 @@ template <class Reader>
 inline U8 ReadDealt(const Reader& read, std::size_t line, std::size_t offset) {
 #if LM_LANES == 32
   // One more load and a blend take less time than a permutation across the halves.
-  const U64 v = U64(read(line, offset)), middle = U64(read.Twice(line, offset + 8));
+  const U64 v = U64(read(line, offset)), middle = U64(read.Units(line, offset + 8, 0));
   return U8(__builtin_shufflevector(v, middle, 0, 5, 6, 3));
 #else
   return DealEights(read(line, offset));

@@ -49,10 +49,6 @@ inline U8 LoadHalf(const std::uint8_t* from) { return U8(_mm_loadl_epi64(reinter
 inline U8 LoadUnits(const std::uint8_t* from, std::size_t step) {
   return U8(_mm256_loadu2_m128i(reinterpret_cast<const __m128i*>(from + step), reinterpret_cast<const __m128i*>(from)));
 }
-/// The same 16 bytes twice.
-inline U8 LoadTwice(const std::uint8_t* from) {
-  return U8(Broadcast(_mm_loadu_si128(reinterpret_cast<const __m128i*>(from))));
-}
 #elif LM_LANES == 16
 inline U8 LoadUnits(const std::uint8_t* from, std::size_t /*step*/) { return Load(from); }
 #endif

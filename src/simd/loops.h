@@ -107,10 +107,6 @@ struct WholeBlock {
     return LoadUnits(in.line[line] + at + offset, step);
   }
 #endif
-#if LM_LANES == 32
-  /// 16 bytes twice.
-  U8 Twice(std::size_t line, std::size_t offset) const { return LoadTwice(in.line[line] + at + offset); }
-#endif
 };
 
 #if LM_HAS_MASKS

@@ -87,24 +87,12 @@ struct DealtChroma : SingleLine<SharedChroma<Group_, 1, Model>> {
   static void Blocks(const Reader& read, const Store& store) {
     using Chroma = SharedChroma<Group_, 1, Model>;
     const auto both = [&read](auto limitsRed, RgbWords(&words)[2]) {
-      const U8 first[1] = {Dealt(read, 0)}, second[1] = {Dealt(read, kLanes)};
+      const U8 first[1] = {ReadDealt(read, 0, 0)}, second[1] = {ReadDealt(read, 0, kLanes)};
       const YuvPairs pairs[] = {Chroma::template Pairs<Chroma::kNoHalf>(first),
                                 Chroma::template Pairs<Chroma::kNoHalf>(second)};
       Model::template Words<limitsRed>(pairs, words);
     };
     store(0, DealtPixels<decltype(both)>{both});
-  }
-
- private:
-  template <class Reader>
-  static U8 Dealt(const Reader& read, std::size_t offset) {
-#if LM_LANES == 32
-    // A load of their own brings the eights in the middle to their places in less time than a move across the register.
-    const auto all = U64(read(0, offset)), middle = U64(read.Units(0, offset + 8, 0));
-    return U8(__builtin_shufflevector(all, middle, 0, 5, 6, 3));
-#else
-    return DealEights(read(0, offset));
-#endif
   }
 #endif
 };
