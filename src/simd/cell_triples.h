@@ -23,15 +23,6 @@ struct CellRows {
 template <class To>
 inline constexpr bool kStoresTriples = LM_LANES == 64 || std::is_same_v<To, std::uint8_t*>;
 
-template <class V, std::size_t... kLane>
-inline V EvenOddLanes(V even, V odd, std::index_sequence<kLane...>) {
-  return __builtin_shufflevector(even, odd, (kLane % 2 != 0 ? kLane + sizeof...(kLane) : kLane)...);
-}
-template <class V>
-inline V EvenOddLanes(V even, V odd) {
-  return EvenOddLanes(even, odd, std::make_index_sequence<kLanes / sizeof(even[0])>{});
-}
-
 #if LM_LANES == 64
 
 /// Samples of `kSampleBytes` bytes in memory.
@@ -49,9 +40,9 @@ class CellTriples {
     // Greens of the first half of the cells meet in even lanes, those of the second half in odd ones.
     using Pairs = typename PairsOf<Sample>::Type;
     constexpr std::size_t kBits = 8 * sizeof(Sample);
-    const V greens = change(EvenOddLanes(MeanUp(V(Pairs(even[0]) >> kBits), odd[0]),  //
-                                         MeanUp(even[1], V(Pairs(odd[1]) << kBits))));
-    const V first = change(EvenOddLanes(even[0], odd[0])), second = change(EvenOddLanes(even[1], odd[1]));
+    const V greens =
+        change(EvenOdd(MeanUp(V(Pairs(even[0]) >> kBits), odd[0]), MeanUp(even[1], V(Pairs(odd[1]) << kBits))));
+    const V first = change(EvenOdd(even[0], odd[0])), second = change(EvenOdd(even[1], odd[1]));
     StoreThird<kEvenFirst, 0>(first, greens, to);
     StoreThird<kEvenFirst, 1>(Middle(first, second, AllLanes<Sample>{}), greens, to);
     StoreThird<kEvenFirst, 2>(second, greens, to);
@@ -156,13 +147,15 @@ struct CellTriples {
     using Pairs = typename PairsOf<Sample>::Type;
     constexpr std::size_t kFirst = kEvenFirst ? 0 : 1;
     V even[2], odd[2];
-    for (std::size_t k = 0; k < 2; ++k)
-      even[k] = Row(rows, rows.even, k * kLanes), odd[k] = Row(rows, rows.odd, k * kLanes);
+    for (std::size_t k = 0; k < 2; ++k) {
+      even[k] = Row(rows, rows.even, k * kLanes);
+      odd[k] = Row(rows, rows.odd, k * kLanes);
+    }
     // A load from a sample further moves greens over those of the other row for less than a shift.
     const V next = Row(rows, rows.even, sizeof(Sample)), before = Row(rows, rows.odd, kLanes - sizeof(Sample));
     StoreTriples<TripleIndex<Sample, kFirst, 2, 1 - kFirst>, sizeof(Sample) == 2>(
-        Pairs(change(EvenOddLanes(even[0], odd[0]))), Pairs(change(MeanUp(next, odd[0]))), to);
-    StoreTriples<TripleIndex<Sample, kFirst, 3, 1 - kFirst>, false>(Pairs(change(EvenOddLanes(even[1], odd[1]))),
+        Pairs(change(EvenOdd(even[0], odd[0]))), Pairs(change(MeanUp(next, odd[0]))), to);
+    StoreTriples<TripleIndex<Sample, kFirst, 3, 1 - kFirst>, false>(Pairs(change(EvenOdd(even[1], odd[1]))),
                                                                     Pairs(change(MeanUp(even[1], before))), to + 48);
   }
 
@@ -190,7 +183,7 @@ struct CellTriples<std::uint8_t, 2> {
       // Of each word, one byte is that of its sample: the lower one in odd rows, the upper one in even rows.
       const U8 odd = U8(U16(rows.read(rows.odd, k * kLanes)) >> static_cast<std::uint16_t>(shift));
       const U8 even = U8(U16(rows.read(rows.even, k * kLanes)) * factor);
-      const U8 cells = EvenOddLanes(odd, even);
+      const U8 cells = EvenOdd(odd, even);
       // Greens of both rows; the mean of a color and itself is the color.
       StoreTwelvesInTurn(MeanUp(Triples<TripleIndex<std::uint8_t, kFirst, 0, 3 - kFirst>, false, true>(cells),
                                 Triples<TripleIndex<std::uint8_t, kFirst, 3, 3 - kFirst>, false, true>(cells)),

@@ -15,18 +15,14 @@ template <class Sample>
 using AllLanes = std::make_index_sequence<kBlock<Sample>>;
 
 /// Even lanes of one, odd lanes of another: a blend.
-template <std::size_t... kLane>
-inline U16 EvenOdd(U16 even, U16 odd, std::index_sequence<kLane...>) {
+template <class V, std::size_t... kLane>
+inline V EvenOdd(V even, V odd, std::index_sequence<kLane...>) {
   return __builtin_shufflevector(even, odd, (kLane % 2 != 0 ? kLane + sizeof...(kLane) : kLane)...);
 }
-inline U16 EvenOdd(U16 even, U16 odd) { return EvenOdd(even, odd, std::make_index_sequence<kLanes / 2>{}); }
-
-/// The lower bytes of one register's words, and the upper bytes of another's.
-template <std::size_t... kLane>
-inline U8 LowHigh(U8 low, U8 high, std::index_sequence<kLane...>) {
-  return __builtin_shufflevector(low, high, (kLane % 2 != 0 ? kLane + sizeof...(kLane) : kLane)...);
+template <class V>
+inline V EvenOdd(V even, V odd) {
+  return EvenOdd(even, odd, std::make_index_sequence<kLanes / sizeof(even[0])>{});
 }
-inline U16 LowHigh(U16 low, U16 high) { return U16(LowHigh(U8(low), U8(high), std::make_index_sequence<kLanes>{})); }
 
 // Threes. 3 is invertible modulo a unit, so the samples c, 3 + c, 6 + c ... of three units are in different lanes: one
 // shuffle within a unit moves a channel, and blends, which cost least, do the rest. In a unit of 16 samples:

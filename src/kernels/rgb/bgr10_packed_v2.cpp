@@ -65,7 +65,7 @@ struct Tens : SingleLine<Layout> {
   static U32 Part(U32 v) {
     // Bits 2 to 9 of the lower word and 6 to 13 of the upper one, in one product. Bits 12 to 19 go between them.
     const U16 outer = MultiplyHigh(U16(v), U16(U32{} + (1U << 14 | 1U << 26)));
-    return InOrder(U8(LowHigh(outer, U16(v >> 4))), std::make_index_sequence<kLanes>{});
+    return InOrder(EvenOdd(U8(outer), U8(v >> 4)), std::make_index_sequence<kLanes>{});
   }
   template <std::size_t... kLane>
   static U32 InOrder(U8 v, std::index_sequence<kLane...>) {

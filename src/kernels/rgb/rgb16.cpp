@@ -44,7 +44,7 @@ struct RGB16InFourBytes : SingleLine<Layout> {
     for (std::size_t k = 0; k < 2; ++k) {
       const U16 v = U16(ReadDealt(read, 0, k * kLanes));
       const U16 bottom = v << 3, top = v >> 8;
-      const U16 two = LowHigh(kLowIsFirst ? bottom : top, v << 5) & 0xFCF8;
+      const U16 two = U16(EvenOdd(U8(kLowIsFirst ? bottom : top), U8(v << 5))) & 0xFCF8;
       const U16 one = (kLowIsFirst ? top : bottom) & 0xF8;
       pixels.part[2 * k] = U32(ZipHalves<0>(two, one));
       pixels.part[2 * k + 1] = U32(ZipHalves<1>(two, one));
