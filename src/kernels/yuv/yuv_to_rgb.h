@@ -37,8 +37,9 @@ struct Yuv {
   //
   // Red may be limited to bytes at once (`kLimitsRed`): a clamped sum does so above, a clamped difference below. Blue
   // may be too small for that. Two halves are computed step by step: one waits less while the other has the pipes.
+  // Inline, as compilers would rather call this, and hand vectors over in memory.
   template <bool kLimitsRed, std::size_t kHalves>
-  static void Words(const YuvPairs (&in)[kHalves], RgbWords (&out)[kHalves]) {
+  [[gnu::always_inline]] static void Words(const YuvPairs (&in)[kHalves], RgbWords (&out)[kHalves]) {
     constexpr std::int16_t kConstant = 8404;                            // 128 * 74.75 - 1164
     constexpr std::int16_t kLimit = 16384, kBoth = kLimit + kConstant;  // 256 * 64
     I16 red[kHalves], luma[kHalves];
@@ -58,7 +59,7 @@ struct Yuv {
       out[k].b = AddClamped(luma[k], MultiplyAddBytes(in[k].uv, 129, 0)) >> 6;
     }
   }
-  static RgbWords Words(const SourceLines& /*in*/, const YuvPairs& in) {
+  [[gnu::always_inline]] static RgbWords Words(const SourceLines& /*in*/, const YuvPairs& in) {
     const YuvPairs half[1] = {in};
     RgbWords words[1];
     Words<false>(half, words);
