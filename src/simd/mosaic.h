@@ -82,12 +82,12 @@ using RowPixelsKernel = void(const PartedRows<std::int16_t>& in, const std::int1
 struct SampleParts {
   static constexpr std::size_t kBright = 256;  ///< where the pieces of 16 samples from 0 on begin
 
-  std::uint8_t window[64];   ///< the results of 64 samples that may rise fast
-  std::uint8_t windowPiece;  ///< the piece of 4 that these begin with
-  std::uint8_t least[512];   ///< of a piece; of 16 samples less one for each rise that it has not, modulo 256
+  alignas(64) std::uint8_t window[64];  ///< the results of 64 samples that may rise fast
+  std::uint8_t least[512];  ///< of a piece; of 16 samples less one for each rise that it has not, modulo 256
   /// How much more the others of 4 samples are, in 2, 3 and 3 bits from the lowest one on. Of 16 samples two nibbles:
   /// those from which on it is one more; 0 for no rise.
   std::uint8_t rises[512];
+  std::uint8_t windowPiece;  ///< the piece of 4 that the window begins with
 };
 
 /// What the samples of one colour of a mosaic are looked up in.
@@ -110,11 +110,11 @@ struct RowTables {
   const SampleTable& even;  ///< of even columns
   const SampleTable& odd;
   bool areGains;
-  std::uint32_t ahead = 0;  ///< how many bytes ahead to fetch the row into the cache
+  std::uint32_t ahead = 0;      ///< how many bytes ahead to fetch the row into the cache
+  std::uint32_t mask = 0xFFFF;  ///< the bits of a sample in words; others are ignored
 };
 
-/// Looks the samples of a row up. The address of the row may be any. Words have no bits above those of a sample, unless
-/// the tables are gains.
+/// Looks the samples of a row up. The address of the row may be any.
 template <class In, class Out>
 using LookUpRowKernel = void(const std::uint8_t* row, std::size_t width, const RowTables& tables, Out* out);
 

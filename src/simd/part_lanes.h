@@ -17,14 +17,11 @@ inline __m512i CountRises(__m512i tone, __m512i entry, __m512i rises) {
   return _mm512_mask_sub_epi8(tone, second, tone, lessOne);
 }
 
-/// Looks the samples of one colour up. Keep it in a local variable.
+/// Looks the samples of one colour up. Parts stay in memory: those of two colours are more than there are registers.
 class PartLanes {
  public:
   explicit PartLanes(const SampleParts& parts)
-      : mWindow(__m512i(Load(parts.window))),
-        mWindowPiece(Fill(parts.windowPiece)),
-        mLeast(parts.least),
-        mRises(parts.rises) {}
+      : mWindow(parts.window), mWindowPiece(Fill(parts.windowPiece)), mLeast(parts.least), mRises(parts.rises) {}
 
   /// @param low  the lower 8 bits of each sample
   /// @param high  the same without the lowest 4 bits
@@ -38,7 +35,7 @@ class PartLanes {
     const U8 fromWindow = piece ^ mWindowPiece;
     const __mmask64 inWindow =
         _mm512_mask_cmplt_epu8_mask(_knot_mask64(isBright), __m512i(fromWindow), __m512i(Fill(16)));
-    tone = _mm512_mask_permutexvar_epi8(tone, inWindow, __m512i(low), mWindow);
+    tone = _mm512_mask_permutexvar_epi8(tone, inWindow, __m512i(low), _mm512_load_si512(mWindow));
     return U8(tone);
   }
 
@@ -46,24 +43,24 @@ class PartLanes {
   /// One byte of each piece.
   class Pieces {
    public:
-    explicit Pieces(const std::uint8_t* bytes) {
-      for (std::size_t k = 0; k < 8; ++k) mPart[k] = __m512i(Load(bytes + 64 * k));
-    }
+    explicit Pieces(const std::uint8_t* bytes) : mBytes(bytes) {}
 
     __m512i Dark(U8 piece) const {
       const auto i = __m512i(piece);
-      return _mm512_mask_blend_epi8(_mm512_movepi8_mask(i), _mm512_permutex2var_epi8(mPart[0], i, mPart[1]),
-                                    _mm512_permutex2var_epi8(mPart[2], i, mPart[3]));
+      return _mm512_mask_blend_epi8(_mm512_movepi8_mask(i), _mm512_permutex2var_epi8(Part(0), i, Part(1)),
+                                    _mm512_permutex2var_epi8(Part(2), i, Part(3)));
     }
     // The first 64 pieces of 16 are dark.
     __m512i Bright(U8 piece) const {
       const auto i = __m512i(piece);
-      return _mm512_mask_blend_epi8(_mm512_movepi8_mask(i), _mm512_permutexvar_epi8(i, mPart[5]),
-                                    _mm512_permutex2var_epi8(mPart[6], i, mPart[7]));
+      return _mm512_mask_blend_epi8(_mm512_movepi8_mask(i), _mm512_permutexvar_epi8(i, Part(5)),
+                                    _mm512_permutex2var_epi8(Part(6), i, Part(7)));
     }
 
    private:
-    __m512i mPart[8];
+    __m512i Part(std::size_t k) const { return _mm512_load_si512(mBytes + 64 * k); }
+
+    const std::uint8_t* const mBytes;
   };
 
   // How much more the sample of a piece of 4 is than its first one, by the lowest 2 bits of `nibble`.
@@ -75,17 +72,21 @@ class PartLanes {
     return _mm512_and_si512(_mm512_multishift_epi64_epi8(_mm512_add_epi8(from, ofByte), rises), bits);
   }
 
-  const __m512i mWindow;
+  const std::uint8_t* const mWindow;
   const U8 mWindowPiece;
   const Pieces mLeast, mRises;
 };
 
 /// Looks up two registers' worth of samples in words, even and odd ones in parts of their own.
-inline void StoreByParts(const PartLanes& even, const PartLanes& odd, const std::uint8_t* from, std::uint8_t* to) {
+/// @param mask  the bits of a sample, in each word
+inline void StoreByParts(const PartLanes& even, const PartLanes& odd, const std::uint8_t* from, U16 mask,
+                         std::uint8_t* to) {
   // Both bytes of a sample that are looked up, four registers of them.
   const __m512i bytes = _mm512_set1_epi64(0x3430242014100400);
   __m512i v[4];
-  for (std::size_t k = 0; k < 4; ++k) v[k] = _mm512_multishift_epi64_epi8(bytes, __m512i(Load(from + k * kLanes)));
+  for (std::size_t k = 0; k < 4; ++k) {
+    v[k] = _mm512_multishift_epi64_epi8(bytes, __m512i(U16(Load(from + k * kLanes)) & mask));
+  }
   // The first, and the third byte of each four in the first half, the second or the fourth in the other half.
   const __m512i evens =
       _mm512_setr_epi64(0x1C1814100C080400, 0x3C3834302C282420, 0x5C5854504C484440, 0x7C7874706C686460,

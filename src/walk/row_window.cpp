@@ -131,11 +131,9 @@ void RowWindow<Sample>::LookUpDecoded(std::uint32_t line, DefectRows<Decoded>* d
   const MosaicLookup& lookup = *mLookup.tables;
   const SampleTable& color = IsInRedRow(site) ? lookup.red : lookup.blue;
   RowTables tables{IsGreen(site) ? lookup.green : color, IsGreen(site) ? color : lookup.green, lookup.areGains};
-  // Products leave out what is above the bits of a sample.
-  const bool inPlace =
-      IsRows<Decoded>(mSource, mFrame) || (lookup.areGains && !mSource.normalized && HasRows<Decoded>(mSource, mFrame));
-  if (defects == nullptr && inPlace) {
+  if (defects == nullptr && mSource.ShiftOf<std::uint16_t>() == 0 && HasRows<Decoded>(mSource, mFrame)) {
     tables.ahead = mFrame.fetchAhead;
+    tables.mask = mSource.MaskOf<std::uint16_t>();
     return LmImagingLib::LookUpRow<Decoded>(SourceRow(line), mWidth, tables, row);
   }
   auto* const decoded = reinterpret_cast<Decoded*>(mDecodedRow.data());

@@ -119,11 +119,50 @@ inline std::size_t Permute(const std::uint8_t* row, std::size_t width, const Row
 #if LM_BYTE_SHUFFLE == 64
   if (tables.even.parts == nullptr || tables.odd.parts == nullptr) return 0;
   const PartLanes even(*tables.even.parts), odd(*tables.odd.parts);
-  for (; i + 2 * kLanes <= width; i += 2 * kLanes) StoreByParts(even, odd, row + 2 * i, out + i);
+  const std::uint32_t ahead = tables.ahead;
+  const U16 mask = U16{} + static_cast<std::uint16_t>(tables.mask);
+  for (; i + 2 * kLanes <= width; i += 2 * kLanes) {
+    FetchSource(row + 2 * i, 4 * kLanes, ahead);
+    StoreByParts(even, odd, row + 2 * i, mask, out + i);
+  }
+  // The rest is looked up together with some before it: one by one, it would take longer.
+  const std::size_t end = width - width % 2;
+  if (i == 0 || i == end) return i;
+  i = end - 2 * kLanes;
+  StoreByParts(even, odd, row + 2 * i, mask, out + i);
+  return end;
 #else
   (void)row, (void)width, (void)tables, (void)out;
 #endif
   return i;
+}
+
+// The samples that were looked up one by one, in whole blocks. What words have above a sample is cleared in registers,
+// which takes less time than in each of them. It is done for the next block while one is looked up: words that were
+// stored just now take longer to load.
+template <class Out>
+std::size_t LookUpBlocks(const std::uint8_t* row, std::size_t width, const RowTables& tables, Out* out) {
+  constexpr std::size_t kCount = 256;
+  alignas(kLanes) std::uint16_t blocks[2][kCount];
+  const Out* const even = EntriesOf(tables.even, Out{});
+  const Out* const odd = EntriesOf(tables.odd, Out{});
+  const std::uint32_t ahead = tables.ahead;
+  const U16 mask = U16{} + static_cast<std::uint16_t>(tables.mask);
+  const std::size_t end = width - width % kCount;
+  for (std::size_t i = 0; i < end + kCount; i += kCount) {
+    std::uint16_t* const next = blocks[i / kCount % 2];
+    if (i < end) {
+      const std::uint8_t* const from = row + 2 * i;
+      FetchSource(from, 2 * kCount, ahead);
+      for (std::size_t k = 0; k < kCount; k += kLanes / 2) Store(U16(Load(from + 2 * k)) & mask, next + k);
+    }
+    if (i == 0) continue;
+    StoreJoined(kCount, out + i - kCount,
+                [even, odd, at = +blocks[(i / kCount + 1) % 2]](std::size_t k, std::size_t n) {
+                  return (n % 2 == 0 ? even : odd)[at[k + n]];
+                });
+  }
+  return end;
 }
 
 #else
@@ -140,19 +179,19 @@ template <class In, class Out>
 void LookUpSamples(const std::uint8_t* row, std::size_t width, const RowTables& tables, Out* out) {
   const Out* const even = EntriesOf(tables.even, Out{});
   const Out* const odd = EntriesOf(tables.odd, Out{});
-  if (tables.areGains) {
-    const std::uint32_t mask = sizeof(In) == 1 ? 0xFF : 0xFFFFU >> tables.even.wideGain.up;
-    for (std::size_t i = Multiply(row, width, tables, out, Of<In>{}); i < width; ++i) {
-      out[i] = (i % 2 == 0 ? even : odd)[SampleOf<In>(row, i) & mask];
-    }
-    return;
-  }
+  const std::uint32_t mask = tables.mask;
   std::size_t done = 0;
+  if (tables.areGains) {
+    done = Multiply(row, width, tables, out, Of<In>{});
+  } else {
 #if LM_LANES
-  if constexpr (sizeof(Out) == 1 && kPermutes) done = Permute(row, width, tables, out, Of<In>{});
+    if constexpr (sizeof(Out) == 1 && kPermutes) done = Permute(row, width, tables, out, Of<In>{});
+    if constexpr (sizeof(In) == 2) done += LookUpBlocks(row + 2 * done, width - done, tables, out + done);
 #endif
-  StoreJoined(width - done, out + done,
-              [=](std::size_t i, std::size_t k) { return (k % 2 == 0 ? even : odd)[SampleOf<In>(row, done + i + k)]; });
+  }
+  StoreJoined(width - done, out + done, [=](std::size_t i, std::size_t k) {
+    return (k % 2 == 0 ? even : odd)[SampleOf<In>(row, done + i + k) & mask];
+  });
 }
 
 }  // namespace
