@@ -53,10 +53,11 @@ void AdaptiveRows<Sample>::Make(std::uint32_t line, const RowColors<Sample>& out
 }
 
 template <class Sample>
-void AdaptiveRows<Sample>::MakePixels(std::uint32_t line, RowPixelsKernel* make, std::uint8_t* to) {
+void AdaptiveRows<Sample>::MakePixels(std::uint32_t line, RowPixelsKernel* make, std::size_t first, std::size_t end,
+                                      const TargetLine& target) {
   if constexpr (sizeof(Sample) == 1) {
     const Around differences = DifferencesAround(line);
-    make(mRows.Around(line, 0), differences.row, mRows.Shape().width, to);
+    make(mRows.Around(line, 0), differences.row, first, end, target);
   }
 }
 

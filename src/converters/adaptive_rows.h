@@ -17,8 +17,9 @@ class AdaptiveRows {
 
   /// Makes the colours of a line; lines come one after the other from the first one on.
   void Make(std::uint32_t line, const RowColors<Sample>& out);
-  /// The same as pixels, by a kernel that stores them. Of bytes only.
-  void MakePixels(std::uint32_t line, RowPixelsKernel* make, std::uint8_t* to);
+  /// Some of them as pixels, by a kernel that stores them. Of bytes only.
+  void MakePixels(std::uint32_t line, RowPixelsKernel* make, std::size_t first, std::size_t end,
+                  const TargetLine& target);
 
  private:
   using Value = Number<Sample>;

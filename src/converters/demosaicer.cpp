@@ -208,14 +208,13 @@ void Demosaicer<Sample>::StoreCell(const Pair& pair, std::size_t column, std::si
 // Rows in the source have to be fetched; the next pair is two lines below.
 template <class Sample>
 std::uint32_t Demosaicer<Sample>::FetchAheadOfPairs() const {
-  return mRows.IsSource() && mFrame.fetchAhead != 0 ? static_cast<std::uint32_t>(2 * mFrame.sourceLine) : 0;
+  return mRows.FetchAhead() != 0 ? static_cast<std::uint32_t>(2 * mFrame.sourceLine) : 0;
 }
 
 template <class Sample>
 SourceLines Demosaicer<Sample>::CellsAt(const Pair& pair, std::size_t column) const {
   const std::size_t offset = column * mRows.SampleBytes();
-  const std::uint32_t ahead = mRows.IsSource() ? mFrame.fetchAhead : 0;
-  return {{pair.rows[1] + offset, pair.rows[2] + offset}, mShift, pair.SiteOf(column), ahead, mMask};
+  return {{pair.rows[1] + offset, pair.rows[2] + offset}, mShift, pair.SiteOf(column), mRows.FetchAhead(), mMask};
 }
 
 template <class Sample>

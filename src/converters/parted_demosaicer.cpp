@@ -55,8 +55,9 @@ class GradientCorrectedRows {
     kBayerGradientCorrected.template Of<Sample>().Active()(mRows.Around(line, 2), pairs, out);
   }
 
-  void MakePixels(std::uint32_t line, RowPixelsKernel* make, std::uint8_t* to) {
-    if constexpr (sizeof(Sample) == 1) make(mRows.Around(line, 2), nullptr, mRows.Shape().width, to);
+  void MakePixels(std::uint32_t line, RowPixelsKernel* make, std::size_t first, std::size_t end,
+                  const TargetLine& target) {
+    if constexpr (sizeof(Sample) == 1) make(mRows.Around(line, 2), nullptr, first, end, target);
   }
 
  private:
@@ -108,7 +109,15 @@ void PartedDemosaicer<Sample>::ConvertBy(Method& method) {
   RowPixelsKernel* const blue = StoresPixels() ? FindPixelKernel(kind, mWriter.swapped) : nullptr;
   if (red != nullptr && blue != nullptr) {
     for (std::uint32_t line = mFirst; line < mEnd; ++line) {
-      method.MakePixels(line, IsRedInLine(line) ? red : blue, DestinationLineAt(mFrame, line));
+      RowPixelsKernel* const make = IsRedInLine(line) ? red : blue;
+      const TargetLine target = TargetAt(DestinationLineAt(mFrame, line), mFrame, mFit, mWriter);
+      if (!target.streams) {
+        method.MakePixels(line, make, 0, mShape.width, target);
+        continue;
+      }
+      // Stores past the caches are aligned.
+      StripWalk walk(2, mWriter, target, mShape.width, 0, mShape.width);
+      while (walk.Next()) method.MakePixels(line, make, walk.At(), walk.At() + walk.Pixels(), target);
     }
     return;
   }
@@ -124,7 +133,7 @@ void PartedDemosaicer<Sample>::ConvertBy(Method& method) {
 // Whether pixels may be stored as they come.
 template <class Sample>
 bool PartedDemosaicer<Sample>::StoresPixels() const {
-  return sizeof(Sample) == 1 && mSteps.tables == nullptr && mSteps.matrix == nullptr && !mFrame.streams &&
+  return sizeof(Sample) == 1 && mSteps.tables == nullptr && mSteps.matrix == nullptr &&
          (mFrame.flags & ConversionFlags::kOpaque) == 0;
 }
 

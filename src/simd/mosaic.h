@@ -41,8 +41,10 @@ inline constexpr std::size_t kRowMargin = 64;
 inline constexpr std::size_t kMirroredColumns = 8;
 
 /// Parts `width` samples of a row. The address may be any.
+/// @param ahead  how many bytes ahead to fetch the row into the cache; 0 leaves it to the processor
 template <class Sample>
-using PartRowKernel = void(const std::uint8_t* row, std::size_t width, Number<Sample>* even, Number<Sample>* odd);
+using PartRowKernel = void(const std::uint8_t* row, std::size_t width, std::uint32_t ahead, Number<Sample>* even,
+                           Number<Sample>* odd);
 
 /// Shifts `count` numbers right.
 using CoarsenKernel = void(const std::int32_t* numbers, std::size_t count, std::uint32_t shift, std::int16_t* coarse);
@@ -72,10 +74,11 @@ template <class Sample>
 using AdaptiveKernel = void(const PartedRows<Number<Sample>>& in, const Number<Sample>* const* differences,
                             std::size_t pairs, const RowColors<Sample>& out);
 
-/// Makes `pixels` pixels of a row by either method, and stores them. The writer's red is the colour of the line.
+/// Makes the pixels of a row from `first`, an even number, to `end` by either method, and stores them. The writer's red
+/// is the colour of the line.
 /// @param differences  as of the adaptive method; of the other null
 using RowPixelsKernel = void(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences,
-                             std::size_t pixels, std::uint8_t* to);
+                             std::size_t first, std::size_t end, const TargetLine& target);
 
 /// A table of bytes for samples of at most 12 bits that rises slowly, in pieces that registers hold: of 4 samples below
 /// 1024, and of 16 above, which have two rises at most.

@@ -55,7 +55,7 @@ void PartedRowWindow<Sample>::Part(std::uint32_t row) {
   Value* const odd = mValues.At(index + 1);
   Value* const columns[] = {even, odd};
   const auto column = [&](std::int64_t x) -> Value& { return columns[x & 1][x >> 1]; };  // x may be negative
-  kPartRow.template Of<Sample>().Active()(mRows.Row(row), mShape.width, even, odd);
+  kPartRow.template Of<Sample>().Active()(mRows.Row(row), mShape.width, mRows.FetchAhead(), even, odd);
   for (std::int64_t k = 1; k <= std::int64_t{kMirroredColumns}; ++k) {
     column(-k) = column(Mirrored(-k, mShape.width));
     const std::int64_t right = std::int64_t{mShape.width} - 1 + k;

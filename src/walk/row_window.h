@@ -50,8 +50,11 @@ class RowWindow {
     return reinterpret_cast<const std::uint8_t*>(mFirst + (row & mRowMask) * mStride);
   }
 
-  /// Whether rows are in the source. They have to be fetched ahead by those that read them.
+  /// Whether rows are in the source.
   bool IsSource() const { return mIsSource; }
+
+  /// How many bytes ahead those that read rows have to fetch them: 0 if they are not in the source.
+  std::uint32_t FetchAhead() const { return mIsSource ? mFrame.fetchAhead : 0; }
 
   /// The bytes of a sample in a row: those of `Sample`, or 2 where words of the source stay as they are.
   std::size_t SampleBytes() const { return mIsSource ? mSource.format->groupBits / 8 : sizeof(Sample); }

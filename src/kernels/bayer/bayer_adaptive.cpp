@@ -79,7 +79,8 @@ void SubtractGreen(const PartedRows<Value>& rows, const std::int16_t* weights, s
 }
 
 template <std::ptrdiff_t kColor, class Value, class To>
-void AddDifferences(const PartedRows<Value>& rows, const Value* const* around, std::size_t pairs, const To to) {
+void AddDifferences(const PartedRows<Value>& rows, const Value* const* around, std::size_t first, std::size_t end,
+                    const To to) {
   constexpr std::ptrdiff_t kGreen = 1 - kColor;
   const std::ptrdiff_t odd = rows.odd;
   const Value* const row = rows.row[3];
@@ -87,7 +88,7 @@ void AddDifferences(const PartedRows<Value>& rows, const Value* const* around, s
   const Value *const above3 = around[0], *const above = around[2], *const here = around[3], *const below = around[4],
                      *const below3 = around[6];
   const auto white = Numbers<Value>{} + static_cast<Value>(rows.white);
-  for (std::size_t i = 0; i < pairs; i += kNumbers<Value>) {
+  for (std::size_t i = first; i < end; i += kNumbers<Value>) {
     const auto at = [&](const Value* differences, std::ptrdiff_t by) {
       return Read(Column<kColor>(differences, 0, by) + i);
     };
@@ -110,14 +111,17 @@ void AddDifferences(const PartedRows<Value>& rows, const Value* const* around, s
 }
 
 template <class Value, class To>
-void AddRow(const PartedRows<Value>& in, const Value* const* differences, std::size_t pairs, const To& to) {
-  in.color == 0 ? AddDifferences<0>(in, differences, pairs, to) : AddDifferences<1>(in, differences, pairs, to);
+void AddRow(const PartedRows<Value>& in, const Value* const* differences, std::size_t first, std::size_t end,
+            const To& to) {
+  in.color == 0 ? AddDifferences<0>(in, differences, first, end, to)
+                : AddDifferences<1>(in, differences, first, end, to);
 }
 
 template <class Writer>
-void AddTo(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels,
-           std::uint8_t* to) {  // NOLINT(readability-non-const-parameter): a kernel's
-  AddRow(in, differences, (pixels + 1) / 2, ToPixels<Writer>{pixels, to});
+void AddTo(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t first,
+           std::size_t end, const TargetLine& target) {
+  MakePixels<Writer>(first, end, target,
+                     [&](const auto& to) { AddRow(in, differences, first / 2, (end + 1) / 2, to); });
 }
 
 }  // namespace
@@ -150,11 +154,11 @@ AdaptiveKernel<std::uint8_t> BayerAdaptive;
 AdaptiveKernel<std::uint16_t> BayerAdaptive;
 void BayerAdaptive(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pairs,
                    const RowColors<std::uint8_t>& out) {
-  AddRow(in, differences, pairs, ToRows<std::uint8_t>{out});
+  AddRow(in, differences, 0, pairs, ToRows<std::uint8_t>{out});
 }
 void BayerAdaptive(const PartedRows<std::int32_t>& in, const std::int32_t* const* differences, std::size_t pairs,
                    const RowColors<std::uint16_t>& out) {
-  AddRow(in, differences, pairs, ToRows<std::uint16_t>{out});
+  AddRow(in, differences, 0, pairs, ToRows<std::uint16_t>{out});
 }
 
 }  // namespace LmImagingLib::LM_ISA

@@ -30,23 +30,23 @@ inline Colors<Value> ColorsAt(const PartedRows<Value>& in, std::size_t i, Number
 }
 
 template <std::ptrdiff_t kColor, class Value, class To>
-void Filter(const PartedRows<Value>& rows, std::size_t pairs, const To to) {
+void Filter(const PartedRows<Value>& rows, std::size_t first, std::size_t end, const To to) {
   const PartedRows<Value> in = rows;
   const auto white = Numbers<Value>{} + static_cast<Value>(in.white);
-  for (std::size_t i = 0; i < pairs; i += kNumbers<Value>) {
+  for (std::size_t i = first; i < end; i += kNumbers<Value>) {
     to(i, ColorsAt<0, kColor != 0>(in, i, white), ColorsAt<1, kColor == 0>(in, i, white));
   }
 }
 
 template <class Value, class To>
-void FilterRow(const PartedRows<Value>& in, std::size_t pairs, const To& to) {
-  in.color == 0 ? Filter<0>(in, pairs, to) : Filter<1>(in, pairs, to);
+void FilterRow(const PartedRows<Value>& in, std::size_t first, std::size_t end, const To& to) {
+  in.color == 0 ? Filter<0>(in, first, end, to) : Filter<1>(in, first, end, to);
 }
 
 template <class Writer>
-void FilterTo(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/, std::size_t pixels,
-              std::uint8_t* to) {  // NOLINT(readability-non-const-parameter): a kernel's
-  FilterRow(in, (pixels + 1) / 2, ToPixels<Writer>{pixels, to});
+void FilterTo(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*differences*/, std::size_t first,
+              std::size_t end, const TargetLine& target) {
+  MakePixels<Writer>(first, end, target, [&](const auto& to) { FilterRow(in, first / 2, (end + 1) / 2, to); });
 }
 
 }  // namespace
@@ -54,11 +54,11 @@ void FilterTo(const PartedRows<std::int16_t>& in, const std::int16_t* const* /*d
 GradientCorrectedKernel<std::uint8_t> BayerGradientCorrected;
 GradientCorrectedKernel<std::uint16_t> BayerGradientCorrected;
 void BayerGradientCorrected(const PartedRows<std::int16_t>& in, std::size_t pairs, const RowColors<std::uint8_t>& out) {
-  FilterRow(in, pairs, ToRows<std::uint8_t>{out});
+  FilterRow(in, 0, pairs, ToRows<std::uint8_t>{out});
 }
 void BayerGradientCorrected(const PartedRows<std::int32_t>& in, std::size_t pairs,
                             const RowColors<std::uint16_t>& out) {
-  FilterRow(in, pairs, ToRows<std::uint16_t>{out});
+  FilterRow(in, 0, pairs, ToRows<std::uint16_t>{out});
 }
 
 }  // namespace LmImagingLib::LM_ISA

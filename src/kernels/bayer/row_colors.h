@@ -26,16 +26,16 @@ struct ToRows {
 
   const RowColors<Sample> to;
 };
-template <class Writer>
+template <class Writer, class To>
 struct ToPixels {
   void operator()(std::size_t i, const Colors<std::int16_t>& even, const Colors<std::int16_t>& odd) const {
-    std::uint8_t* const at = to + 2 * i * Writer::kBytes;
-    const std::size_t rest = pixels - 2 * i;
+    const To at = to + 2 * i * Writer::kBytes;
+    const std::size_t rest = end - 2 * i;
 #if LM_LANES
     if (rest >= kLanes) {
       StoreBlock(even, odd, at);
     } else {
-      StoreBlock(even, odd, Part{at, rest * Writer::kBytes});
+      StoreBlock(even, odd, Part{Address(at), rest * Writer::kBytes});
     }
 #else
     Writer::Pixel(Pixel(even), at);
@@ -44,8 +44,8 @@ struct ToPixels {
   }
 
 #if LM_LANES
-  template <class To>
-  static void StoreBlock(const Colors<std::int16_t>& even, const Colors<std::int16_t>& odd, To at) {
+  template <class Any>
+  static void StoreBlock(const Colors<std::int16_t>& even, const Colors<std::int16_t>& odd, Any at) {
     if constexpr (Writer::kBytes == 3 && !LM_STORES_IN_TURN) {
       // Two pixels are three words, which move in fewer steps than six bytes.
       constexpr bool kRedFirst = Writer::kFirstColor == First::kRed;
@@ -66,9 +66,23 @@ struct ToPixels {
   }
 #endif
 
-  const std::size_t pixels;
-  std::uint8_t* const to;
+  const std::size_t end;
+  const To to;
 };
+
+/// Hands `make` what stores the pixels of a row from `first` to `end` through a writer.
+template <class Writer, class Make>
+void MakePixels(std::size_t first, std::size_t end, const TargetLine& target, const Make& make) {
+#if LM_LANES
+  const auto address = reinterpret_cast<std::uintptr_t>(target.line + first * Writer::kBytes);
+  if (kHasStreams && target.streams && address % kLanes == 0) {
+    return make(ToPixels<Writer, Stream>{end, Stream{target.line}});
+  }
+#else
+  (void)first;
+#endif
+  make(ToPixels<Writer, std::uint8_t*>{end, target.line});
+}
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
@@ -82,11 +96,11 @@ struct ToPixels {
   LM_EXPORT_ROW_PIXELS_TO(Name##ToBGR32, Make<Interleaved<First::kBlue, 4>>)
 // NOLINTEND(bugprone-macro-parentheses)
 
-#define LM_EXPORT_ROW_PIXELS_TO(Name, ...)                                                                  \
-  namespace LmImagingLib::LM_ISA {                                                                          \
-  RowPixelsKernel Name;                                                                                     \
-  void Name(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t pixels, \
-            std::uint8_t* to) {                                                                             \
-    __VA_ARGS__(in, differences, pixels, to);                                                               \
-  }                                                                                                         \
+#define LM_EXPORT_ROW_PIXELS_TO(Name, ...)                                                                 \
+  namespace LmImagingLib::LM_ISA {                                                                         \
+  RowPixelsKernel Name;                                                                                    \
+  void Name(const PartedRows<std::int16_t>& in, const std::int16_t* const* differences, std::size_t first, \
+            std::size_t end, const TargetLine& target) {                                                   \
+    __VA_ARGS__(in, differences, first, end, target);                                                      \
+  }                                                                                                        \
   }
