@@ -70,10 +70,9 @@ class ToneLanes {
     const __mmask32 isDark = _mm512_cmplt_epu16_mask(l, _mm512_set1_epi16(4096));
     const __m512i scaled = _mm512_mask_slli_epi16(l, isDark, l, 4);
     const __m512i line = _mm512_srli_epi16(scaled, 11);
-    const __m512i base =
-        _mm512_mask_permutexvar_epi16(_mm512_permutexvar_epi16(line, mBase[1]), isDark, line, mBase[0]);
-    const __m512i slope =
-        _mm512_mask_permutexvar_epi16(_mm512_permutexvar_epi16(line, mSlope[1]), isDark, line, mSlope[0]);
+    const __m512i at = _mm512_mask_add_epi16(line, isDark, line, _mm512_set1_epi16(32));  // bit 5 chooses the register
+    const __m512i base = _mm512_permutex2var_epi16(mBase[1], at, mBase[0]);
+    const __m512i slope = _mm512_permutex2var_epi16(mSlope[1], at, mSlope[0]);
     return {_mm512_add_epi16(base, _mm512_mulhi_epu16(slope, scaled)), scaled};
   }
 
