@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
-#include <vector>
 
 #include "LmImagingLib/WhiteBalance.h"
 #include "converters/demosaic_method.h"
 #include "converters/line_decoder.h"
+#include "image/cell_statistics.h"
 #include "image/flags.h"
 #include "image/frames.h"
 #include "image/views.h"
@@ -34,68 +34,6 @@ struct Cells {
   }
 };
 
-/// Sums and histograms of the usable cells.
-class Statistics {
- public:
-  Statistics(unsigned depth, bool histograms)
-      : mLeast(White(depth) / 50), mRange(White(depth) - 2 * mLeast), mDepth(depth) {
-    if (histograms) mCounts.resize(3 * kBins);
-  }
-
-  void Add(std::uint32_t red, std::uint32_t green1, std::uint32_t green2, std::uint32_t blue) {
-    // One comparison a sample: those below the least one wrap.
-    const auto isOutside = [this](std::uint32_t sample) { return sample - mLeast > mRange; };
-    if (isOutside(red) || isOutside(green1) || isOutside(green2) || isOutside(blue)) return;
-    ++mUsable;
-    mSums[0] += red;
-    mSums[1] += green1 + green2;
-    mSums[2] += blue;
-    if (mCounts.empty()) return;
-    ++mCounts[BinOf(red)];
-    ++mCounts[kBins + BinOf((green1 + green2) / 2)];
-    ++mCounts[2 * kBins + BinOf(blue)];
-  }
-
-  /// Adds cells that were added up, those inside of `Least` and `Range`.
-  void AddSums(std::uint64_t cells, std::uint64_t red, std::uint64_t greens, std::uint64_t blue) {
-    mUsable += cells;
-    mSums[0] += red;
-    mSums[1] += greens;
-    mSums[2] += blue;
-  }
-
-  bool HasHistograms() const { return !mCounts.empty(); }
-  std::uint32_t Least() const { return mLeast; }
-  std::uint32_t Range() const { return mRange; }
-  std::size_t Usable() const { return mUsable; }
-
-  double Mean(std::size_t channel) const {
-    const auto sum = static_cast<double>(mSums[channel]);
-    return sum / static_cast<double>(mUsable) / (channel == 1 ? 2 : 1);
-  }
-
-  /// The sample that 99 of 100 cells do not exceed, to the middle of its bin.
-  double Percentile(std::size_t channel) const {
-    std::size_t above = mUsable / 100;
-    std::size_t bin = kBins - 1;
-    for (; bin > 0 && mCounts[channel * kBins + bin] <= above; --bin) above -= mCounts[channel * kBins + bin];
-    return (static_cast<double>(bin) + 0.5) * (White(mDepth) + 1) / kBins;
-  }
-
-  static std::uint32_t White(unsigned depth) { return (1U << depth) - 1; }
-
- private:
-  static constexpr std::size_t kBins = 1024;
-
-  std::size_t BinOf(std::uint32_t sample) const { return sample * std::size_t{kBins} >> mDepth; }
-
-  const std::uint32_t mLeast, mRange;
-  const unsigned mDepth;
-  std::size_t mUsable = 0;
-  std::uint64_t mSums[3] = {};  // of green twice
-  std::vector<std::size_t> mCounts;
-};
-
 template <class Sample>
 std::uint32_t SampleOf(const std::uint8_t* row, std::size_t column) {
   Sample sample;
@@ -104,7 +42,7 @@ std::uint32_t SampleOf(const std::uint8_t* row, std::size_t column) {
 }
 
 template <class Sample>
-void AddMosaic(const SourceType& source, const Frame& frame, const Cells& cells, Statistics& statistics) {
+void AddMosaic(const SourceType& source, const Frame& frame, const Cells& cells, CellStatistics& statistics) {
   RowWindow<Sample> rows(source, frame, frame.sourceWidth, 2, frame.sourceHeight / 2 * 2);
   const Site site = LayoutSite(frame.flags);
   const bool isRedAbove = IsInRedRow(site);
@@ -132,7 +70,7 @@ void AddMosaic(const SourceType& source, const Frame& frame, const Cells& cells,
 }
 
 template <class Sample>
-void AddColors(const SourceType& source, const Frame& frame, const Cells& cells, Statistics& statistics) {
+void AddColors(const SourceType& source, const Frame& frame, const Cells& cells, CellStatistics& statistics) {
   const LineDecoder<Sample> lines(source, frame);
   for (std::uint32_t y = cells.top; y < cells.bottom; y += cells.step) {
     const std::uint8_t* const line = SourceLineAt(frame, y);
@@ -179,19 +117,19 @@ ConversionResult CheckOptions(const WhiteBalanceOptions& options, unsigned depth
                    "; it may be kGrayWorld (0), kWhitePatch (1) or kRectangle (2)");
   }
   for (const double black : {options.black.red, options.black.green, options.black.blue}) {
-    if (!(black >= 0 && black < Statistics::White(depth))) {
+    if (!(black >= 0 && black < CellStatistics::White(depth))) {
       return Refused("options.black has " + std::to_string(black) + "; a level of black is at least 0 and less than " +
-                     Decimal(Statistics::White(depth)) + ", the greatest sample");
+                     Decimal(CellStatistics::White(depth)) + ", the greatest sample");
     }
   }
   return {};
 }
 
 // The gains that make the three levels equal.
-void FindGains(const Statistics& statistics, const WhiteBalanceOptions& options, unsigned depth,
+void FindGains(const CellStatistics& statistics, const WhiteBalanceOptions& options, unsigned depth,
                WhiteBalance& estimate) {
   const double blacks[] = {options.black.red, options.black.green, options.black.blue};
-  const double white = Statistics::White(depth);
+  const double white = CellStatistics::White(depth);
   double* const gains[] = {&estimate.gains.red, &estimate.gains.green, &estimate.gains.blue};
   // A gain is `common` over the channel's level. It is at least white / (white - black), so that a saturated sample
   // becomes white.
@@ -238,7 +176,7 @@ WhiteBalance Estimate(const ConstImageView& source, const WhiteBalanceOptions& o
   Frame frame = SourceFrame(source, lineSize, source.type);
   frame.pixels = frame.sourceWidth;
   frame.flags = static_cast<std::uint32_t>(options.flags);
-  Statistics statistics(depth, options.method == WhiteBalanceOptions::kWhitePatch);
+  CellStatistics statistics(depth, options.method == WhiteBalanceOptions::kWhitePatch);
   if (isMosaic) {
     words ? AddMosaic<std::uint16_t>(type, frame, cells, statistics)
           : AddMosaic<std::uint8_t>(type, frame, cells, statistics);
