@@ -114,8 +114,6 @@ void Demosaicer<Sample>::ConvertCells() {
   TargetLine target = mTarget;
   const Twins<DirectKernel>* const shortcut = ShortcutFor(mMethod, target, mLayoutSite);
   DirectKernel* const convert = shortcut != nullptr ? shortcut->Active() : nullptr;
-  // Without a strip, fetching the target takes a tenth longer.
-  if (convert != nullptr) target.ahead = 0;
   const std::size_t rowBytes = 2 * mPixels * mRows.SampleBytes(), targetBytes = mPixels * mWriter.pixelBytes;
   for (std::uint32_t line = mFirst; line < mEnd; ++line) {
     const std::uint8_t* const top = mRows.Row(2 * line);

@@ -19,9 +19,11 @@ struct CellRows {
   std::size_t odd;
 };
 
-/// Whether pixels can be stored there: registers of 32 bytes are stored in pieces, through the caches.
-template <class To>
-inline constexpr bool kStoresTriples = LM_LANES == 64 || std::is_same_v<To, std::uint8_t*>;
+/// Whether pixels can be stored there: bytes of words are stored in pieces by registers of 32 bytes, through the
+/// caches.
+template <class Sample, std::size_t kSampleBytes, class To>
+inline constexpr bool kStoresTriples = LM_LANES == 64 || sizeof(Sample) == kSampleBytes
+                                       || std::is_same_v<To, std::uint8_t*>;
 
 #if LM_LANES == 64
 
@@ -101,81 +103,96 @@ class CellTriples {
 
 #else
 
-// Where 12 bytes of pixels are taken from, among 16 bytes of groups of four samples. Turned, the last eight come first,
-// and the first four are the last of 16.
-template <class Sample, std::size_t kFirst, std::size_t kGreen, std::size_t kLast>
-struct TripleIndex {
-  static constexpr std::uint8_t At(std::size_t byte, bool turned) {
-    const std::size_t at = turned ? (byte + 4) % 16 : byte;
-    if (at >= 12) return kNoByte;
-    const std::size_t channel = at / sizeof(Sample) % 3;
-    const std::size_t place = channel == 0 ? kFirst : channel == 1 ? kGreen : kLast;
-    return static_cast<std::uint8_t>((at / sizeof(Sample) / 3 * 4 + place) * sizeof(Sample) + at % sizeof(Sample));
+// Three times 16 bytes of pixels are made of 32 bytes of either row: each 16 of the cells that are in 16 bytes from
+// this one on.
+constexpr std::size_t CellsOf(std::size_t sixteen) { return sixteen / 3 * 32 + sixteen % 3 * 8; }
+
+// The cells of a third of a block, each 16 bytes of them where their pixels go.
+template <std::size_t kThird, class Reader, std::size_t... kEight>
+inline U8 LoadCells(const Reader& read, std::size_t line, std::index_sequence<kEight...>) {
+  const U64 v = U64(read(line, kThird * 16));
+  return U8(__builtin_shufflevector(v, v, ((CellsOf(kThird * 2 + kEight / 2) - kThird * 16) / 8 + kEight % 2)...));
+}
+
+// Where the bytes of pixels are in a row of their cells, whose color is channel `kColor`: nowhere, if they are the
+// other row's color.
+template <class Sample, std::size_t kThird, std::size_t kColor, std::size_t kColorColumn>
+struct CellIndex {
+  static constexpr std::uint8_t At(std::size_t lane) {
+    const std::size_t byte = kThird * kLanes + lane, sample = byte / sizeof(Sample), channel = sample % 3;
+    if (channel != 1 && channel != kColor) return kNoByte;
+    const std::size_t cell = sample / 3 * 2 * sizeof(Sample) - CellsOf(byte / 16);
+    const std::size_t column = channel == kColor ? kColorColumn : 1 - kColorColumn;
+    return static_cast<std::uint8_t>(cell + column * sizeof(Sample) + byte % sizeof(Sample));
   }
 };
 
-// The pixels of both halves of a register.
-template <class Index, bool kLowTurned, bool kHighTurned, std::size_t... kLane>
-inline U8 Triples(U8 v, std::index_sequence<kLane...>) {
-  return ShuffleUnits(v, U8{Index::At(kLane % 16, kLane < 16 ? kLowTurned : kHighTurned)...});
-}
-template <class Index, bool kLowTurned, bool kHighTurned>
-inline U8 Triples(U8 v) {
-  return Triples<Index, kLowTurned, kHighTurned>(v, std::make_index_sequence<kLanes>{});
+template <class Index, std::size_t... kLane>
+inline U8 ShuffleCells(U8 cells, std::index_sequence<kLane...>) {
+  return ShuffleUnits(cells, U8{Index::At(kLane)...});
 }
 
-// Stores 48 bytes of pixels. A group is a pair of colors and a pair with a mean of greens. Where `kMore`, four more
-// bytes are stored, over which others are stored later: that saves two steps.
-template <class Index, bool kMore, class Pairs>
-inline void StoreTriples(Pairs colors, Pairs greens, std::uint8_t* to) {
-  const U8 even = Triples<Index, false, false>(U8(ZipHalves<0>(colors, greens)));
-  const U8 odd = Triples<Index, !kMore, !kMore>(U8(ZipHalves<1>(colors, greens)));
-  if constexpr (kMore) {
-    StoreTwelvesAndMore(even, odd, to);
-  } else {
-    StoreTwelves(even, odd, to);
-  }
+// A third of a block: the middle samples of pixels are greens.
+template <std::size_t kThird, class V, std::size_t... kLane>
+inline V WithGreens(V colors, V greens, std::index_sequence<kLane...>) {
+  constexpr std::size_t kCount = sizeof...(kLane);
+  return __builtin_shufflevector(colors, greens, ((kThird * kCount + kLane) % 3 == 1 ? kCount + kLane : kLane)...);
 }
 
-/// Samples of `kSampleBytes` bytes in memory.
+/// Samples that keep their bytes.
 template <class Sample, std::size_t kSampleBytes>
-struct CellTriples {
+class CellTriples {
+ public:
   /// Stores a block of pixels after `change` was applied to their samples.
-  template <bool kEvenFirst, class Reader, class Change>
-  static void StoreBlock(const CellRows<Reader>& rows, const Change& change, std::uint8_t* to) {
-    using V = Lanes<Sample>;
-    using Pairs = typename PairsOf<Sample>::Type;
-    constexpr std::size_t kFirst = kEvenFirst ? 0 : 1;
-    V even[2], odd[2];
-    for (std::size_t k = 0; k < 2; ++k) {
-      even[k] = Row(rows, rows.even, k * kLanes);
-      odd[k] = Row(rows, rows.odd, k * kLanes);
-    }
-    // A load from a sample further moves greens over those of the other row for less than a shift.
-    const V next = Row(rows, rows.even, sizeof(Sample)), before = Row(rows, rows.odd, kLanes - sizeof(Sample));
-    StoreTriples<TripleIndex<Sample, kFirst, 2, 1 - kFirst>, sizeof(Sample) == 2>(
-        Pairs(change(EvenOdd(even[0], odd[0]))), Pairs(change(MeanUp(next, odd[0]))), to);
-    StoreTriples<TripleIndex<Sample, kFirst, 3, 1 - kFirst>, false>(Pairs(change(EvenOdd(even[1], odd[1]))),
-                                                                    Pairs(change(MeanUp(even[1], before))), to + 48);
+  template <bool kEvenFirst, class Reader, class Change, class To>
+  static void StoreBlock(const CellRows<Reader>& rows, const Change& change, To to) {
+    StoreThird<kEvenFirst, 0>(rows, change, to);
+    StoreThird<kEvenFirst, 1>(rows, change, to);
+    StoreThird<kEvenFirst, 2>(rows, change, to);
   }
 
  private:
-  template <class Reader>
-  static Lanes<Sample> Row(const CellRows<Reader>& rows, std::size_t line, std::size_t offset) {
-    const U8 v = rows.read(line, offset);
+  template <bool kEvenFirst, std::size_t kThird, class Reader, class Change, class To>
+  static void StoreThird(const CellRows<Reader>& rows, const Change& change, To to) {
+    constexpr std::size_t kEvenColor = kEvenFirst ? 0 : 2;
+    const auto even = Row<CellIndex<Sample, kThird, kEvenColor, 0>, kThird>(rows.read, rows.even);
+    const auto odd = Row<CellIndex<Sample, kThird, 2 - kEvenColor, 1>, kThird>(rows.read, rows.odd);
+    Store(change(WithGreens<kThird>(even | odd, MeanUp(even, odd), AllLanes<Sample>{})), to + kThird * kLanes);
+  }
+
+  template <class Index, std::size_t kThird, class Reader>
+  static Lanes<Sample> Row(const Reader& read, std::size_t line) {
+    const U8 cells = LoadCells<kThird>(read, line, std::make_index_sequence<kLanes / 8>{});
+    const U8 v = ShuffleCells<Index>(cells, std::make_index_sequence<kLanes>{});
     if constexpr (sizeof(Sample) == 1) {
       return v;
     } else {
-      return U16(v) & static_cast<std::uint16_t>(rows.read.in.mask);
+      // Otherwise g++ masks both rows once more after they are joined.
+      return Pinned(U16(v) & static_cast<std::uint16_t>(read.in.mask));
     }
   }
 };
+
+// Where 12 bytes of pixels are taken from, among cells of four bytes. In the second half of a register, the last eight
+// come first, and the first four are the last of 16.
+template <std::size_t kFirst, std::size_t kGreen, std::size_t kLast>
+constexpr std::uint8_t TripleIndex(std::size_t lane) {
+  const std::size_t at = lane < 16 ? lane : (lane + 4) % 16;
+  if (at >= 12) return kNoByte;
+  const std::size_t place = at % 3 == 0 ? kFirst : at % 3 == 1 ? kGreen : kLast;
+  return static_cast<std::uint8_t>(at / 3 * 4 + place);
+}
+template <std::size_t kFirst, std::size_t kGreen, std::size_t kLast, std::size_t... kLane>
+inline U8 Triples(U8 cells, std::index_sequence<kLane...>) {
+  return ShuffleUnits(cells, U8{TripleIndex<kFirst, kGreen, kLast>(kLane)...});
+}
 
 /// Words that become bytes.
 template <>
 struct CellTriples<std::uint8_t, 2> {
   template <bool kEvenFirst, class Reader, class Change>
   static void StoreBlock(const CellRows<Reader>& rows, const Change& /*change*/, std::uint8_t* to) {
+    constexpr std::make_index_sequence<kLanes> kAll{};
     const std::uint32_t shift = rows.read.in.shift;
     const auto factor = static_cast<std::uint16_t>(0x100U >> shift);
     constexpr std::size_t kFirst = kEvenFirst ? 1 : 2;
@@ -185,9 +202,9 @@ struct CellTriples<std::uint8_t, 2> {
       const U8 even = U8(U16(rows.read(rows.even, k * kLanes)) * factor);
       const U8 cells = EvenOdd(odd, even);
       // Greens of both rows; the mean of a color and itself is the color.
-      StoreTwelvesInTurn(MeanUp(Triples<TripleIndex<std::uint8_t, kFirst, 0, 3 - kFirst>, false, true>(cells),
-                                Triples<TripleIndex<std::uint8_t, kFirst, 3, 3 - kFirst>, false, true>(cells)),
-                         to + 24 * k);
+      StoreTwelvesInTurn(
+          MeanUp(Triples<kFirst, 0, 3 - kFirst>(cells, kAll), Triples<kFirst, 3, 3 - kFirst>(cells, kAll)),
+          to + 24 * k);
     }
   }
 };

@@ -65,25 +65,8 @@ inline U8 LoadUnits(const std::uint8_t* first, const std::uint8_t* second, const
 #endif
 
 #if LM_LANES == 32
-/// Stores 48 bytes, of which each half of `even` and then of `odd` has 12: `even` in order, and `odd` with its last
-/// eight first and its first four in its last four places.
-inline void StoreTwelves(U8 even, U8 odd, std::uint8_t* to) {
-  const __m256i sixteens = _mm256_blend_epi32(Register(even), Register(odd), 0x88);
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm256_castsi256_si128(sixteens));
-  _mm_storel_epi64(reinterpret_cast<__m128i*>(to + 16), _mm256_castsi256_si128(Register(odd)));
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to + 24), _mm256_extracti128_si256(sixteens, 1));
-  _mm_storel_epi64(reinterpret_cast<__m128i*>(to + 40), _mm256_extracti128_si256(Register(odd), 1));
-}
-
-/// Stores both in order, and anything in the four bytes after them.
-inline void StoreTwelvesAndMore(U8 even, U8 odd, std::uint8_t* to) {
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm256_castsi256_si128(Register(even)));
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to + 12), _mm256_castsi256_si128(Register(odd)));
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to + 24), _mm256_extracti128_si256(Register(even), 1));
-  _mm_storeu_si128(reinterpret_cast<__m128i*>(to + 36), _mm256_extracti128_si256(Register(odd), 1));
-}
-
-/// Stores 24 bytes as `StoreTwelves` does: the first half of a register is even, the second one odd.
+/// Stores 24 bytes: the first 12 of the first half of a register, then 12 of the second one, whose last eight come
+/// first and whose first four are in its last four places.
 inline void StoreTwelvesInTurn(U8 v, std::uint8_t* to) {
   const __m128i odd = _mm256_extracti128_si256(Register(v), 1);
   _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm_blend_epi32(_mm256_castsi256_si128(Register(v)), odd, 8));

@@ -5,7 +5,6 @@
 
 #include "simd/kernel.h"
 #include "simd/mosaic.h"
-#include "walk/lines.h"
 #include "walk/row_lookup.h"
 #include "walk/strips.h"
 #include "walk/tap_strips.h"
@@ -76,11 +75,6 @@ RowWindow<Sample>::RowWindow(const SourceType& source, const Frame& frame, std::
   }
 }
 
-template <class Sample>
-const std::uint8_t* RowWindow<Sample>::SourceRow(std::uint32_t row) const {
-  return SourceLineAt(mFrame, row);
-}
-
 // Decodes rows from one on that is not there, as many as leave those that are still needed in the ring.
 template <class Sample>
 void RowWindow<Sample>::Decode(std::uint32_t row) {
@@ -108,8 +102,8 @@ bool RowWindow<Sample>::DecodeJoined(std::uint32_t row, std::uint32_t count) {
     const std::uint32_t first = row & mRowMask;
     const std::uint32_t some = std::min(count, mRowMask + 1 - first);
     Sample* const to = mFirst + first * mStride;
-    format.decode.template Of<Sample>().Active()(mSource.Lines<Sample>(SourceRow(row), 0, mFrame.fetchAhead), 0,
-                                                 std::size_t{some} * mWidth, {to, to, to});
+    format.decode.template Of<Sample>().Active()(mSource.Lines<Sample>(SourceLineAt(mFrame, row), 0, mFrame.fetchAhead),
+                                                 0, std::size_t{some} * mWidth, {to, to, to});
     row += some;
     count -= some;
   }
@@ -134,7 +128,7 @@ void RowWindow<Sample>::LookUpDecoded(std::uint32_t line, DefectRows<Decoded>* d
   if (defects == nullptr && mSource.ShiftOf<std::uint16_t>() == 0 && HasRows<Decoded>(mSource, mFrame)) {
     tables.ahead = mFrame.fetchAhead;
     tables.mask = mSource.MaskOf<std::uint16_t>();
-    return LmImagingLib::LookUpRow<Decoded>(SourceRow(line), mWidth, tables, row);
+    return LmImagingLib::LookUpRow<Decoded>(SourceLineAt(mFrame, line), mWidth, tables, row);
   }
   auto* const decoded = reinterpret_cast<Decoded*>(mDecodedRow.data());
   const auto decode = [this](std::uint32_t from, Decoded* to) { DecodeRow(from, to); };

@@ -9,7 +9,7 @@
 #include "formats/source_type.h"
 #include "simd/strip.h"
 #include "walk/defect_rows.h"
-#include "walk/frame.h"
+#include "walk/lines.h"
 
 namespace LmImagingLib {
 
@@ -45,7 +45,7 @@ class RowWindow {
   /// The samples of a row. Rows are asked for from top to bottom; one is valid until so many later ones were asked for
   /// as are needed at the same time.
   const std::uint8_t* Row(std::uint32_t row) {
-    if (mIsSource) return SourceRow(row);
+    if (mIsSource) return SourceLineAt(mFrame, row);
     if (row >= mDecoded) Decode(row);
     return reinterpret_cast<const std::uint8_t*>(mFirst + (row & mRowMask) * mStride);
   }
@@ -60,7 +60,6 @@ class RowWindow {
   std::size_t SampleBytes() const { return mIsSource ? mSource.format->groupBits / 8 : sizeof(Sample); }
 
  private:
-  const std::uint8_t* SourceRow(std::uint32_t row) const;
   void Decode(std::uint32_t row);
   bool DecodeJoined(std::uint32_t row, std::uint32_t count);
   void LookUpRow(std::uint32_t line, Sample* row);

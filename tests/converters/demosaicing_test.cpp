@@ -115,33 +115,46 @@ TEST_P(Demosaicing, FlatColorsAndLinearGraysComeBack) {
   }
 }
 
-// Of words with stray bits, in each instruction set and layout; a line has whole blocks and a rest.
-TEST(HalfSize, BytesOfWordsAreThoseOfTheirCells) {
+/// Compares a line of half the size in each layout and instruction set. It has whole blocks and a rest, and begins
+/// beside a cache line. `sampleOf` drops the bits of a sample that do not count; results are shifted left by `up`.
+template <class Result, class Source, class SampleOf>
+void ExpectPixelsOfCells(unsigned long from, unsigned long to, const SampleOf& sampleOf, std::uint32_t up) {
   RegisterExtendedFormats();
-  constexpr unsigned long kWidth = 2 * 153, kPixels = kWidth / 2;
+  constexpr unsigned long kWidth = 2 * 713, kPixels = kWidth / 2;
   model::Random random(3);
-  std::uint16_t words[2][kWidth];
-  for (auto& row : words) std::generate_n(row, kWidth, [&] { return static_cast<std::uint16_t>(random()); });
-  const auto byteAt = [&](std::size_t y, std::size_t x) { return words[y][x] >> 4 & 0xFF; };
+  alignas(64) Source room[2 * kWidth + 2];
+  std::generate_n(room, 2 * kWidth + 2, [&] { return static_cast<Source>(random()); });
+  const Source* const samples = room + 2;
+  const auto at = [&](std::size_t y, std::size_t x) { return sampleOf(samples[y * kWidth + x]); };
   for (std::size_t layout = 0; layout < 4; ++layout) {
     // GR, RG, GB and BG: where red is in a cell. Blue is at the other end of its diagonal.
     const unsigned long flag = kLayouts[layout];
     const std::size_t y = flag == ConversionFlags::kBayerGB || flag == ConversionFlags::kBayerBG;
     const std::size_t x = flag == ConversionFlags::kBayerGR || flag == ConversionFlags::kBayerBG;
-    std::uint8_t expected[3 * kPixels];
+    Result expected[3 * kPixels];
     for (std::size_t k = 0; k < kPixels; ++k) {
-      expected[3 * k] = static_cast<std::uint8_t>(byteAt(y, 2 * k + x));
-      expected[3 * k + 1] = static_cast<std::uint8_t>((byteAt(y, 2 * k + 1 - x) + byteAt(1 - y, 2 * k + x) + 1) >> 1);
-      expected[3 * k + 2] = static_cast<std::uint8_t>(byteAt(1 - y, 2 * k + 1 - x));
+      expected[3 * k] = static_cast<Result>(at(y, 2 * k + x) << up);
+      expected[3 * k + 1] = static_cast<Result>((at(y, 2 * k + 1 - x) + at(1 - y, 2 * k + x) + 1) >> 1 << up);
+      expected[3 * k + 2] = static_cast<Result>(at(1 - y, 2 * k + 1 - x) << up);
     }
     ForEachInstructionSet([&] {
-      std::uint8_t pixels[3 * kPixels] = {};
-      PixelTypeFactory::FindConverter(0x20012, 0x420002)
-          ->Convert(words, kWidth, 2, pixels, kPixels, 1, kPixels, 1, flag | ConversionFlags::kHalfSize, 0, nullptr,
-                    nullptr);
+      Result pixels[3 * kPixels] = {};
+      PixelTypeFactory::FindConverter(from, to)->Convert(
+          samples, kWidth, 2, pixels, kPixels, 1, kPixels, 1,
+          flag | ConversionFlags::kHalfSize | ConversionFlags::kFullDepth, 0, nullptr, nullptr);
       EXPECT_TRUE(std::equal(std::begin(expected), std::end(expected), pixels)) << "layout " << layout;
     });
   }
+}
+
+TEST(HalfSize, PixelsAreThoseOfTheirCells) {
+  ExpectPixelsOfCells<std::uint8_t, std::uint8_t>(
+      0x20010, 0x420002, [](std::uint32_t byte) { return byte; }, 0);
+  // Words with stray bits.
+  ExpectPixelsOfCells<std::uint8_t, std::uint16_t>(
+      0x20012, 0x420002, [](std::uint32_t word) { return word >> 4 & 0xFF; }, 0);
+  ExpectPixelsOfCells<std::uint16_t, std::uint16_t>(
+      0x20012, 0x20004, [](std::uint32_t word) { return word & 0xFFF; }, 4);
 }
 
 // Lines of half the size need no room of their own: they are not longer than the rows that they are made of.

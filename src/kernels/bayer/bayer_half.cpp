@@ -75,6 +75,9 @@ struct HalfCells {
   RgbLanes<Sample> Colors() const { return Layout::Block(read, Of<Sample>{}); }
 
 #if LM_HAS_CELL_TRIPLES
+  template <class To>
+  static constexpr bool kStores = kStoresTriples<Sample, kSampleBytes, To>;
+
   template <bool kRedFirst, class Change, class To>
   void StoreTriples(const Change& change, To to) const {
     using Triples = CellTriples<Sample, kSampleBytes>;
@@ -125,7 +128,7 @@ template <First kFirst>
 struct HalfBytes : Interleaved<kFirst, 3> {
   template <class Cells, class To>
   static void Block(const Cells& cells, To to) {
-    if constexpr (kStoresTriples<To>) {
+    if constexpr (Cells::template kStores<To>) {
       cells.template StoreTriples<kFirst == First::kRed>(HalfUnchanged{}, to);
     } else {
       Interleaved<kFirst, 3>::Block(cells.Colors(), to);
@@ -139,25 +142,31 @@ struct HalfWords : ShiftedWords<kFirst, 3> {
 
   template <class Cells, class To>
   void Block(const Cells& cells, To to) const {
-    if constexpr (kStoresTriples<To>) {
-      if (LM_HAS_MASKS || cells.read.in.shift == 0) {
-        return cells.template StoreTriples<kFirst == First::kRed>([this](U16 words) { return this->Shifted(words); },
-                                                                  to);
-      }
-    }
-    ShiftedWords<kFirst, 3>::Block(cells.Colors(), to);
+    cells.template StoreTriples<kFirst == First::kRed>([this](U16 words) { return this->Shifted(words); }, to);
   }
 };
 #else
 template <First kFirst>
 using HalfBytes = FromCells<Interleaved<kFirst, 3>>;
-template <First kFirst>
-using HalfWords = FromCells<ShiftedWords<kFirst, 3>>;
 #endif
 
 template <First kFirst>
 using HalfFours = FromCells<Interleaved<kFirst, 4>>;
 using HalfLineOfWords = HalfLine<std::uint8_t, 2>;
+
+// Without a branch in the loop of words that need no shift to the right, which is most of them. Memory is slower than
+// registers of 64 bytes shift.
+template <First kFirst>
+void ConvertWords(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
+                  std::size_t first) {
+  using Line = HalfLine<std::uint16_t>;
+#if LM_HAS_CELL_TRIPLES
+  if (LM_LANES == 64 || in.shift == 0) {
+    return Direct<Line, HalfWords<kFirst>>::Convert(in, from, count, targets, first);
+  }
+#endif
+  Direct<Line, FromCells<ShiftedWords<kFirst, 3>>>::Convert(in, from, count, targets, first);
+}
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
@@ -173,5 +182,5 @@ LM_EXPORT_DIRECT(BayerWordHalfToRGB24, HalfLineOfWords, HalfBytes<First::kRed>)
 LM_EXPORT_DIRECT(BayerWordHalfToBGR24, HalfLineOfWords, HalfBytes<First::kBlue>)
 LM_EXPORT_DIRECT(BayerWordHalfToRGB32, HalfLineOfWords, HalfFours<First::kRed>)
 LM_EXPORT_DIRECT(BayerWordHalfToBGR32, HalfLineOfWords, HalfFours<First::kBlue>)
-LM_EXPORT_DIRECT(BayerHalfToRGBWords, HalfLine<std::uint16_t>, HalfWords<First::kRed>)
-LM_EXPORT_DIRECT(BayerHalfToBGRWords, HalfLine<std::uint16_t>, HalfWords<First::kBlue>)
+LM_DEFINE_DIRECT(BayerHalfToRGBWords, ConvertWords<First::kRed>)
+LM_DEFINE_DIRECT(BayerHalfToBGRWords, ConvertWords<First::kBlue>)
