@@ -137,7 +137,7 @@ class DirectBlocks {
     std::size_t done = 0;
     for (; count >= kStep; count -= kStep, at += BytesOf<Layout>(kStep), done += kStep * Writer::kBytes) {
       FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at, kStep);
-      // Beside lines that are apart, fetching their targets takes a tenth longer.
+      // Lines that are apart take up to a tenth longer if their targets are fetched.
       if constexpr (!Layout::kIsApart) {
         for (std::uint8_t* const target : to) FetchTarget(To{target} + done, kStep * Writer::kBytes, ahead);
       }
