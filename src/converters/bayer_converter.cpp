@@ -18,10 +18,6 @@ BayerConverter::BayerConverter(const SourceType& source, const Writer& writer, c
       mWriter(writer),
       mShortcuts(writer) {}
 
-unsigned long BayerConverter::GetSourceLineSize(unsigned long pixelCount) const {
-  return DenseLineBytes(*mSource.format, static_cast<std::uint32_t>(pixelCount));
-}
-
 unsigned long BayerConverter::GetLinesPerStep() const { return 2; }
 
 Result BayerConverter::ConvertLine(const void* source, void* destination, unsigned long pixelCount) const {

@@ -16,7 +16,6 @@ class BayerConverter : public LibraryConverter {
  public:
   BayerConverter(const SourceType& source, const Writer& writer, const PixelTypeID& from, const PixelTypeID& to);
 
-  unsigned long GetSourceLineSize(unsigned long pixelCount) const override;
   unsigned long GetLinesPerStep() const override;
   /// @return `NOT_IMPLEMENTED` where no line is above
   LmBaseLib::Result ConvertLastLine(const void* source, void* destination, unsigned long pixelCount) const override;

@@ -2,30 +2,80 @@
 
 #include "converters/converter_info.h"
 #include "converters/demosaic_method.h"
+#include "formats/source_type.h"
 #include "walk/streams.h"
 
 namespace LmImagingLib {
 
 using LmBaseLib::Result;
 
+namespace {
+
+// The members that all frames of a converter have in common.
+Frame FrameOfTypes(PixelTypeID from, PixelTypeID to) {
+  Frame frame;
+  frame.interlaced = (from & kInterlacedFlag) != 0;
+  frame.sourcePlanes = PlaneCount(from);
+  frame.destinationPlanes = PlaneCount(to);
+  return frame;
+}
+
+// The members that follow from the arguments of a conversion. The sizes of lines are there already.
+void Describe(Frame& frame, const RGBFilter* filter, const void* source, unsigned long sourceWidth,
+              unsigned long sourceHeight, void* destination, unsigned long destinationHeight,
+              unsigned long pixelsPerLine, unsigned long lines, unsigned long flags) {
+  frame.source = static_cast<const std::uint8_t*>(source);
+  frame.sourceWidth = U32(sourceWidth);
+  frame.sourceHeight = U32(sourceHeight);
+  frame.secondField = U32(frame.sourceLine * frame.sourceHeight) / 2;
+  frame.fieldLines = U32(lines) / 2 * 2;
+  frame.destination = static_cast<std::uint8_t*>(destination);
+  frame.destinationHeight = U32(destinationHeight);
+  frame.pixels = U32(pixelsPerLine);
+  frame.flags = U32((flags & kLayoutFlags) == 0 ? flags | ConversionFlags::kBayerGR : flags);
+  frame.filter = filter;
+}
+
+}  // namespace
+
 LibraryConverter::LibraryConverter(const PixelTypeID& from, const PixelTypeID& to, std::uint32_t sourcePixelBytes,
                                    std::uint32_t destinationPixelBytes, std::uint32_t pixelsPerStep,
                                    const ConverterTraits& traits)
-    : PixelConverter(from, to, sourcePixelBytes, destinationPixelBytes, pixelsPerStep, 1), mTraits(traits) {
+    : PixelConverter(from, to, sourcePixelBytes, destinationPixelBytes, pixelsPerStep, 1),
+      mTraits(traits),
+      mFrame(FrameOfTypes(from, to)) {
   mInfo->library = this;
+}
+
+unsigned long LibraryConverter::GetSourceLineSize(unsigned long pixelCount) const {
+  if (mTraits.format == nullptr) return U32(mInfo->sourcePixelByteSize * U32(pixelCount));
+  return DenseLineBytes(*mTraits.format, U32(pixelCount));
+}
+
+Result LibraryConverter::Convert(const RGBFilter* filter, const void* source, unsigned long sourceWidth,
+                                 unsigned long sourceHeight, void* destination, unsigned long destinationWidth,
+                                 unsigned long destinationHeight, unsigned long pixelsPerLine, unsigned long lines,
+                                 unsigned long flags, unsigned long destinationPadding, void** /*scratch*/,
+                                 unsigned long* /*scratchSize*/) const {
+  // Small images take less time than calls of virtual functions for what is known.
+  Frame frame = mFrame;
+  frame.sourceLine = LibraryConverter::GetSourceLineSize(sourceWidth);
+  frame.destinationLine = U32(mInfo->destinationPixelByteSize * U32(destinationWidth) + destinationPadding);
+  Describe(frame, filter, source, sourceWidth, sourceHeight, destination, destinationHeight, pixelsPerLine, lines,
+           flags);
+  const StreamScope streams(frame, U32(lines));
+  ConvertLines(frame, 0, U32(lines));
+  return Result::OK;
 }
 
 Result LibraryConverter::Convert(const void* source, unsigned long sourceWidth, unsigned long sourceHeight,
                                  void* destination, unsigned long destinationWidth, unsigned long destinationHeight,
                                  unsigned long pixelsPerLine, unsigned long lines, unsigned long flags,
-                                 unsigned long destinationPadding, void** /*scratch*/,
-                                 unsigned long* /*scratchSize*/) const {
-  Frame frame = FrameOf(*this, source, sourceWidth, sourceHeight, destination, destinationWidth, destinationHeight,
-                        pixelsPerLine, lines, flags, destinationPadding);
-  const auto lineCount = static_cast<std::uint32_t>(lines);
-  const StreamScope streams(frame, lineCount);
-  ConvertLines(frame, 0, lineCount);
-  CurrentThread().filter = nullptr;
+                                 unsigned long destinationPadding, void** scratch, unsigned long* scratchSize) const {
+  const RGBFilter*& filter = CurrentThread().filter;
+  LibraryConverter::Convert(filter, source, sourceWidth, sourceHeight, destination, destinationWidth, destinationHeight,
+                            pixelsPerLine, lines, flags, destinationPadding, scratch, scratchSize);
+  filter = nullptr;
   return Result::OK;
 }
 
@@ -54,23 +104,11 @@ Frame FrameOf(const PixelConverter& converter, const void* source, unsigned long
               unsigned long sourceHeight, void* destination, unsigned long destinationWidth,
               unsigned long destinationHeight, unsigned long pixelsPerLine, unsigned long lines, unsigned long flags,
               unsigned long destinationPadding) {
-  const PixelTypeID from = converter.GetSourceTypeID();
-  Frame frame;
-  frame.source = static_cast<const std::uint8_t*>(source);
+  Frame frame = FrameOfTypes(converter.GetSourceTypeID(), converter.GetDestinationTypeID());
   frame.sourceLine = U32(converter.GetSourceLineSize(sourceWidth));
-  frame.sourceWidth = U32(sourceWidth);
-  frame.sourceHeight = U32(sourceHeight);
-  frame.interlaced = (from & kInterlacedFlag) != 0;
-  frame.secondField = U32(frame.sourceLine * frame.sourceHeight) / 2;
-  frame.fieldLines = U32(lines) / 2 * 2;
-  frame.destination = static_cast<std::uint8_t*>(destination);
   frame.destinationLine = U32(converter.GetDestinationLineSize(destinationWidth) + destinationPadding);
-  frame.destinationHeight = U32(destinationHeight);
-  frame.sourcePlanes = PlaneCount(from);
-  frame.destinationPlanes = PlaneCount(converter.GetDestinationTypeID());
-  frame.pixels = U32(pixelsPerLine);
-  frame.flags = U32((flags & kLayoutFlags) == 0 ? flags | ConversionFlags::kBayerGR : flags);
-  frame.filter = CurrentThread().filter;
+  Describe(frame, CurrentThread().filter, source, sourceWidth, sourceHeight, destination, destinationHeight,
+           pixelsPerLine, lines, flags);
   return frame;
 }
 

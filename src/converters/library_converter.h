@@ -25,7 +25,12 @@ struct ConverterTraits {
 /// thread that it runs in.
 class LibraryConverter : public PixelConverter {
  public:
-  using PixelConverter::Convert;
+  LmBaseLib::Result Convert(const RGBFilter* filter, const void* source, unsigned long sourceWidth,
+                            unsigned long sourceHeight, void* destination, unsigned long destinationWidth,
+                            unsigned long destinationHeight, unsigned long pixelsPerLine, unsigned long lines,
+                            unsigned long flags, unsigned long destinationPadding, void** scratch,
+                            unsigned long* scratchSize) const override;
+  /// Converts with the filter that a converter of an application passes on through the thread.
   LmBaseLib::Result Convert(const void* source, unsigned long sourceWidth, unsigned long sourceHeight,
                             void* destination, unsigned long destinationWidth, unsigned long destinationHeight,
                             unsigned long pixelsPerLine, unsigned long lines, unsigned long flags,
@@ -33,6 +38,8 @@ class LibraryConverter : public PixelConverter {
                             unsigned long* scratchSize) const override;
   /// Converts a line that a converter of an application hands on, in its frame.
   LmBaseLib::Result ConvertLine(const void* source, void* destination, unsigned long pixelCount) const override;
+
+  unsigned long GetSourceLineSize(unsigned long pixelCount) const override;
 
   /// Converts lines `first` to `end`.
   virtual void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const = 0;
@@ -64,7 +71,8 @@ class LibraryConverter : public PixelConverter {
   static Frame HandedLines(const void* source, void* destination, unsigned long pixelCount, std::uint32_t& line);
 
  private:
-  ConverterTraits mTraits;
+  const ConverterTraits mTraits;
+  const Frame mFrame;  // what the frames of all its conversions have in common
 };
 
 /// The frame that the arguments of `PixelConverter::Convert` describe.

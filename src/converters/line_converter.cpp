@@ -165,10 +165,6 @@ LineConverter::LineConverter(const SourceType& source, const Writer& writer, con
       mWriter(writer),
       mShortcut(FindShortcut(source.format->name, writer)) {}
 
-unsigned long LineConverter::GetSourceLineSize(unsigned long pixelCount) const {
-  return DenseLineBytes(*mSource.format, static_cast<std::uint32_t>(pixelCount));
-}
-
 void LineConverter::ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
   const bool words = HasWords(mSource) && mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
   if (words) {
@@ -190,7 +186,7 @@ void LineConverter::Convert(const Frame& frame, std::uint32_t first, std::uint32
     const LineTail tail(*mSource.format, frame, end);
     ForEachLine(frame, first, end, 1, [&](const FrameLine& line) { lines.ConvertWithTail(line, tail); });
   } else {
-    const std::uint32_t pixels = frame.pixels - frame.pixels % mSource.format->groupPixels;
+    const std::uint32_t pixels = frame.pixels - mSource.format->Rest(frame.pixels);
     ForEachLine(frame, first, end, 1,
                 [&](const FrameLine& line) { lines.ConvertPixels(line.source, line.destination, pixels); });
   }
@@ -199,9 +195,10 @@ void LineConverter::Convert(const Frame& frame, std::uint32_t first, std::uint32
 // Whether the lines may be converted as one long line: no gap separates them, and no group of pixels reaches from one
 // into the next. The cost of a line beside its pixels matters to narrow images.
 bool LineConverter::LinesJoin(const Frame& frame, std::uint32_t lines) const {
-  return lines > 1 && !frame.interlaced && frame.pixels % mSource.format->groupPixels == 0 &&
+  const Format& format = *mSource.format;
+  return lines > 1 && !frame.interlaced && format.Rest(frame.pixels) == 0 &&
          std::uint64_t{frame.pixels} * lines <= kMostJoined &&
-         DenseLineBytes(*mSource.format, frame.pixels) == frame.sourceLine &&
+         std::uint64_t{frame.pixels} * format.groupBits == std::uint64_t{frame.sourceLine} * 8 * format.groupPixels &&
          std::size_t{frame.pixels} * mWriter.pixelBytes == frame.destinationLine;
 }
 
@@ -209,7 +206,7 @@ ConversionExtent LineConverter::ExtentOf(const Frame& frame, std::uint32_t lines
   const Format& format = *mSource.format;
   const bool hasLast = HasLastGroup(format, frame.pixels);
   const LineTail tail(format, frame, lines);
-  std::uint32_t pixels = frame.pixels - frame.pixels % format.groupPixels;
+  std::uint32_t pixels = frame.pixels - format.Rest(frame.pixels);
   if (mSource.readout.taps == Readout::Taps::kTwo) pixels = frame.pixels / 2 * 2;
   const std::size_t read =
       hasLast ? tail.BytesRead() : std::size_t{pixels} / format.groupPixels * (format.groupBits / 8);

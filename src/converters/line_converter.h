@@ -13,7 +13,6 @@ class LineConverter : public LibraryConverter {
  public:
   LineConverter(const SourceType& source, const Writer& writer, const PixelTypeID& from, const PixelTypeID& to);
 
-  unsigned long GetSourceLineSize(unsigned long pixelCount) const override;
   void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
   ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const override;
 

@@ -28,7 +28,7 @@ class LineDecoder {
   void ForEachStrip(const std::uint8_t* line, const Use& use) const {
     Strip<Sample> strip;
     const Room<Sample> room{strip.red, strip.green, strip.blue};
-    const std::uint32_t rest = mFrame.pixels % Layout().groupPixels;
+    const std::uint32_t rest = Layout().Rest(mFrame.pixels);
     const std::size_t whole = mFrame.pixels - rest;
     const SourceLines lines = LinesAt(line);
     for (std::size_t at = 0; at < whole; at += kStripPixels) {

@@ -23,7 +23,7 @@ class LineTail {
         mFrame(frame),
         mEnd(end),
         mIsExact(format.groups == WholeGroups::kExact),
-        mPixels(frame.pixels % format.groupPixels),
+        mPixels(format.Rest(frame.pixels)),
         mWholePixels(frame.pixels - mPixels),
         mPresent(mIsExact ? PixelsPresent() : mPixels),
         mOffset(std::size_t{mWholePixels} / format.groupPixels * (format.groupBits / 8)) {}

@@ -71,6 +71,8 @@ struct Format {
   FormatTypes types[9];  ///< up to the first without `make`
 
   constexpr bool Is(LayoutTraits trait) const { return (traits & trait) != 0; }
+  /// The pixels of a line after its last whole group. Groups have a power of two of them.
+  constexpr std::uint32_t Rest(std::uint32_t pixels) const { return pixels & (groupPixels - 1); }
 };
 
 /// A kernel that converts a layout to a writer without a strip, where nothing is looked up.

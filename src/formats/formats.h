@@ -90,10 +90,13 @@ inline constexpr Shortcut kShortcuts[] = {
 #undef LM_WORDS_SHORTCUT
 };
 
-/// Whether a kernel decodes groups of the size that its row says. False for a kernel without a row.
+/// Whether a kernel decodes groups of the size that its row says, with a power of two of pixels. False for a kernel
+/// without a row.
 constexpr bool HasRow(const char* kernel, std::size_t groupPixels, std::size_t groupBytes) {
   for (const Format& format : kFormats) {
-    if (IsSame(format.name, kernel)) return format.groupPixels == groupPixels && format.groupBits == 8 * groupBytes;
+    if (!IsSame(format.name, kernel)) continue;
+    return format.groupPixels == groupPixels && format.groupBits == 8 * groupBytes &&
+           (groupPixels & (groupPixels - 1)) == 0;
   }
   return false;
 }

@@ -60,7 +60,7 @@ std::uint64_t LineBytesOf(const Format& format, std::uint64_t pixels);
 
 /// Whether lines of `pixels` pixels end with pixels to convert that are no whole group.
 inline bool HasLastGroup(const Format& format, std::uint32_t pixels) {
-  return format.groups != WholeGroups::kInside && pixels % format.groupPixels != 0;
+  return format.groups != WholeGroups::kInside && format.Rest(pixels) != 0;
 }
 
 /// Whether groups of the source pass the end of lines of `pixels` pixels.

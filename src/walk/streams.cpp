@@ -61,19 +61,11 @@ bool StreamsAreSlow() {
 const bool kStreamsAreSlow = StreamsAreSlow();
 std::size_t sMostUnstreamed = kStreamsAreSlow ? std::numeric_limits<std::size_t>::max() : LastLevelCache() / 3 * 2;
 
-std::size_t SourceBytes(const Frame& frame, std::uint32_t lines) {
-  return frame.sourceLine * lines * frame.sourcePlanes;
-}
-std::size_t DestinationBytes(const Frame& frame, std::uint32_t lines) {
-  return frame.destinationLine * lines * frame.destinationPlanes;
-}
-
-bool Streams(const Frame& frame, std::uint32_t lines) {
+bool Streams(std::uint32_t flags, std::size_t source, std::size_t destination) {
   // A fourth channel that is made opaque is read again.
-  if ((frame.flags & ConversionFlags::kOpaque) != 0) return false;
-  const std::size_t source = SourceBytes(frame, lines), destination = DestinationBytes(frame, lines);
+  if ((flags & ConversionFlags::kOpaque) != 0) return false;
   if (StreamsPay(source, destination)) return true;
-  return (frame.flags & ConversionFlags::kReadLater) != 0 && !kStreamsAreSlow && source + destination > kSmallImage;
+  return (flags & ConversionFlags::kReadLater) != 0 && !kStreamsAreSlow && source + destination > kSmallImage;
 }
 
 }  // namespace
@@ -85,8 +77,11 @@ bool StreamsPay(std::size_t source, std::size_t destination) {
 
 std::size_t ForceStreamsAbove(std::size_t bytes) { return std::exchange(sMostUnstreamed, bytes); }
 
-StreamScope::StreamScope(Frame& frame, std::uint32_t lines) : mStreams(Streams(frame, lines)) {
-  const std::size_t bytes = SourceBytes(frame, lines) + DestinationBytes(frame, lines);
+StreamScope::StreamScope(Frame& frame, std::uint32_t lines) {
+  const std::size_t source = frame.sourceLine * lines * frame.sourcePlanes;
+  const std::size_t destination = frame.destinationLine * lines * frame.destinationPlanes;
+  const std::size_t bytes = source + destination;
+  mStreams = Streams(frame.flags, source, destination);
   frame.streams = mStreams;
   frame.fetchAhead = mStreams ? kFetchAheadOfStreams : bytes <= kSmallImage ? 0 : kFetchAhead;
   frame.fetchesMoves = mStreams || bytes <= kMostFetchedMoves || kStreamsAreSlow;

@@ -28,7 +28,7 @@ class StreamScope {
   StreamScope& operator=(const StreamScope&) = delete;
 
  private:
-  const bool mStreams;
+  bool mStreams;
 };
 
 }  // namespace LmImagingLib
