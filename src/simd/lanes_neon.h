@@ -25,6 +25,9 @@ inline void StoreInTurn(U16 a, U16 b, U16 c, U16 d, std::uint8_t* to) {
 
 inline U8 LoadHalf(const std::uint8_t* from) { return U8(vcombine_u8(vld1_u8(from), vdup_n_u8(0))); }
 
+/// As many bytes as make a register of words.
+inline U16 LoadWide(const std::uint8_t* from) { return U16(vmovl_u8(vld1_u8(from))); }
+
 /// The bytes of a vector as the upper halves of 16-bit lanes, in two parts whose order only `ClampJoin` knows.
 inline U16 LowWords(U8 v) { return U16(vzip1q_u8(vdupq_n_u8(0), uint8x16_t(v))); }
 inline U16 HighWords(U8 v) { return U16(vzip2q_u8(vdupq_n_u8(0), uint8x16_t(v))); }

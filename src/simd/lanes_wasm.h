@@ -11,6 +11,9 @@ inline void Store(U8 v, Stream to) { Store(v, to.at); }
 
 inline U8 LoadHalf(const std::uint8_t* from) { return U8(wasm_v128_load64_zero(from)); }
 
+/// As many bytes as make a register of words.
+inline U16 LoadWide(const std::uint8_t* from) { return U16(wasm_u16x8_load8x8(from)); }
+
 /// 16 bytes each from `from`, and from every `step` bytes on.
 inline U8 LoadUnits(const std::uint8_t* from, std::size_t /*step*/) { return Load(from); }
 

@@ -173,44 +173,50 @@ struct SingleSample {
 };
 
 #if LM_LANES
-// Where lane i finds the upper byte of word i.
-struct TopIndex {
-  static constexpr std::size_t At(std::size_t lane) { return 2 * lane + 1; }
+// Where lane i finds a byte of word i.
+template <std::size_t kByte>
+struct ByteIndex {
+  static constexpr std::size_t At(std::size_t lane) { return 2 * lane + kByte; }
 };
 
-/// The upper bytes of words.
-inline U8 JoinTops(const WordPair& words) {
+/// The lower bytes of words, or the upper ones, whose `kByte` is 1.
+template <std::size_t kByte>
+inline U8 JoinBytes(const WordPair& words) {
 #if LM_BYTE_SHUFFLE == 64
   const U8 bytes[] = {U8(words.first), U8(words.second)};
-  return Pick<TopIndex>(bytes);
+  return Pick<ByteIndex<kByte>>(bytes);
 #else
+  if constexpr (kByte == 0) return JoinWords(words.first & 0xFF, words.second & 0xFF);
   return JoinWords(words.first >> 8, words.second >> 8);
 #endif
 }
 #endif
 
-/// The upper bytes of such words.
-struct TopBytes : GraySamples<SingleSample, 2> {
+/// The same as a layout: bytes of which every other one is a sample.
+template <std::size_t kByte>
+struct EveryOtherByte : GraySamples<SingleSample, 2> {
 #if LM_LANES
   template <class Reader>
   static U8 Block(const Reader& read, Of<std::uint8_t>) {
 #if LM_LANES == 32
-    return JoinInOrder(U16(read(0, 0)) >> 8, U16(read(0, kLanes)) >> 8);
+    // Words in memory are masked or multiplied by one instruction, and shifted by two.
+    const auto byte = [&read](std::size_t offset) {
+      const auto words = U16(read(0, offset));
+      return kByte == 0 ? words & 0xFF : MultiplyHigh(words, 0x100);
+    };
+    return JoinInOrder(byte(0), byte(kLanes));
 #else
-    return JoinTops(read.Words(0, 0));
+    return JoinBytes<kByte>(read.Words(0, 0));
 #endif
   }
 #endif
 };
 
-/// Brings `count` 16-bit samples to 8 bits, from sample `first` on. The bytes at `to` are fetched `ahead` bytes ahead.
-inline void WordsToBytes(const SourceLines& in, std::size_t first, std::size_t count, std::uint8_t* to,
-                         std::uint32_t ahead) {
-  if (in.shift == 8) {
-    Decoder<TopBytes, std::uint8_t>(0)(in, first, count, {to, to, to, ahead});
-  } else {
-    Decoder<GraySamples<SingleSample, 2>, std::uint8_t>(0)(in, first, count, {to, to, to, ahead});
-  }
+/// Brings 16-bit samples to 8 bits.
+inline Channels<std::uint8_t> WordsToBytes(const SourceLines& in, std::size_t first, std::size_t count,
+                                           const Room<std::uint8_t>& room) {
+  if (in.shift == 8) return Decoder<EveryOtherByte<1>, std::uint8_t>(0)(in, first, count, room);
+  return Decoder<GraySamples<SingleSample, 2>, std::uint8_t>(0)(in, first, count, room);
 }
 
 }  // namespace

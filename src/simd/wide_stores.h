@@ -35,17 +35,27 @@ void StoreWidePixels(const Channels<Sample>& in, const LookupTables<Sample>* tab
 
 #if LM_LANES
 
+/// Shifts words left. Shifts by a number in a register take two steps where a product takes one.
+class ShiftLanes {
+ public:
+  explicit ShiftLanes(std::uint32_t up) : mFactor(static_cast<std::uint16_t>(1U << up)) {}
+
+  U16 operator()(U16 words) const { return words * mFactor; }
+
+ private:
+  std::uint16_t mFactor;
+};
+
 /// Shifts words to the depth of the destination.
 class FitLanes {
  public:
-  explicit FitLanes(const Fit& fit)
-      : mFactor(static_cast<std::uint16_t>(1U << fit.up)), mDown(static_cast<std::uint16_t>(fit.down)) {}
+  explicit FitLanes(const Fit& fit) : mUp(fit.up), mDown(static_cast<std::uint16_t>(fit.down)) {}
 
-  // Shifts by a number in a register take two steps where a product takes one.
-  U16 operator()(U16 words) const { return words * mFactor >> mDown; }
+  U16 operator()(U16 words) const { return mUp(words) >> mDown; }
 
  private:
-  std::uint16_t mFactor, mDown;
+  ShiftLanes mUp;
+  std::uint16_t mDown;
 };
 
 /// A table of words that is a gain.
@@ -95,26 +105,24 @@ void StoreWordBlocks(const Channels<std::uint16_t>& channels, std::size_t count,
   }
 }
 
-// As many bytes as make a register of words. They take one shuffle, and the second half of a register takes three.
-inline U16 LoadWide(const std::uint8_t* from) { return FirstHalf(LoadHalf(from)); }
-
-// A register of words of each channel.
-template <class Writer, class To>
+// A register of words of each channel. Loaded by themselves they take one shuffle, and the second half of a register
+// takes three.
+template <class Writer, class To, class Fit>
 inline void StoreWidened(const std::uint8_t* red, const std::uint8_t* green, const std::uint8_t* blue, To to,
-                         std::uint16_t up) {
-  Writer::Block({LoadWide(red) << up, LoadWide(green) << up, LoadWide(blue) << up}, to);
+                         const Fit& fit) {
+  Writer::Block({fit(LoadWide(red)), fit(LoadWide(green)), fit(LoadWide(blue))}, to);
 }
 
 // Both halves of a register of bytes, as words.
-template <class Writer, class To>
-void StoreWidened(const RgbLanes<std::uint8_t>& in, To to, std::uint16_t up) {
-  Writer::Block({FirstHalf(in.r) << up, FirstHalf(in.g) << up, FirstHalf(in.b) << up}, to);
-  Writer::Block({SecondHalf(in.r) << up, SecondHalf(in.g) << up, SecondHalf(in.b) << up},
+template <class Writer, class To, class Fit>
+void StoreWidened(const RgbLanes<std::uint8_t>& in, To to, const Fit& fit) {
+  Writer::Block({fit(FirstHalf(in.r)), fit(FirstHalf(in.g)), fit(FirstHalf(in.b))}, to);
+  Writer::Block({fit(SecondHalf(in.r)), fit(SecondHalf(in.g)), fit(SecondHalf(in.b))},
                 to + kLanes / 2 * Writer::kBytes);
 }
 
-template <class Writer, class To, class Change>
-void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to, std::uint32_t ahead, std::uint16_t up,
+template <class Writer, class To, class Fit, class Change>
+void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to, std::uint32_t ahead, const Fit fit,
                      const Change change) {
   const std::uint8_t *const red = Alone(in.red), *const green = Alone(in.green), *const blue = Alone(in.blue);
   std::size_t i = 0;
@@ -122,17 +130,17 @@ void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to,
     FetchTarget(to, kLanes * Writer::kBytes, ahead);
     if constexpr (std::is_same_v<Change, AsTheyAre>) {
       constexpr std::size_t kHalf = kLanes / 2;
-      StoreWidened<Writer>(red + i, green + i, blue + i, to, up);
-      StoreWidened<Writer>(red + i + kHalf, green + i + kHalf, blue + i + kHalf, to + kHalf * Writer::kBytes, up);
+      StoreWidened<Writer>(red + i, green + i, blue + i, to, fit);
+      StoreWidened<Writer>(red + i + kHalf, green + i + kHalf, blue + i + kHalf, to + kHalf * Writer::kBytes, fit);
     } else {
-      StoreWidened<Writer>(change(RgbLanes<std::uint8_t>{Load(red + i), Load(green + i), Load(blue + i)}), to, up);
+      StoreWidened<Writer>(change(RgbLanes<std::uint8_t>{Load(red + i), Load(green + i), Load(blue + i)}), to, fit);
     }
   }
   if (i < count) {
     const std::size_t rest = count - i;
     StoreWidened<Writer>(
         change(RgbLanes<std::uint8_t>{LoadPart(red + i, rest), LoadPart(green + i, rest), LoadPart(blue + i, rest)}),
-        Part{Address(to), rest * Writer::kBytes}, up);
+        Part{Address(to), rest * Writer::kBytes}, fit);
   }
 }
 
@@ -157,8 +165,11 @@ void StoreLookedUp(const Channels<std::uint16_t>& in, const LookupTables<std::ui
 template <class Writer, class To>
 void StoreWideTo(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
                  const Fit& fit, To to, std::uint32_t ahead) {
-  const auto up = static_cast<std::uint16_t>(fit.up);
+  const ShiftLanes up(fit.up);
   if (tables == nullptr) {
+    // Gray of 16 bits is most often not shifted, and does little else.
+    if (Writer::kBytes == 2 && fit.up == 0)
+      return StoreByteBlocks<Writer>(in, count, to, ahead, AsTheyAre{}, AsTheyAre{});
     StoreByteBlocks<Writer>(in, count, to, ahead, up, AsTheyAre{});
   } else if (kGainsAreFaster && tables->areGains) {
     StoreByteBlocks<Writer>(in, count, to, ahead, up, LookedUp<GainLanes>(*tables));

@@ -2,4 +2,16 @@
 #include "kernels/decoder.h"
 #include "simd/samples.h"
 
-LM_EXPORT_WIDE_DECODER(Grayscale16, GraySamples<SingleSample, 2>)
+namespace LmImagingLib::LM_ISA {
+
+static_assert(HasRow("Grayscale16", 1, 2));
+
+DecodeKernel<std::uint8_t> Grayscale16;
+Channels<std::uint8_t> Grayscale16(const SourceLines& in, std::size_t first, std::size_t count,
+                                   const Room<std::uint8_t>& room) {
+  return WordsToBytes(in, first, count, room);
+}
+
+}  // namespace LmImagingLib::LM_ISA
+
+LM_DEFINE_DECODER(std::uint16_t, Grayscale16, GraySamples<SingleSample, 2>)

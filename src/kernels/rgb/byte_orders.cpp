@@ -36,14 +36,15 @@ std::size_t StreamBytes(const SourceLines& caller, std::size_t first, std::size_
 
 void NarrowLine(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                 std::size_t first) {
-  std::uint8_t* const to = targets->line + 3 * first;
+  std::uint8_t* to = targets->line + 3 * first;
   std::size_t done = 0;
 #if LM_LANES
   if (kHasStreams && targets->streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
     done = StreamBytes(in, 3 * from, 3 * count, to);
   }
 #endif
-  WordsToBytes(in, 3 * from + done, 3 * count - done, to + done, targets->ahead);
+  to += done;
+  WordsToBytes(in, 3 * from + done, 3 * count - done, {to, to, to, targets->ahead});
 }
 
 }  // namespace

@@ -170,7 +170,7 @@ struct LumaOfWideThrees : SingleLine<ColorSamples<Group_, 2>> {
   static void Blocks(const Reader& read, const Store& store) {
     if constexpr (kTop) {
       U8 window[3];
-      for (std::size_t k = 0; k < 3; ++k) window[k] = JoinTops(read.Words(0, 2 * k * kLanes));
+      for (std::size_t k = 0; k < 3; ++k) window[k] = JoinBytes<1>(read.Words(0, 2 * k * kLanes));
       store(0, RgbLanes<std::uint8_t>{Deinterleave<Group_::kAt[0][0], std::uint8_t>(window),
                                       Deinterleave<Group_::kAt[1][0], std::uint8_t>(window),
                                       Deinterleave<Group_::kAt[2][0], std::uint8_t>(window)});

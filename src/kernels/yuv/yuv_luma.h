@@ -45,7 +45,7 @@ Channels<std::uint8_t> DecodeLuma(const SourceLines& in, std::size_t first, std:
     SourceLines words = in;
     words.shift = Group_::kAt[0][0] == 0 ? 0 : 8;
     words.mask = 0xFF;
-    return Decoder<GraySamples<SingleSample, 2>, std::uint8_t>(0)(words, first, count, room);
+    return Decoder<EveryOtherByte<Group_::kAt[0][0]>, std::uint8_t>(0)(words, first, count, room);
   } else {
     return Decoder<GraySamples<Group_, kSampleBytes>, std::uint8_t>(0)(in, first, count, room);
   }
