@@ -69,7 +69,7 @@ class LineConverter::Lines {
     mTarget.line = destination;
     if (mShortcut != nullptr) {
       ConvertDirectly(mShortcut->convert.Active(), mSteps.groupPixels, mSteps.writer, mLines, pixels, &mTarget, 0);
-    } else if (mNeedsNoStrip && pixels * mSteps.writer.pixelBytes < kFewBytes &&
+    } else if (mNeedsNoStrip && IsInOneGo(destination, pixels * mSteps.writer.pixelBytes) &&
                reinterpret_cast<std::uintptr_t>(destination) % sizeof(Sample) == 0) {
       ConvertWithoutStrip(mSteps, mLines, pixels, mTarget);
     } else {

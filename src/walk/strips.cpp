@@ -127,8 +127,9 @@ void StorePixels(const Channels<Sample>& channels, const StripSteps<Sample>& ste
 StripWalk::StripWalk(std::uint32_t groupPixels, const Writer& writer, const TargetLine& target, std::size_t count,
                      std::size_t first, std::size_t most)
     : mMost(most), mCount(count) {
-  if (target.streams || count * writer.pixelBytes >= kFewBytes) {
-    mNext = PixelsToCacheLine(groupPixels, writer, target.line + first * writer.pixelBytes);
+  const std::uint8_t* const begin = target.line + first * writer.pixelBytes;
+  if (target.streams || !IsInOneGo(begin, count * writer.pixelBytes)) {
+    mNext = PixelsToCacheLine(groupPixels, writer, begin);
   }
   if (mNext == 0) mNext = most;
 }

@@ -59,10 +59,15 @@ template <class Sample>
 void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count, const TargetLine* targets,
                    std::size_t targetCount, std::size_t first);
 
-/// In shorter lines one more strip takes longer than stores that cross cache lines.
-inline constexpr std::size_t kFewBytes = 2048;
+/// Whether a line of so many bytes is stored in one go. Others begin with a strip that ends where the target reaches a
+/// cache line. In short lines one more strip takes longer than stores that cross cache lines.
+inline bool IsInOneGo(const std::uint8_t* target, std::size_t bytes) {
+  constexpr std::size_t kFewBytes = 2048;
+  return bytes < kFewBytes || reinterpret_cast<std::uintptr_t>(target) % kCacheLine == 0;
+}
 
-/// Whether lines of few bytes need no strip: their channels are in the source, or are decoded into the target.
+/// Whether lines that are stored in one go need no strip: their channels are in the source, or are decoded into the
+/// target.
 template <class Sample>
 bool NeedsNoStrip(const StripSteps<Sample>& steps, const TargetLine& target) {
   if (steps.widening != nullptr || steps.matrix != nullptr || target.opaque || target.streams) return false;
@@ -80,7 +85,7 @@ void ConvertWithoutStrip(const StripSteps<Sample>& steps, SourceLines& in, std::
   const std::size_t step = target.planeSize / sizeof(Sample);
   if (sizeof(Sample) == 2) in.up = target.fit.up;
   [[maybe_unused]] const Channels<Sample> channels =
-      steps.decode(in, 0, count, {plane, plane + step, plane + 2 * step});
+      steps.decode(in, 0, count, {plane, plane + step, plane + 2 * step, target.ahead});
   in.up = 0;
   if constexpr (sizeof(Sample) == 1) {
     const bool isThere = channels.red == plane && steps.writer.planes == 1 && steps.tables == nullptr;
