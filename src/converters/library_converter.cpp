@@ -43,11 +43,15 @@ LibraryConverter::LibraryConverter(const PixelTypeID& from, const PixelTypeID& t
                                    const ConverterTraits& traits)
     : PixelConverter(from, to, sourcePixelBytes, destinationPixelBytes, pixelsPerStep, 1),
       mTraits(traits),
-      mFrame(FrameOfTypes(from, to)) {
+      mFrame(FrameOfTypes(from, to)),
+      mHalfBytes(traits.format != nullptr && traits.format->groups != WholeGroups::kExact
+                     ? HalfBytesOfPixel(*traits.format)
+                     : 0) {
   mInfo->library = this;
 }
 
 unsigned long LibraryConverter::GetSourceLineSize(unsigned long pixelCount) const {
+  if (mHalfBytes != 0) return U32(mHalfBytes * U32(pixelCount)) / 2;  // without the division by the pixels of a group
   if (mTraits.format == nullptr) return U32(mInfo->sourcePixelByteSize * U32(pixelCount));
   return DenseLineBytes(*mTraits.format, U32(pixelCount));
 }

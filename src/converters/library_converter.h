@@ -72,7 +72,8 @@ class LibraryConverter : public PixelConverter {
 
  private:
   const ConverterTraits mTraits;
-  const Frame mFrame;  // what the frames of all its conversions have in common
+  const Frame mFrame;              // what the frames of all its conversions have in common
+  const std::uint32_t mHalfBytes;  // of a source pixel, as lines are counted; 0 of layouts that have no such number
 };
 
 /// The frame that the arguments of `PixelConverter::Convert` describe.

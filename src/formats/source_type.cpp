@@ -6,7 +6,7 @@ namespace LmImagingLib {
 
 std::uint32_t DenseLineBytes(const Format& format, std::uint32_t pixels) {
   if (format.groups == WholeGroups::kExact) return static_cast<std::uint32_t>(LineBytesOf(format, pixels));
-  return static_cast<std::uint32_t>(format.groupBits / 4 / format.groupPixels * pixels) >> 1;
+  return HalfBytesOfPixel(format) * pixels / 2;
 }
 
 std::uint64_t LineBytesOf(const Format& format, std::uint64_t pixels) {

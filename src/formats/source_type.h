@@ -51,6 +51,9 @@ inline bool HasWords(const SourceType& source) {
   return source.depth > 8 && source.format->decode.words.of[0] != nullptr;
 }
 
+/// Half bytes of a pixel, of layouts whose lines are counted by them.
+inline std::uint32_t HalfBytesOfPixel(const Format& format) { return format.groupBits / 4 / format.groupPixels; }
+
 /// Bytes of a line, as its beginning is counted: lines of half bytes a pixel that end within a byte share it, unless
 /// the layout begins each with a byte.
 std::uint32_t DenseLineBytes(const Format& format, std::uint32_t pixels);

@@ -87,10 +87,9 @@ StreamScope::StreamScope(Frame& frame, std::uint32_t lines) {
   frame.fetchesMoves = mStreams || bytes <= kMostFetchedMoves || kStreamsAreSlow;
 }
 
-StreamScope::~StreamScope() {
+void StreamScope::End() {
 #if defined(LM_VECTOR_X86)
-  // Only these processors have such stores.
-  if (mStreams) _mm_sfence();
+  _mm_sfence();  // only these processors have such stores
 #endif
 }
 

@@ -23,11 +23,15 @@ class StreamScope {
  public:
   StreamScope(Frame& frame, std::uint32_t lines);
   /// Makes such stores visible to other threads before the next ones.
-  ~StreamScope();
+  ~StreamScope() {
+    if (mStreams) End();
+  }
   StreamScope(const StreamScope&) = delete;
   StreamScope& operator=(const StreamScope&) = delete;
 
  private:
+  static void End();
+
   bool mStreams;
 };
 
