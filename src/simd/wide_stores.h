@@ -113,6 +113,24 @@ inline void StoreWidened(const std::uint8_t* red, const std::uint8_t* green, con
   Writer::Block({fit(LoadWide(red)), fit(LoadWide(green)), fit(LoadWide(blue))}, to);
 }
 
+// Makes bytes the upper ones of words, of gray.
+struct ToTop {
+  U16 operator()(U16 words) const { return words << 8; }
+};
+
+// Bytes in an order that `LowWords` and `HighWords` bring back.
+inline U8 InWordOrder(U8 v) {
+  using Eights = std::uint64_t __attribute__((vector_size(kLanes)));
+  const auto eights = Eights(v);
+#if LM_LANES == 64
+  return U8(__builtin_shufflevector(eights, eights, 0, 4, 1, 5, 2, 6, 3, 7));
+#elif LM_LANES == 32
+  return U8(__builtin_shufflevector(eights, eights, 0, 2, 1, 3));
+#else
+  return U8(eights);
+#endif
+}
+
 // Both halves of a register of bytes, as words.
 template <class Writer, class To, class Fit>
 void StoreWidened(const RgbLanes<std::uint8_t>& in, To to, const Fit& fit) {
@@ -128,7 +146,11 @@ void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to,
   std::size_t i = 0;
   for (; i + kLanes <= count; i += kLanes, to = to + kLanes * Writer::kBytes) {
     FetchTarget(to, kLanes * Writer::kBytes, ahead);
-    if constexpr (std::is_same_v<Change, AsTheyAre>) {
+    if constexpr (std::is_same_v<Fit, ToTop>) {
+      const U8 gray = InWordOrder(Load(red + i));
+      Store(LowWords(gray), to);
+      Store(HighWords(gray), to + kLanes);
+    } else if constexpr (std::is_same_v<Change, AsTheyAre>) {
       constexpr std::size_t kHalf = kLanes / 2;
       StoreWidened<Writer>(red + i, green + i, blue + i, to, fit);
       StoreWidened<Writer>(red + i + kHalf, green + i + kHalf, blue + i + kHalf, to + kHalf * Writer::kBytes, fit);
@@ -167,9 +189,11 @@ void StoreWideTo(const Channels<std::uint8_t>& in, const LookupTables<std::uint8
                  const Fit& fit, To to, std::uint32_t ahead) {
   const ShiftLanes up(fit.up);
   if (tables == nullptr) {
-    // Gray of 16 bits is most often not shifted, and does little else.
-    if (Writer::kBytes == 2 && fit.up == 0)
-      return StoreByteBlocks<Writer>(in, count, to, ahead, AsTheyAre{}, AsTheyAre{});
+    if constexpr (Writer::kBytes == 2) {
+      // Gray of 16 bits has its bytes as the lower or the upper ones of words, and needs no product.
+      if (fit.up == 0) return StoreByteBlocks<Writer>(in, count, to, ahead, AsTheyAre{}, AsTheyAre{});
+      if (fit.up == 8) return StoreByteBlocks<Writer>(in, count, to, ahead, ToTop{}, AsTheyAre{});
+    }
     StoreByteBlocks<Writer>(in, count, to, ahead, up, AsTheyAre{});
   } else if (kGainsAreFaster && tables->areGains) {
     StoreByteBlocks<Writer>(in, count, to, ahead, up, LookedUp<GainLanes>(*tables));
