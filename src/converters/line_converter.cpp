@@ -96,11 +96,12 @@ class LineConverter::Lines {
   }
 
  private:
-  // Whether lines are fetched ahead. Processors keep up by themselves with small images of gray that needs no
-  // unpacking.
+  // Whether lines are fetched ahead. Processors keep up by themselves with gray that needs no unpacking: with bytes
+  // unless they are stored past the caches, with words in small images.
   bool FetchesLines() const {
-    if (!Format().Is(kGray) || !(Format().Is(kBytes) || Format().Is(kWords))) return true;
-    return (mFrame.sourceLine + mFrame.destinationLine) * mFrame.destinationHeight > kMostInSecondCache;
+    if ((Format().Is(kGray) && Format().Is(kBytes)) || (DecodesLuma() && IsByMatrix())) return mFrame.streams;
+    return !(Format().Is(kGray) && Format().Is(kWords)) ||
+           (mFrame.sourceLine + mFrame.destinationLine) * mFrame.destinationHeight > kMostInSecondCache;
   }
   // Whether gray is decoded: of YUV by a matrix, and of layouts that make it at once where no colour is looked up.
   bool DecodesLuma() const {
