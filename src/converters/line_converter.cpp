@@ -97,11 +97,13 @@ class LineConverter::Lines {
 
  private:
   // Whether lines are fetched ahead. Processors keep up by themselves with gray that needs no unpacking: with bytes
-  // unless they are stored past the caches, with words in small images.
+  // unless they are stored past the caches, with words that stay words in small images.
   bool FetchesLines() const {
-    if ((Format().Is(kGray) && Format().Is(kBytes)) || (DecodesLuma() && IsByMatrix())) return mFrame.streams;
-    return !(Format().Is(kGray) && Format().Is(kWords)) ||
-           (mFrame.sourceLine + mFrame.destinationLine) * mFrame.destinationHeight > kMostInSecondCache;
+    const bool fromBytes = Format().Is(kGray) && Format().Is(kBytes);
+    const bool fromWords = Format().Is(kGray) && Format().Is(kWords);
+    const bool toGrayBytes = mSteps.writer.pixelBytes == 1 && mSteps.writer.planes == 1;
+    if (fromBytes || (fromWords && toGrayBytes) || (DecodesLuma() && IsByMatrix())) return mFrame.streams;
+    return !fromWords || (mFrame.sourceLine + mFrame.destinationLine) * mFrame.destinationHeight > kMostInSecondCache;
   }
   // Whether gray is decoded: of YUV by a matrix, and of layouts that make it at once where no colour is looked up.
   bool DecodesLuma() const {
