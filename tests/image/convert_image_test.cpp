@@ -188,6 +188,7 @@ TEST_F(ConvertImageTest, SmallMosaicsEqualTheModel) {
 }
 
 TEST(RequiredSize, IsWhatConversionsReadAndWrite) {
+  RegisterExtendedFormats();
   const struct {
     PixelTypeID type;
     unsigned long width, height;
@@ -213,6 +214,9 @@ TEST(RequiredSize, IsWhatConversionsReadAndWrite) {
     {0x440006, 8, 2, 0, 24},
     {0x440006, 6, 2, 0, 9 + 10},  // up to the V of the fifth and sixth pixel
     {0x440006, 7, 2, 0, 10 + 11},
+    {0x41080A, 5, 3, 0, 3 * 7},  // lines of packed extended formats begin with a byte
+    {0x42094E, 3, 2, 0, 2 * 6},
+    {0x420A0C, 3, 2, 0, 2 * 14},
     {0x210001, 4, 3, 0, 12},
     {0x31337, 4, 3, 0, std::nullopt},
     {0x20011, 0xFFFFFFFF, 1, 0, std::nullopt},
@@ -228,6 +232,7 @@ TEST(RequiredSize, IsWhatConversionsReadAndWrite) {
     EXPECT_EQ(RequiredSize(c.type, c.width, c.height, c.lineSize), c.bytes)
         << std::hex << c.type << std::dec << ", " << c.width << " x " << c.height << " in lines of " << c.lineSize;
   }
+  EXPECT_EQ(PixelTypeFactory::FindPixelType(0x41080A)->GetBufferSizeFor(5, 3), 21U);
 }
 
 }  // namespace
