@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "LmImagingLib/Extended.h"
 #include "LmImagingLib/PixelTypeFactory.h"
 #include "factory/own_entries.h"
 #include "model/registered.h"
@@ -10,7 +11,7 @@
 namespace LmImagingLib {
 namespace {
 
-/// The types that a walk visits, without those of other tests.
+/// The types that a walk visits, without those of other tests. Each is described as in the model.
 std::vector<PixelTypeID> BuiltinTypes(const PixelTypeAttributes& attributes) {
   std::vector<PixelTypeID> ids;
   const unsigned long count = PixelTypeFactory::CountPixelTypes(attributes);
@@ -20,7 +21,13 @@ std::vector<PixelTypeID> BuiltinTypes(const PixelTypeAttributes& attributes) {
       ADD_FAILURE() << "type " << i << " of " << count << " is missing";
       break;
     }
-    if (type->GetTypeID() >> 32 == 0) ids.push_back(type->GetTypeID());
+    const PixelTypeID id = type->GetTypeID();
+    if (id >> 32 != 0) continue;
+    ids.push_back(id);
+    const model::Source& expected = model::SourceOf(id);
+    EXPECT_EQ(type->GetPixelBitSize(), expected.bits) << std::hex << id;
+    EXPECT_EQ(type->GetPixelByteSize(), expected.bytes) << std::hex << id;
+    EXPECT_EQ(type->IsBayerPattern(), expected.family == model::Family::BAYER) << std::hex << id;
   }
   for (const unsigned long past : {count, ~0UL}) {
     EXPECT_EQ(PixelTypeFactory::CreatePixelType(past, attributes), nullptr);
@@ -29,6 +36,7 @@ std::vector<PixelTypeID> BuiltinTypes(const PixelTypeAttributes& attributes) {
 }
 
 TEST(AttributeQueries, AskForEachAttributeAloneAndTogether) {
+  RegisterExtendedFormats();
   const auto matches = [](const PixelTypeAttributes& a) {
     std::vector<PixelTypeID> ids;
     const auto flag = [](const std::optional<bool>& wanted, bool set) { return !wanted || *wanted == set; };

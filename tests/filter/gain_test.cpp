@@ -54,17 +54,6 @@ TEST(Gain, CoversWhatCamerasUse) {
   }
 }
 
-TEST(Gain, IsNoneOfOtherCurves) {
-  unsigned char table[256];
-  FillWithGain(1.5, table);
-  table[0] = 1;
-  EXPECT_FALSE(FindGain(table)) << "offset";
-  for (unsigned i = 0; i < 256; ++i) table[i] = static_cast<unsigned char>(255 - i);
-  EXPECT_FALSE(FindGain(table)) << "negative";
-  for (unsigned i = 0; i < 256; ++i) table[i] = static_cast<unsigned char>(i * i / 255);
-  EXPECT_FALSE(FindGain(table)) << "gamma";
-}
-
 // The multiplications of gains, and the tables that were derived of them, are given up when an entry is set.
 TEST(Gain, AnEntryThatIsSetLaterCounts) {
   RegisterExtendedFormats();
