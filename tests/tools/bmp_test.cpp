@@ -4,26 +4,18 @@ namespace {
 
 class Bmp : public ToolTest {
  protected:
-  static std::uint32_t Get32(const Bytes& file, std::size_t offset) {
-    return file[offset] | std::uint32_t{file[offset + 1]} << 8 | std::uint32_t{file[offset + 2]} << 16 |
-           std::uint32_t{file[offset + 3]} << 24;
-  }
-
   // The pixels, top row first and without padding, of a file that must hold to the letter of the format.
   static Bytes Pixels(const Bytes& file, std::uint32_t width, std::uint32_t height) {
     const std::uint32_t stride = (width * 3 + 3) / 4 * 4;
     EXPECT_EQ(file.size(), 54 + stride * height);
     if (file.size() != 54 + stride * height) return {};
-    EXPECT_EQ(file[0], 'B');
-    EXPECT_EQ(file[1], 'M');
-    EXPECT_EQ(Get32(file, 2), file.size());
-    EXPECT_EQ(Get32(file, 10), 54U);  // where pixels begin
-    EXPECT_EQ(Get32(file, 14), 40U);
-    EXPECT_EQ(Get32(file, 18), width);
-    EXPECT_EQ(Get32(file, 22), height);
-    EXPECT_EQ(Get32(file, 26), 1U | 24U << 16);  // planes, bits a pixel
-    EXPECT_EQ(Get32(file, 30), 0U);              // not compressed
-    EXPECT_EQ(Get32(file, 34), stride * height);
+    // From the size of the file on: where pixels begin, planes and bits a pixel, no compression.
+    Bytes header{'B', 'M'};
+    for (const std::uint32_t field :
+         {54 + stride * height, 0U, 54U, 40U, width, height, 1U | 24U << 16, 0U, stride * height}) {
+      for (unsigned shift = 0; shift < 32; shift += 8) header.push_back(static_cast<std::uint8_t>(field >> shift));
+    }
+    EXPECT_EQ(Bytes(file.begin(), file.begin() + 38), header);
     Bytes pixels;
     for (std::uint32_t y = height; y-- > 0;) {
       const auto row = file.begin() + 54 + y * stride;

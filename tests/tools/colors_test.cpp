@@ -51,6 +51,7 @@ TEST_F(ToolColors, CurvesFollowTheFormula) {
       {"--black 64 --gain 2,1,1.25 --tone bt709", {158, 158, 158}},
       {"--black 64 --gain 2,1,1.25 --tone 2", {159, 159, 159}},
       {"--offset -16,-16,-255", {50, 100, 0}},
+      {"--gain 1.5,1,2 --offset 3,0,100", {102, 116, 255}},
       {"--matrix 0,1,0,0,1,0,0,1,0 --black 64", {100, 100, 100}},
       {"--defects on --black 64 --gain 2,1,1.25 --tone srgb", {167, 167, 167}},
   };

@@ -131,17 +131,6 @@ TEST_F(ConvertFiles, PaddedLinesAreRead) {
   EXPECT_EQ(Read("out.raw"), (Bytes{5, 6, 7, 8}));
 }
 
-// A camera's name tells the layout of the mosaic, of the source as of the destination.
-TEST_F(ConvertFiles, NamesOfCamerasTellTheMosaic) {
-  RunSilently("synth frame.raw --type BayerBG12Packed --size 16x12");
-  RunSilently("convert frame.raw named.raw --from BayerBG12Packed --to RGB8 --size 16x12");
-  RunSilently("convert frame.raw coded.raw --from 0x010C002D --to 35127316 --size 16x12");
-  RunSilently("convert frame.raw told.raw --from 0x20040 --bayer BG --to RGB8 --size 16x12");
-  EXPECT_EQ(Read("named.raw"), Read("told.raw"));
-  EXPECT_EQ(Read("coded.raw"), Read("told.raw"));
-  RunSilently("convert frame.raw mosaic.raw --from BayerBG12Packed --to BayerBG8 --bayer BG --size 16x12");
-}
-
 // Nothing but a terminal is shown progress.
 TEST_F(ConvertFiles, ProgressIsForTerminals) {
   Write("movie.raw", Bytes(50));

@@ -26,6 +26,8 @@ TEST(NamedTypes, AreFoundByCamerasNamesFirst) {
                {"Bayer10 (CSI-2)", 0x42094A, 0, 0},
                {"0x0220001D", 0x20A20, 0, 0},
                {"0x20A20", 0x20A20, 0, 0},
+               {"0x010C002D", 0x20040, kBayerBG, 0},
+               {"35127316", 0x420002, 0, 0},
                {"YCbCr422_8", 0x40001, 0, kFullRange},
                {"YCbCr709_8_CbYCr", 0x440007, 0, kBT709},
                {"pGAA", 0x42094A, kBayerGB, 0},  // two fourccs that the case of a letter tells apart
