@@ -75,7 +75,12 @@ class WideGainLanes {
 /// The change of each channel's words before they are stored.
 template <class Change>
 struct WordChanges {
-  RgbLanes<std::uint16_t> operator()(const RgbLanes<std::uint16_t>& in) const {
+#if LM_LANES < 64
+  // g++ would rather call it from several loops, which takes a fourth longer with gains.
+  [[gnu::always_inline]]
+#endif
+  RgbLanes<std::uint16_t>
+  operator()(const RgbLanes<std::uint16_t>& in) const {
     return {red(in.r), green(in.g), blue(in.b)};
   }
 
