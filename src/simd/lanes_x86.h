@@ -44,8 +44,7 @@ inline U8 LoadHalf(const std::uint8_t* from) {
 inline U8 LoadHalf(const std::uint8_t* from) { return U8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from))); }
 #endif
 
-/// As many bytes as make a register of words. Written as a shuffle, g++ loads them by
-/// an instruction of its own.
+/// As many bytes as make a register of words. Written as a shuffle, g++ loads them by an instruction of its own.
 inline U16 LoadWide(const std::uint8_t* from) {
 #if LM_LANES == 64
   return U16(_mm512_cvtepu8_epi16(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(from))));
