@@ -21,7 +21,7 @@ inline __m512i CountRises(__m512i tone, __m512i entry, __m512i rises) {
 class PartLanes {
  public:
   explicit PartLanes(const SampleParts& parts)
-      : mWindow(parts.window), mWindowPiece(Fill(parts.windowPiece)), mLeast(parts.least), mRises(parts.rises) {}
+      : mWindowPiece(Fill(parts.windowPiece)), mWindow(parts.window), mLeast(parts.least), mRises(parts.rises) {}
 
   /// @param low  the lower 8 bits of each sample
   /// @param high  the same without the lowest 4 bits
@@ -72,8 +72,8 @@ class PartLanes {
     return _mm512_and_si512(_mm512_multishift_epi64_epi8(_mm512_add_epi8(from, ofByte), rises), bits);
   }
 
-  const std::uint8_t* const mWindow;
   const U8 mWindowPiece;
+  const std::uint8_t* const mWindow;
   const Pieces mLeast, mRises;
 };
 
