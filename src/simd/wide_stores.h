@@ -125,14 +125,12 @@ struct ToTop {
 
 // Bytes in an order that `LowWords` and `HighWords` bring back.
 inline U8 InWordOrder(U8 v) {
-  using Eights = std::uint64_t __attribute__((vector_size(kLanes)));
-  const auto eights = Eights(v);
 #if LM_LANES == 64
-  return U8(__builtin_shufflevector(eights, eights, 0, 4, 1, 5, 2, 6, 3, 7));
+  return U8(__builtin_shufflevector(U64(v), U64(v), 0, 4, 1, 5, 2, 6, 3, 7));
 #elif LM_LANES == 32
-  return U8(__builtin_shufflevector(eights, eights, 0, 2, 1, 3));
+  return U8(__builtin_shufflevector(U64(v), U64(v), 0, 2, 1, 3));
 #else
-  return U8(eights);
+  return v;
 #endif
 }
 
