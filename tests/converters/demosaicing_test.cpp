@@ -118,7 +118,7 @@ TEST_P(Demosaicing, FlatColorsAndLinearGraysComeBack) {
 /// Compares a line of half the size in each layout and instruction set. It has whole blocks and a rest, and begins
 /// beside a cache line. `sampleOf` drops the bits of a sample that do not count; results are shifted left by `up`.
 template <class Result, class Source, class SampleOf>
-void ExpectPixelsOfCells(unsigned long from, unsigned long to, const SampleOf& sampleOf, std::uint32_t up) {
+void ExpectPixelsOfCells(PixelTypeID from, PixelTypeID to, const SampleOf& sampleOf, std::uint32_t up) {
   RegisterExtendedFormats();
   constexpr unsigned long kWidth = 2 * 713, kPixels = kWidth / 2;
   model::Random random(3);
