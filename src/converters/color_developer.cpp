@@ -1,7 +1,7 @@
 #include "converters/color_developer.h"
 
-#include "converters/demosaicer.h"
 #include "converters/line_decoder.h"
+#include "converters/steps_after_demosaicing.h"
 #include "filter/development_tables.h"
 #include "walk/lines.h"
 #include "walk/row_lookup.h"

@@ -22,17 +22,6 @@ struct MosaicSource {
   std::uint32_t width;  ///< samples of a row that may be read
 };
 
-/// The bits of the words that are demosaiced, of a source of `depth` bits: more where a curve is looked up before.
-std::uint32_t DepthOfRows(const Frame& frame, std::uint32_t depth, const Writer& writer);
-
-/// The steps of a pixel after it got its colours from samples of bytes or of words. `decode` is left to the caller.
-template <class Sample>
-StripSteps<Sample> StepsAfterDemosaicing(const Frame& frame, std::uint32_t depth, const Writer& writer);
-
-/// How such samples get into words.
-template <class Sample>
-Fit FitAfterDemosaicing(const Frame& frame, std::uint32_t depth, const Writer& writer);
-
 /// Demosaics lines `first` to `end` of a frame with samples of bytes or of words, by a method that reads rows as they
 /// are: of pairs, or of half size.
 template <class Sample>

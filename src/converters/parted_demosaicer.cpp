@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "converters/adaptive_rows.h"
+#include "converters/steps_after_demosaicing.h"
 #include "walk/lines.h"
 
 namespace LmImagingLib {
