@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simd/cell_words.h"
 #include "simd/interleave.h"
 #include "simd/samples.h"
 
@@ -116,14 +117,13 @@ inline U8 LoadCells(const Reader& read, std::size_t line, std::index_sequence<kE
 
 // Where the bytes of pixels are in a row of their cells, whose color is channel `kColor`: nowhere, if they are the
 // other row's color.
-template <class Sample, std::size_t kThird, std::size_t kColor, std::size_t kColorColumn>
+template <std::size_t kThird, std::size_t kColor, std::size_t kColorColumn>
 struct CellIndex {
   static constexpr std::uint8_t At(std::size_t lane) {
-    const std::size_t byte = kThird * kLanes + lane, sample = byte / sizeof(Sample), channel = sample % 3;
+    const std::size_t byte = kThird * kLanes + lane, channel = byte % 3;
     if (channel != 1 && channel != kColor) return kNoByte;
-    const std::size_t cell = sample / 3 * 2 * sizeof(Sample) - CellsOf(byte / 16);
     const std::size_t column = channel == kColor ? kColorColumn : 1 - kColorColumn;
-    return static_cast<std::uint8_t>(cell + column * sizeof(Sample) + byte % sizeof(Sample));
+    return static_cast<std::uint8_t>(byte / 3 * 2 - CellsOf(byte / 16) + column);
   }
 };
 
@@ -133,43 +133,57 @@ inline U8 ShuffleCells(U8 cells, std::index_sequence<kLane...>) {
 }
 
 // A third of a block: the middle samples of pixels are greens.
-template <std::size_t kThird, class V, std::size_t... kLane>
-inline V WithGreens(V colors, V greens, std::index_sequence<kLane...>) {
-  constexpr std::size_t kCount = sizeof...(kLane);
-  return __builtin_shufflevector(colors, greens, ((kThird * kCount + kLane) % 3 == 1 ? kCount + kLane : kLane)...);
+template <std::size_t kThird, std::size_t... kLane>
+inline U8 WithGreens(U8 colors, U8 greens, std::index_sequence<kLane...>) {
+  return __builtin_shufflevector(colors, greens, ((kThird * kLanes + kLane) % 3 == 1 ? kLanes + kLane : kLane)...);
 }
 
-/// Samples that keep their bytes.
 template <class Sample, std::size_t kSampleBytes>
-class CellTriples {
- public:
-  /// Stores a block of pixels after `change` was applied to their samples.
+struct CellTriples;
+
+/// Bytes.
+template <>
+struct CellTriples<std::uint8_t, 1> {
+  /// Stores a block of pixels.
   template <bool kEvenFirst, class Reader, class Change, class To>
-  static void StoreBlock(const CellRows<Reader>& rows, const Change& change, To to) {
-    StoreThird<kEvenFirst, 0>(rows, change, to);
-    StoreThird<kEvenFirst, 1>(rows, change, to);
-    StoreThird<kEvenFirst, 2>(rows, change, to);
+  static void StoreBlock(const CellRows<Reader>& rows, const Change& /*change*/, To to) {
+    StoreThird<kEvenFirst, 0>(rows, to);
+    StoreThird<kEvenFirst, 1>(rows, to);
+    StoreThird<kEvenFirst, 2>(rows, to);
   }
 
  private:
-  template <bool kEvenFirst, std::size_t kThird, class Reader, class Change, class To>
-  static void StoreThird(const CellRows<Reader>& rows, const Change& change, To to) {
+  template <bool kEvenFirst, std::size_t kThird, class Reader, class To>
+  static void StoreThird(const CellRows<Reader>& rows, To to) {
     constexpr std::size_t kEvenColor = kEvenFirst ? 0 : 2;
-    const auto even = Row<CellIndex<Sample, kThird, kEvenColor, 0>, kThird>(rows.read, rows.even);
-    const auto odd = Row<CellIndex<Sample, kThird, 2 - kEvenColor, 1>, kThird>(rows.read, rows.odd);
-    Store(change(WithGreens<kThird>(even | odd, MeanUp(even, odd), AllLanes<Sample>{})), to + kThird * kLanes);
+    const U8 even = Row<CellIndex<kThird, kEvenColor, 0>, kThird>(rows.read, rows.even);
+    const U8 odd = Row<CellIndex<kThird, 2 - kEvenColor, 1>, kThird>(rows.read, rows.odd);
+    constexpr std::make_index_sequence<kLanes> kAll{};
+    Store(WithGreens<kThird>(even | odd, MeanUp(even, odd), kAll), to + kThird * kLanes);
   }
 
   template <class Index, std::size_t kThird, class Reader>
-  static Lanes<Sample> Row(const Reader& read, std::size_t line) {
+  static U8 Row(const Reader& read, std::size_t line) {
     const U8 cells = LoadCells<kThird>(read, line, std::make_index_sequence<kLanes / 8>{});
-    const U8 v = ShuffleCells<Index>(cells, std::make_index_sequence<kLanes>{});
-    if constexpr (sizeof(Sample) == 1) {
-      return v;
-    } else {
-      // Otherwise g++ masks both rows once more after they are joined.
-      return Pinned(U16(v) & static_cast<std::uint16_t>(read.in.mask));
-    }
+    return ShuffleCells<Index>(cells, std::make_index_sequence<kLanes>{});
+  }
+};
+
+/// Words that keep their bytes.
+template <>
+struct CellTriples<std::uint16_t, 2> {
+  /// Stores a block of pixels after `change` was applied to their samples.
+  template <bool kEvenFirst, class Reader, class Change, class To>
+  static void StoreBlock(const CellRows<Reader>& rows, const Change& change, To to) {
+    const auto mask = static_cast<std::uint16_t>(rows.read.in.mask);
+    const auto even = [&](std::size_t offset) { return U16(rows.read(rows.even, offset)); };
+    const auto odd = [&](std::size_t offset) { return U16(rows.read(rows.odd, offset)); };
+    const auto colors = [&](U16 words) { return change(Change::kClears ? words : words & mask); };
+    const U16 secondEven = Pinned(even(kLanes)), firstOdd = Pinned(odd(0));
+    const U16 evenGreens = EvenOdd(even(2), secondEven) & mask, oddGreens = EvenOdd(firstOdd, odd(kLanes - 2)) & mask;
+    StoreWordCells<kEvenFirst>({{colors(EvenOdd(even(0), firstOdd)), colors(EvenOdd(secondEven, odd(kLanes)))},
+                                change(MeanUp(evenGreens, oddGreens))},
+                               to);
   }
 };
 

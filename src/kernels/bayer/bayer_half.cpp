@@ -136,13 +136,23 @@ struct HalfBytes : Interleaved<kFirst, 3> {
   }
 };
 
-template <First kFirst>
+/// Shifts words up. @param kClears  whether that leaves nothing of what is above a sample
+template <class Words, bool kClears_>
+struct HalfShift {
+  static constexpr bool kClears = kClears_;
+
+  U16 operator()(U16 words) const { return writer.Shifted(words); }
+
+  const Words& writer;
+};
+
+template <First kFirst, bool kClears>
 struct HalfWords : ShiftedWords<kFirst, 3> {
   using ShiftedWords<kFirst, 3>::ShiftedWords;
 
   template <class Cells, class To>
   void Block(const Cells& cells, To to) const {
-    cells.template StoreTriples<kFirst == First::kRed>([this](U16 words) { return this->Shifted(words); }, to);
+    cells.template StoreTriples<kFirst == First::kRed>(HalfShift<HalfWords, kClears>{*this}, to);
   }
 };
 #else
@@ -160,9 +170,14 @@ template <First kFirst>
 void ConvertWords(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                   std::size_t first) {
   using Line = HalfLine<std::uint16_t>;
+#if LM_LANES == 32
+  if (in.shift == 0 && (in.mask << targets[0].fit.up & 0x8000U) != 0) {
+    return Direct<Line, HalfWords<kFirst, true>>::Convert(in, from, count, targets, first);
+  }
+#endif
 #if LM_HAS_CELL_TRIPLES
   if (LM_LANES == 64 || in.shift == 0) {
-    return Direct<Line, HalfWords<kFirst>>::Convert(in, from, count, targets, first);
+    return Direct<Line, HalfWords<kFirst, false>>::Convert(in, from, count, targets, first);
   }
 #endif
   Direct<Line, FromCells<ShiftedWords<kFirst, 3>>>::Convert(in, from, count, targets, first);
