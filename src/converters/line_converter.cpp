@@ -7,9 +7,12 @@
 #include "filter/filter_tables.h"
 #include "formats/yuv_matrices.h"
 #include "walk/lines.h"
+#include "walk/streams.h"
 #include "walk/tap_strips.h"
 
 namespace LmImagingLib {
+
+using LmBaseLib::Result;
 
 namespace {
 
@@ -47,7 +50,7 @@ class LineConverter::Lines {
         mFrame(frame),
         mInFull(converter.mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0),
         mMatrix(MatrixOf(frame.flags, IsLuma(converter.mWriter))),
-        mSteps{Decoder(), Format().groupPixels, IsPlain(), nullptr, StoredBy()},
+        mSteps{Decoder().Active(), Format().groupPixels, IsPlain(), nullptr, StoredBy()},
         mLines(LinesAt(frame.source)),
         mTarget(TargetAt(frame.destination, frame,
                          FitOf(sizeof(Sample) == 1 ? 8 : converter.mSource.depth, converter.mWriter, mInFull),
@@ -75,6 +78,14 @@ class LineConverter::Lines {
     } else {
       ConvertStrips(mSteps, mLines, pixels, &mTarget, 1, 0);
     }
+  }
+
+  PlainWay Way() const {
+    const Writer& writer = mSteps.writer;
+    const std::size_t sourceBits = Format().groupBits / Format().groupPixels * (Format().Is(kPlanar) ? 3 : 1);
+    return {mShortcut, mNeedsNoStrip ? &Decoder() : nullptr,
+            writer,    mTarget.fit,
+            mMatrix,   sourceBits + std::size_t{8} * writer.pixelBytes * writer.planes};
   }
 
   void ConvertTaps(const FrameLine& line) const {
@@ -110,12 +121,12 @@ class LineConverter::Lines {
     if (Format().decodeLuma.template Of<Sample>().of[0] == nullptr || !IsLuma(mConverter.mWriter)) return false;
     return Format().decodeByMatrix.of[0] != nullptr ? IsByMatrix() : mFrame.filter == nullptr;
   }
-  DecodeKernel<Sample>* Decoder() const {
-    if (DecodesLuma()) return Format().decodeLuma.template Of<Sample>().Active();
+  const Twins<DecodeKernel<Sample>>& Decoder() const {
+    if (DecodesLuma()) return Format().decodeLuma.template Of<Sample>();
     if constexpr (sizeof(Sample) == 1) {
-      if (IsByMatrix()) return Format().decodeByMatrix.Active();
+      if (IsByMatrix()) return Format().decodeByMatrix;
     }
-    return Format().decode.template Of<Sample>().Active();
+    return Format().decode.template Of<Sample>();
   }
   const Writer& StoredBy() const {
     return DecodesLuma() && mFrame.filter == nullptr ? *mConverter.mWriter.gray : mConverter.mWriter;
@@ -166,7 +177,50 @@ LineConverter::LineConverter(const SourceType& source, const Writer& writer, con
                        writer.pixelBytes, 1, {source.format, writer.planes}),
       mSource(source),
       mWriter(writer),
-      mShortcut(FindShortcut(source.format->name, writer)) {}
+      mShortcut(FindShortcut(source.format->name, writer)),
+      mPlainWay(Lines<std::uint8_t>(*this, Frame{}).Way()),
+      mJoins(source.readout.taps != Readout::Taps::kTwo && (from & kInterlacedFlag) == 0) {}
+
+Result LineConverter::Convert(const RGBFilter* filter, const void* source, unsigned long sourceWidth,
+                              unsigned long sourceHeight, void* destination, unsigned long destinationWidth,
+                              unsigned long destinationHeight, unsigned long pixelsPerLine, unsigned long lines,
+                              unsigned long flags, unsigned long destinationPadding, void** scratch,
+                              unsigned long* scratchSize) const {
+  // To describe a small image in a frame takes as long as to convert it. Most of them are whole, without a gap between
+  // lines, and need none.
+  const std::uint32_t width = U32(pixelsPerLine), height = U32(lines);
+  const bool isPlain = filter == nullptr && (U32(flags) | U32(destinationPadding)) == 0;
+  const bool isWhole = U32(sourceWidth) == width && U32(destinationWidth) == width && U32(sourceHeight) == height &&
+                       U32(destinationHeight) == height;
+  if (mJoins && isPlain && isWhole && mSource.format->Rest(width) == 0 &&
+      ConvertSmall(source, destination, std::size_t{width} * height)) {
+    return Result::OK;
+  }
+  return LibraryConverter::Convert(filter, source, sourceWidth, sourceHeight, destination, destinationWidth,
+                                   destinationHeight, pixelsPerLine, lines, flags, destinationPadding, scratch,
+                                   scratchSize);
+}
+
+// Converts a small image, of whole groups of pixels in each line, without a filter and without flags.
+// @return false, with nothing done, where it is not small or needs strips
+[[gnu::flatten]] bool LineConverter::ConvertSmall(const void* source, void* destination, std::size_t pixels) const {
+  const PlainWay& way = mPlainWay;
+  if (pixels > kMostJoined || !IsSmallImage(pixels * way.pixelBits / 8)) return false;
+  // The groups of planar layouts are single pixels.
+  SourceLines lines =
+      mSource.Lines<std::uint8_t>(static_cast<const std::uint8_t*>(source), pixels * mSource.format->groupBits / 8, 0);
+  lines.matrix = way.matrix;
+  const std::size_t bytes = pixels * way.writer.pixelBytes;
+  const TargetLine target{static_cast<std::uint8_t*>(destination), bytes, false, 0, way.fit};
+  if (way.shortcut != nullptr) {
+    way.shortcut->convert.Active()(lines, 0, pixels, &target, 0);
+    return true;
+  }
+  if (way.decode == nullptr || !IsInOneGo(target.line, bytes)) return false;
+  ConvertWithoutStrip<std::uint8_t>({way.decode->Active(), mSource.format->groupPixels, false, nullptr, way.writer},
+                                    lines, pixels, target);
+  return true;
+}
 
 void LineConverter::ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
   const bool words = HasWords(mSource) && mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;

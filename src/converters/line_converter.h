@@ -13,6 +13,12 @@ class LineConverter : public LibraryConverter {
  public:
   LineConverter(const SourceType& source, const Writer& writer, const PixelTypeID& from, const PixelTypeID& to);
 
+  using LibraryConverter::Convert;
+  LmBaseLib::Result Convert(const RGBFilter* filter, const void* source, unsigned long sourceWidth,
+                            unsigned long sourceHeight, void* destination, unsigned long destinationWidth,
+                            unsigned long destinationHeight, unsigned long pixelsPerLine, unsigned long lines,
+                            unsigned long flags, unsigned long destinationPadding, void** scratch,
+                            unsigned long* scratchSize) const override;
   void ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const override;
   ConversionExtent ExtentOf(const Frame& frame, std::uint32_t lines) const override;
 
@@ -23,6 +29,18 @@ class LineConverter : public LibraryConverter {
  private:
   template <class Sample>
   class Lines;
+  // How lines become bytes without a filter and without flags: by a shortcut, or by a decoder that needs no strip. Of
+  // other ways both are null.
+  struct PlainWay {
+    const Shortcut* shortcut;
+    const Twins<DecodeKernel<std::uint8_t>>* decode;
+    const Writer& writer;
+    Fit fit;
+    const YuvMatrix* matrix;
+    std::size_t pixelBits;  // of source and destination together
+  };
+
+  bool ConvertSmall(const void* source, void* destination, std::size_t pixels) const;
   template <class Sample>
   void Convert(const Frame& frame, std::uint32_t first, std::uint32_t end) const;
   bool LinesJoin(const Frame& frame, std::uint32_t lines) const;
@@ -30,6 +48,8 @@ class LineConverter : public LibraryConverter {
   const SourceType mSource;
   const Writer& mWriter;
   const Shortcut* mShortcut;
+  const PlainWay mPlainWay;
+  const bool mJoins;  // whether lines without a gap between them are one long line
 };
 
 /// The lookup of a conversion from samples of `depth` bits, or null where nothing changes them.

@@ -111,7 +111,12 @@ class DirectBlocks {
       ConvertTo<Stream>(in, count, to, writer, 0);
     } else {
       if constexpr (Layout::kIsApart && LM_BYTE_SHUFFLE == 64) count -= AlignSource(in, count, to, writer);
-      ConvertTo<std::uint8_t*>(in, count, to, writer, targets[0].ahead);
+      // A loop of its own spares small images the question for each block.
+      if (!Layout::kMosaic && (in.ahead | targets[0].ahead) == 0) {
+        ConvertTo<std::uint8_t*, false>(in, count, to, writer, 0);
+      } else {
+        ConvertTo<std::uint8_t*>(in, count, to, writer, targets[0].ahead);
+      }
     }
     if (count % kStep != 0) ConvertRest(in, count / kStep * kStep, count % kStep, to, writer);
   }
@@ -130,14 +135,15 @@ class DirectBlocks {
   }
 
   // Converts the whole blocks.
-  template <class To>
+  // @tparam kFetches  whether lines may be fetched ahead
+  template <class To, bool kFetches = true>
   static void ConvertTo(const SourceLines& in, std::size_t count, std::uint8_t* const (&to)[Layout::kTargets],
                         const Writer& writer, std::uint32_t ahead) {
     std::size_t at = 0;
     std::size_t done = 0;
     for (; count >= kStep; count -= kStep, at += BytesOf<Layout>(kStep), done += kStep * Writer::kBytes) {
-      FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at, kStep);
-      if constexpr (!Layout::kIsApart) {
+      if constexpr (kFetches) FetchAhead<Layout>(in, Layout::kLines - Layout::kFresh, at, kStep);
+      if constexpr (kFetches && !Layout::kIsApart) {
         for (std::uint8_t* const target : to) FetchTarget(To{target} + done, kStep * Writer::kBytes, ahead);
       }
       Layout::Blocks(WholeBlock{in, at}, [&to, &writer, done](std::size_t target, const auto& pixels) {

@@ -71,6 +71,18 @@ template <std::size_t kLow, std::size_t kHigh, class Vector>
 inline Vector Units(Vector a, Vector b) {
   return Vector(Units<kLow, kHigh>(U8(a), U8(b), std::make_index_sequence<32>{}));
 }
+
+/// Stores the halves of two registers in turn.
+template <class To>
+inline void StoreHalvesInTurn(U8 a, U8 b, To to) {
+  if constexpr (std::is_same_v<To, Part>) {
+    Store(Units<0, 2>(a, b), to);
+  } else {
+    StoreHalf(a, to);
+    StoreHalf(b, to + kLanes / 2);
+  }
+  Store(Units<1, 3>(a, b), to + kLanes);
+}
 #elif LM_LANES > LM_BYTE_SHUFFLE
 // Units of 16 bytes in the order in which three registers hold them in turn: unit `kFirst` + l of all is in register
 // (kFirst + l) % 3.

@@ -43,12 +43,6 @@ inline constexpr std::uint8_t kNoByte = 0x80;
 /// Lane i is the byte `index[i]`, 0 to 15.
 inline U8 ShuffleUnits(U8 v, U8 index) { return U8(vqtbl1q_u8(uint8x16_t(v), uint8x16_t(index))); }
 
-/// The bytes of two vectors of words in turn, signed values clamped to 0..255.
-inline U8 ClampZip(I16 even, I16 odd) {
-  const uint8x8x2_t halves = vzip_u8(vqmovun_s16(int16x8_t(even)), vqmovun_s16(int16x8_t(odd)));
-  return U8(vcombine_u8(halves.val[0], halves.val[1]));
-}
-
 /// Words of at most 255, in the order of a reader's `Words`, as bytes.
 inline U8 JoinWords(U16 first, U16 second) { return U8(vuzp1q_u8(uint8x16_t(first), uint8x16_t(second))); }
 

@@ -33,12 +33,6 @@ inline constexpr std::uint8_t kNoByte = 0x80;
 /// Lane i is the byte `index[i]`, 0 to 15.
 inline U8 ShuffleUnits(U8 v, U8 index) { return U8(wasm_i8x16_swizzle(v128_t(v), v128_t(index))); }
 
-/// The bytes of two vectors of words in turn, signed values clamped to 0..255.
-inline U8 ClampZip(I16 even, I16 odd) {
-  const U8 v = ClampJoin(even, odd);
-  return __builtin_shufflevector(v, v, 0, 8, 1, 9, 2, 10, 3, 11, 4, 12, 5, 13, 6, 14, 7, 15);
-}
-
 /// Words of at most 255, in the order of a reader's `Words`, as bytes.
 inline U8 JoinWords(U16 first, U16 second) { return ClampJoin(I16(first), I16(second)); }
 

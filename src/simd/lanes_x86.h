@@ -76,6 +76,14 @@ inline U8 LoadUnits(const std::uint8_t* first, const std::uint8_t* second, const
 #endif
 
 #if LM_LANES == 32
+/// Stores the first half of a register.
+inline void StoreHalf(U8 v, std::uint8_t* to) {
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm256_castsi256_si128(Register(v)));
+}
+inline void StoreHalf(U8 v, Stream to) {
+  _mm_stream_si128(reinterpret_cast<__m128i*>(to.at), _mm256_castsi256_si128(Register(v)));
+}
+
 /// Stores 24 bytes: the first 12 of the first half of a register, then 12 of the second one, whose last eight come
 /// first and whose first four are in its last four places.
 inline void StoreTwelvesInTurn(U8 v, std::uint8_t* to) {
@@ -106,15 +114,6 @@ inline U16 HighWords(U8 v) { return U16(LM_INTRINSIC(unpackhi_epi8)(Register{}, 
 
 /// Puts two parts together again, signed values clamped to 0..255.
 inline U8 ClampJoin(I16 low, I16 high) { return U8(LM_INTRINSIC(packus_epi16)(Register(low), Register(high))); }
-
-// The eights of each 16 bytes in turn.
-template <std::size_t... kLane>
-inline U8 ZipEights(U8 v, std::index_sequence<kLane...>) {
-  return __builtin_shufflevector(v, v, (kLane / 16 * 16 + kLane % 2 * 8 + kLane % 16 / 2)...);
-}
-
-/// The bytes of two vectors of words in turn, signed values clamped to 0..255.
-inline U8 ClampZip(I16 even, I16 odd) { return ZipEights(ClampJoin(even, odd), std::make_index_sequence<kLanes>{}); }
 
 /// Words of at most 255, in the order of a reader's `Words`, as bytes.
 inline U8 JoinWords(U16 first, U16 second) {

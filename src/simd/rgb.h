@@ -81,8 +81,9 @@ struct RgbWords {
   I16 r, g, b;
 };
 
-/// A block of pixels in fours that are dealt out to the 16 bytes of a register in turn. `both(limitsRed, words)` makes
-/// the words of both halves, of which red is limited to bytes already where a constant says so.
+/// A block of pixels in fours that are dealt out to the 16 bytes of a register in turn, or in their order on registers
+/// of 32 bytes. `both(limitsRed, words)` makes the words of both halves, of which red is limited to bytes already where
+/// a constant says so.
 template <class Both>
 struct DealtPixels {
   Both both;

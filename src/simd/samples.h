@@ -53,6 +53,28 @@ inline U8 JoinInOrder(U16 first, U16 second) {
 #endif
 
 #if LM_LANES
+/// (word >> shift) & 0xFF of words of more than 8 bits, in words: shifts by a number in a register take two steps.
+class BytesOfWords {
+ public:
+#if defined(__x86_64__)
+  // Zen 4 and 5 shift in the two ports that packs and shuffles need, too, and multiply in the other two.
+  explicit BytesOfWords(std::uint32_t shift)
+      : mMask(static_cast<std::uint16_t>(0xFFU << shift)), mFactor(static_cast<std::uint16_t>(0x10000U >> shift)) {}
+
+  U16 operator()(U16 words) const { return MultiplyHigh(words & mMask, mFactor); }
+
+ private:
+  std::uint16_t mMask;
+#else
+  explicit BytesOfWords(std::uint32_t shift) : mFactor(static_cast<std::uint16_t>(0x100U >> shift)) {}
+
+  U16 operator()(U16 words) const { return words * mFactor >> 8; }
+
+ private:
+#endif
+  std::uint16_t mFactor;
+};
+
 /// Loads `count` samples of a line, from byte `offset` on, as bytes. Of words these are whole registers.
 template <std::size_t kSampleBytes, class Reader, std::size_t kVectors>
 inline void LoadSamples(const Reader& read, std::size_t line, std::size_t offset, std::size_t count,
@@ -61,18 +83,17 @@ inline void LoadSamples(const Reader& read, std::size_t line, std::size_t offset
     if constexpr (kSampleBytes == 1) {
       window[k] = Pinned((k + 1) * kLanes > count ? read.Half(line, offset) : read(line, offset));
     } else {
-      // (word >> shift) & 0xFF, where the shift is at most 8: shifts by a number in a register take two steps.
-      const auto factor = static_cast<std::uint16_t>(0x100U >> read.in.shift);
+      const BytesOfWords bytes(read.in.shift);
 #if LM_LANES == 32
       if constexpr (kVectors == 1) {
         // A plain line is limited by loads, and two whole registers are fewer than four halves.
         const auto first = U16(read(line, offset)), second = U16(read(line, offset + kLanes));
-        window[k] = JoinInOrder(first * factor >> 8, second * factor >> 8);
+        window[k] = JoinInOrder(bytes(first), bytes(second));
         continue;
       }
 #endif
       const WordPair words = read.Words(line, offset);
-      window[k] = JoinWords(words.first * factor >> 8, words.second * factor >> 8);
+      window[k] = JoinWords(bytes(words.first), bytes(words.second));
     }
   }
 }

@@ -75,6 +75,8 @@ bool StreamsPay(std::size_t source, std::size_t destination) {
   return source + destination > most;
 }
 
+bool IsSmallImage(std::size_t bytes) { return bytes <= kSmallImage && bytes <= sMostUnstreamed / 4 * 3; }
+
 std::size_t ForceStreamsAbove(std::size_t bytes) { return std::exchange(sMostUnstreamed, bytes); }
 
 StreamScope::StreamScope(Frame& frame, std::uint32_t lines) {

@@ -13,6 +13,10 @@ struct Frame;
 /// slow.
 bool StreamsPay(std::size_t source, std::size_t destination);
 
+/// Whether the first-level caches may hold an image of so many bytes, source and destination together: it is neither
+/// fetched ahead, nor stored past the caches.
+bool IsSmallImage(std::size_t bytes);
+
 /// Makes streams pay for images of more than so many bytes, in place of two thirds of the last-level cache, while
 /// nothing converts, and returns the number before. For tests and benchmarks.
 std::size_t ForceStreamsAbove(std::size_t bytes);

@@ -71,14 +71,19 @@ struct Interleaved {
     constexpr std::bool_constant<kFirst == First::kBlue> kRedIsLast{};
     RgbWords words[2];
     in.both(kRedIsLast, words);
-    U16 twos[2], last[2];
-    for (std::size_t k = 0; k < 2; ++k) {
-      twos[k] = U16(ClampZip(kRedIsLast ? words[k].b : words[k].r, words[k].g));
-      last[k] = kRedIsLast ? U16(words[k].r) : Clamped(words[k].b);
-    }
+    const auto first = [&words](std::size_t k) { return kRedIsLast ? words[k].b : words[k].r; };
+    const U8 firsts = ClampJoin(first(0), first(1)), greens = ClampJoin(words[0].g, words[1].g);
+    const U16 twos[2] = {U16(ZipHalves<0>(firsts, greens)), U16(ZipHalves<1>(firsts, greens))};
+    U16 last[2];
+    for (std::size_t k = 0; k < 2; ++k) last[k] = kRedIsLast ? U16(words[k].r) : Clamped(words[k].b);
     for (std::size_t k = 0; k < 2; ++k, to = to + 2 * kLanes) {
-      Store(U8(ZipHalves<0>(twos[k], last[k])), to);
-      Store(U8(ZipHalves<1>(twos[k], last[k])), to + kLanes);
+      const U8 low = U8(ZipHalves<0>(twos[k], last[k])), high = U8(ZipHalves<1>(twos[k], last[k]));
+#if LM_LANES == 32
+      StoreHalvesInTurn(low, high, to);
+#else
+      Store(low, to);
+      Store(high, to + kLanes);
+#endif
     }
   }
 
