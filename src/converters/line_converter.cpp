@@ -88,6 +88,26 @@ class LineConverter::Lines {
             mMatrix,   sourceBits + std::size_t{8} * writer.pixelBytes * writer.planes};
   }
 
+  // Converts lines at equal distances by one call of a kernel.
+  // @return false, with nothing done, where each line needs a call of its own: past the caches, or through a strip
+  bool ConvertRun(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels, std::uint32_t lines) {
+    if (mFrame.streams) return false;
+    if (mShortcut == nullptr) {
+      const std::size_t bytes = pixels * mSteps.writer.pixelBytes;
+      const auto aligned =
+          reinterpret_cast<const std::uint8_t*>(reinterpret_cast<std::uintptr_t>(destination) | mFrame.destinationLine);
+      if (!mNeedsNoStrip || !TakesRuns(mSteps) || !IsInOneGo(aligned, bytes) ||
+          reinterpret_cast<std::uintptr_t>(aligned) % sizeof(Sample) != 0) {
+        return false;
+      }
+    }
+    const LineRun run{lines, mFrame.sourceLine, mFrame.destinationLine};
+    mTarget.run = &run;
+    ConvertPixels(source, destination, pixels);
+    mTarget.run = nullptr;
+    return true;
+  }
+
   void ConvertTaps(const FrameLine& line) const {
     const TargetLine target = TargetAt(line.destination, mFrame, mTarget.fit, mSteps.writer);
     ForEachTapStrip(mSteps.decode, LinesAt(line.source), mFrame.pixels / 2, mConverter.mSource.readout,
@@ -244,6 +264,10 @@ void LineConverter::Convert(const Frame& frame, std::uint32_t first, std::uint32
     ForEachLine(frame, first, end, 1, [&](const FrameLine& line) { lines.ConvertWithTail(line, tail); });
   } else {
     const std::uint32_t pixels = frame.pixels - mSource.format->Rest(frame.pixels);
+    const bool isRun =
+        !frame.interlaced && end > first &&
+        lines.ConvertRun(SourceLineAt(frame, first), DestinationLineAt(frame, first), pixels, end - first);
+    if (isRun) return;
     ForEachLine(frame, first, end, 1,
                 [&](const FrameLine& line) { lines.ConvertPixels(line.source, line.destination, pixels); });
   }

@@ -57,16 +57,21 @@ struct DirectGroups {
       for (std::size_t j = 0; j < Layout::Line::kLines; ++j) lines[k].line[j] = in.line[k * Layout::kNextLine + j];
       to[k] = targets[k].line + first * Writer::kBytes;
     }
-    for (std::size_t i = 0; i < count; i += Layout::kPixels) {
-      Rgb<Sample> pixels[Layout::kPixels];
-      for (std::size_t k = 0; k < Layout::kTargets; ++k) {
-        // Targets of the same source lines are the same.
-        if (k == 0 || Layout::kNextLine != 0) Layout::Group(At<typename Layout::Line>(lines[k], from + i), pixels);
-        for (const Rgb<Sample>& pixel : pixels) {
-          writer.Pixel(pixel, to[k]);
-          to[k] += Writer::kBytes;
+    for (std::uint32_t left = LinesOf(targets[0].run);;) {
+      for (std::size_t i = 0; i < count; i += Layout::kPixels) {
+        Rgb<Sample> pixels[Layout::kPixels];
+        for (std::size_t k = 0; k < Layout::kTargets; ++k) {
+          // Targets of the same source lines are the same.
+          if (k == 0 || Layout::kNextLine != 0) Layout::Group(At<typename Layout::Line>(lines[k], from + i), pixels);
+          for (const Rgb<Sample>& pixel : pixels) {
+            writer.Pixel(pixel, to[k]);
+            to[k] += Writer::kBytes;
+          }
         }
       }
+      if (--left == 0) return;
+      for (std::size_t j = 0; j < Layout::kLines; ++j) lines[0].line[j] += targets[0].run->source;
+      to[0] += targets[0].run->target - count * Writer::kBytes;
     }
   }
 };
@@ -107,18 +112,23 @@ class DirectBlocks {
       to[k] = targets[k].line + first * Writer::kBytes;
       streams = streams && reinterpret_cast<std::uintptr_t>(to[k]) % kLanes == 0;
     }
-    if (streams) {
-      ConvertTo<Stream>(in, count, to, writer, 0);
-    } else {
-      if constexpr (Layout::kIsApart && LM_BYTE_SHUFFLE == 64) count -= AlignSource(in, count, to, writer);
-      // A loop of its own spares small images the question for each block.
-      if (!Layout::kMosaic && (in.ahead | targets[0].ahead) == 0) {
+    if constexpr (Layout::kIsApart && LM_BYTE_SHUFFLE == 64) {
+      if (!streams) count -= AlignSource(in, count, to, writer);
+    }
+    for (std::uint32_t left = Layout::kTargets == 1 ? LinesOf(targets[0].run) : 1;;) {
+      if (streams) {
+        ConvertTo<Stream>(in, count, to, writer, 0);
+      } else if (!Layout::kMosaic && (in.ahead | targets[0].ahead) == 0) {
+        // A loop of its own spares small images the question for each block.
         ConvertTo<std::uint8_t*, false>(in, count, to, writer, 0);
       } else {
         ConvertTo<std::uint8_t*>(in, count, to, writer, targets[0].ahead);
       }
+      if (count % kStep != 0) ConvertRest(in, count / kStep * kStep, count % kStep, to, writer);
+      if (--left == 0) return;
+      for (std::size_t k = 0; k < Layout::kLines; ++k) in.line[k] += targets[0].run->source;
+      to[0] += targets[0].run->target;
     }
-    if (count % kStep != 0) ConvertRest(in, count / kStep * kStep, count % kStep, to, writer);
   }
 
   // Converts the first block, and moves on to a pixel in it whose source begins at a cache line: loads that cross one

@@ -51,28 +51,48 @@ SourceLines At(const SourceLines& in, std::size_t pixel) {
   return at;
 }
 
+/// Goes on to the next line of a run.
+template <class Layout, class Sample>
+[[gnu::always_inline]] inline void GoOn(const LineRun& run, SourceLines& in, Sample*& red, Sample*& green,
+                                        Sample*& blue) {
+  for (std::size_t k = 0; k < Layout::kLines; ++k) in.line[k] += run.source;
+  const std::size_t step = run.target / sizeof(Sample);
+  red += step, green += step, blue += step;
+}
+
+/// The channels that a layout was decoded into.
+template <class Layout, class Sample>
+Channels<Sample> DecodedInto(const Room<Sample>& room) {
+  if constexpr (Layout::kGray) return {room.red, room.red, room.red};
+  return {room.red, room.green, room.blue};
+}
+
 /// Decodes a layout whose `Group` makes the `kPixels` pixels of one group, samples or colours.
 template <class Layout, class Sample>
-Channels<Sample> DecodeGroups(const SourceLines& in, std::size_t first, std::size_t count, const Room<Sample>& room) {
-  Sample *const red = room.red, *const green = room.green, *const blue = room.blue;
-  for (std::size_t i = 0; i < count; i += Layout::kPixels) {
-    if constexpr (Layout::kGray) {
-      Layout::Group(At<Layout>(in, first + i), red + i);
-      if constexpr (sizeof(Sample) == 2) {
-        for (std::size_t k = 0; k < Layout::kPixels; ++k) red[i + k] = static_cast<Sample>(red[i + k] << in.up);
-      }
-    } else {
-      Rgb<Sample> pixels[Layout::kPixels];
-      Layout::Group(At<Layout>(in, first + i), pixels);
-      for (std::size_t k = 0; k < Layout::kPixels; ++k) {
-        red[i + k] = pixels[k].r;
-        green[i + k] = pixels[k].g;
-        blue[i + k] = pixels[k].b;
+Channels<Sample> DecodeGroups(const SourceLines& lines, std::size_t first, std::size_t count,
+                              const Room<Sample>& room) {
+  SourceLines in = At<Layout>(lines, first);
+  Sample *red = room.red, *green = room.green, *blue = room.blue;
+  for (std::uint32_t left = LinesOf(room.run);;) {
+    for (std::size_t i = 0; i < count; i += Layout::kPixels) {
+      if constexpr (Layout::kGray) {
+        Layout::Group(At<Layout>(in, i), red + i);
+        if constexpr (sizeof(Sample) == 2) {
+          for (std::size_t k = 0; k < Layout::kPixels; ++k) red[i + k] = static_cast<Sample>(red[i + k] << in.up);
+        }
+      } else {
+        Rgb<Sample> pixels[Layout::kPixels];
+        Layout::Group(At<Layout>(in, i), pixels);
+        for (std::size_t k = 0; k < Layout::kPixels; ++k) {
+          red[i + k] = pixels[k].r;
+          green[i + k] = pixels[k].g;
+          blue[i + k] = pixels[k].b;
+        }
       }
     }
+    if (--left == 0) return DecodedInto<Layout>(room);
+    GoOn<Layout>(*room.run, in, red, green, blue);
   }
-  if constexpr (Layout::kGray) return {red, red, red};
-  return {red, green, blue};
 }
 
 #if LM_LANES
@@ -129,7 +149,7 @@ struct PartOfBlock {
 #endif
 
 template <class Layout, class Sample, class Reader>
-inline void DecodeBlock(const Reader& read, Sample* red, Sample* green, Sample* blue) {
+[[gnu::always_inline]] inline void DecodeBlock(const Reader& read, Sample* red, Sample* green, Sample* blue) {
   if constexpr (Layout::kGray) {
     const Lanes<Sample> samples = Layout::Block(read, Of<Sample>{});
     if constexpr (sizeof(Sample) == 2) {
@@ -174,57 +194,66 @@ template <class Layout, class Sample, class Use>
 #endif
 }
 
+// The `rest` pixels of a last, incomplete block.
+template <class Layout, class Sample>
+[[gnu::always_inline]] inline void DecodeRest(const SourceLines& in, std::size_t at, std::size_t rest, Sample* red,
+                                              Sample* green, Sample* blue) {
+  alignas(kLanes) Sample pixels[3][kBlock<Sample>];
+  ReadRest<Layout, Sample>(
+      in, at, rest, [&](const auto& read) { DecodeBlock<Layout, Sample>(read, pixels[0], pixels[1], pixels[2]); });
+  StorePart(Load(pixels[0]), red, rest);
+  if constexpr (!Layout::kGray) {
+    StorePart(Load(pixels[1]), green, rest);
+    StorePart(Load(pixels[2]), blue, rest);
+  }
+}
+
 /// Decodes a layout whose `Block` makes a register of each channel, from BytesOf(kBlock) + kBeyond bytes of each line.
 template <class Layout, class Sample>
 Channels<Sample> DecodeBlocks(const SourceLines& lines, std::size_t first, std::size_t count,
                               const Room<Sample>& room) {
   // By reference these would be loaded anew after each store.
-  const SourceLines in = At<Layout>(lines, first);
-  Sample *const red = Alone(room.red), *const green = Alone(room.green), *const blue = Alone(room.blue);
+  SourceLines in = At<Layout>(lines, first);
+  Sample *red = Alone(room.red), *green = Alone(room.green), *blue = Alone(room.blue);
   constexpr std::size_t kStep = kBlock<Sample>;
   // Three planes take a tenth longer if they are fetched, too.
   [[maybe_unused]] const std::uint32_t ahead = Alone(room.ahead);
-  std::size_t at = 0;
-  std::size_t i = 0;
-  const auto decode = [&] {
-    DecodeBlock<Layout, Sample>(WholeBlock{in, at}, red + i, green + i, blue + i);
-    i += kStep;
-    at += BytesOf<Layout>(kStep);
-  };
   // Beside quick layouts the steps of the loop take time. A step decodes as many blocks of gray as fill a cache line of
   // the room, and two blocks of colours where one is shorter than that. Of gray that is not fetched it decodes twice as
   // many: with memory in between, fetching more at once takes longer.
   constexpr std::size_t kTogether = Layout::kGray ? 64 / kLanes : kLanes < 64 ? 2 : 1;
-  if (Layout::kGray && kLanes >= 32 && (in.ahead | ahead) == 0) {
-    while (i + 2 * kTogether * kStep <= count) {  // NOLINT(bugprone-infinite-loop): `decode` goes on to the next block
-      for (std::size_t k = 0; k < 2 * kTogether; ++k) decode();
+  for (std::uint32_t left = LinesOf(room.run);;) {
+    std::size_t at = 0;
+    std::size_t i = 0;
+    const auto decode = [&] {
+      DecodeBlock<Layout, Sample>(WholeBlock{in, at}, red + i, green + i, blue + i);
+      i += kStep;
+      at += BytesOf<Layout>(kStep);
+    };
+    if (Layout::kGray && kLanes >= 32 && (in.ahead | ahead) == 0) {
+      while (i + 2 * kTogether * kStep <= count) {  // NOLINT(bugprone-infinite-loop): `decode` goes on
+        for (std::size_t k = 0; k < 2 * kTogether; ++k) decode();
+      }
     }
-  }
-  while (i + kTogether * kStep <= count) {  // NOLINT(bugprone-infinite-loop): likewise
-    FetchAhead<Layout>(in, 0, at, kTogether * kStep);
-    if constexpr (Layout::kGray) {
-      FetchTarget(reinterpret_cast<std::uint8_t*>(red + i), kTogether * kStep * sizeof(Sample), ahead);
+    while (i + kTogether * kStep <= count) {  // NOLINT(bugprone-infinite-loop): likewise
+      FetchAhead<Layout>(in, 0, at, kTogether * kStep);
+      if constexpr (Layout::kGray) {
+        FetchTarget(reinterpret_cast<std::uint8_t*>(red + i), kTogether * kStep * sizeof(Sample), ahead);
+      }
+      for (std::size_t k = 0; k < kTogether; ++k) decode();
     }
-    for (std::size_t k = 0; k < kTogether; ++k) decode();
-  }
-  while (i + kStep <= count) decode();  // NOLINT(bugprone-infinite-loop): likewise
-  if (!Layout::kGray && i < count && count >= kStep) {
-    // Some colours once more are faster than a part of a block. Gray may be decoded in place, where its source is gone.
-    i = count - kStep;
-    DecodeBlock<Layout, Sample>(WholeBlock{At<Layout>(lines, first + i), 0}, red + i, green + i, blue + i);
-  } else if (i < count) {
-    const std::size_t rest = count - i;
-    alignas(kLanes) Sample pixels[3][kStep];
-    ReadRest<Layout, Sample>(
-        in, at, rest, [&](const auto& read) { DecodeBlock<Layout, Sample>(read, pixels[0], pixels[1], pixels[2]); });
-    StorePart(Load(pixels[0]), red + i, rest);
-    if constexpr (!Layout::kGray) {
-      StorePart(Load(pixels[1]), green + i, rest);
-      StorePart(Load(pixels[2]), blue + i, rest);
+    while (i + kStep <= count) decode();  // NOLINT(bugprone-infinite-loop): likewise
+    if (!Layout::kGray && i < count && count >= kStep) {
+      // Some colours once more are faster than a part of a block. Gray may be decoded in place, where its source is
+      // gone.
+      i = count - kStep;
+      DecodeBlock<Layout, Sample>(WholeBlock{At<Layout>(in, i), 0}, red + i, green + i, blue + i);
+    } else if (i < count) {
+      DecodeRest<Layout>(in, at, count - i, red + i, green + i, blue + i);
     }
+    if (--left == 0) return DecodedInto<Layout>(room);
+    GoOn<Layout>(*room.run, in, red, green, blue);
   }
-  if constexpr (Layout::kGray) return {red, red, red};
-  return {red, green, blue};
 }
 
 /// Decodes by blocks, if the layout has a `Block` for these samples.

@@ -21,6 +21,16 @@ struct Strip {
   alignas(64) Sample blue[kStripPixels];
 };
 
+/// Lines that a kernel converts one after the other, each so many bytes after the one before it. Where lines have gaps
+/// between them, a call of a kernel for each one takes up to half as long as its pixels.
+struct LineRun {
+  std::uint32_t lines;
+  std::size_t source, target;
+};
+
+/// The lines of a run; one where there is none.
+inline std::uint32_t LinesOf(const LineRun* run) { return run == nullptr ? 1 : run->lines; }
+
 /// Where a decoder puts the channels of its pixels: into a strip, or into planes of the destination. A gray source
 /// fills `red` alone.
 template <class Sample>
@@ -28,7 +38,8 @@ struct Room {
   Sample* red;
   Sample* green;
   Sample* blue;
-  std::uint32_t ahead = 0;  ///< how many bytes ahead to fetch it into the cache; 0 of strips, which are there
+  std::uint32_t ahead = 0;       ///< how many bytes ahead to fetch it into the cache; 0 of strips, which are there
+  const LineRun* run = nullptr;  ///< of planes of a destination whose first line this is
 };
 
 /// Where the channels of some pixels are: in the room given, or in the source itself where it holds them as plain
@@ -65,6 +76,8 @@ struct TargetLine {
   std::uint32_t ahead = 0;  ///< how many bytes ahead to fetch the line into the cache; 0 leaves it to the processor
   Fit fit;                  ///< of use to writers of words
   bool opaque = false;      ///< whether the fourth channel, if there is one, is all ones
+  /// The run whose first line this is, of kernels for single lines that `TakesRuns` knows.
+  const LineRun* run = nullptr;
 };
 
 /// A table as a product: entry i is (i << shift) * factor >> 16, clamped to 255. `shift` is at most 7.
@@ -106,7 +119,8 @@ struct LookupTables {
 };
 
 /// Decodes `count` pixels from pixel `first` on (whole groups both) into channels, in the room unless the source
-/// already holds them so. Reads the bytes of these pixels and no others.
+/// already holds them so. Reads the bytes of these pixels and no others. Of a run, returns the channels of its first
+/// line.
 template <class Sample>
 using DecodeKernel = Channels<Sample>(const SourceLines& in, std::size_t first, std::size_t count,
                                       const Room<Sample>& room);

@@ -233,10 +233,10 @@ void StoreWideTo(const Channels<std::uint16_t>& in, const LookupTables<std::uint
   }
 }
 
-/// Stores through a writer whose `Block` makes the bytes of a register of words.
+/// Stores a line through a writer whose `Block` makes the bytes of a register of words.
 template <class Writer, class Sample>
-void StoreWide(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
-               std::size_t first) {
+void StoreWideLine(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count,
+                   const TargetLine& out, std::size_t first) {
   std::uint8_t* const to = out.line + first * Writer::kBytes;
   if (kHasStreams && out.streams && reinterpret_cast<std::uintptr_t>(to) % kLanes == 0) {
     StoreWideTo<Writer>(in, tables, count, out.fit, Stream{to}, 0);
@@ -248,12 +248,32 @@ void StoreWide(const Channels<Sample>& in, const LookupTables<Sample>* tables, s
 #else
 
 template <class Writer, class Sample>
-void StoreWide(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
-               std::size_t first) {
+void StoreWideLine(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count,
+                   const TargetLine& out, std::size_t first) {
   StoreWidePixels<Writer>(in, tables, count, out, first);
 }
 
 #endif
+
+/// The same for the lines of a run, which are gray: the pixels of others take far longer than a call.
+template <class Writer, class Sample>
+void StoreWide(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
+               std::size_t first) {
+  if constexpr (Writer::kBytes == 2) {
+    if (out.run != nullptr) {
+      const auto store = [tables, count, fit = out.fit, ahead = out.ahead](const Channels<Sample>& line,
+                                                                           std::uint8_t* to) {
+#if LM_LANES
+        StoreWideTo<Writer>(line, tables, count, fit, to, ahead);
+#else
+        StoreWidePixels<Writer>(line, tables, count, {to, 0, false, ahead, fit}, 0);
+#endif
+      };
+      return StoreRun(in, out.line + first * Writer::kBytes, *out.run, store);
+    }
+  }
+  StoreWideLine<Writer>(in, tables, count, out, first);
+}
 
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA

@@ -76,6 +76,16 @@ bool NeedsNoStrip(const StripSteps<Sample>& steps, const TargetLine& target) {
          (sizeof(Sample) == 1 || target.fit.down == 0);
 }
 
+/// Whether lines that need no strip may be a run: nothing is left to do once their gray is decoded, or a writer of
+/// bytes takes them from the source.
+template <class Sample>
+bool TakesRuns(const StripSteps<Sample>& steps) {
+  const Writer& writer = steps.writer;
+  if (sizeof(Sample) == 2 || !steps.plain) return writer.planes == 1;
+  return writer.planes == 1 && writer.pixelBytes > 1 && (writer.depth == 8 || writer.pixelBytes == 2) &&
+         !IsLuma(writer);
+}
+
 /// Converts such a line as `ConvertStrips` does, with less work beside its pixels. Words of the target are aligned.
 /// @param in  is told how far to shift words meanwhile; a copy of it would wait for the stores of its members
 template <class Sample>
@@ -85,7 +95,7 @@ void ConvertWithoutStrip(const StripSteps<Sample>& steps, SourceLines& in, std::
   const std::size_t step = target.planeSize / sizeof(Sample);
   if (sizeof(Sample) == 2) in.up = target.fit.up;
   [[maybe_unused]] const Channels<Sample> channels =
-      steps.decode(in, 0, count, {plane, plane + step, plane + 2 * step, target.ahead});
+      steps.decode(in, 0, count, {plane, plane + step, plane + 2 * step, target.ahead, target.run});
   in.up = 0;
   if constexpr (sizeof(Sample) == 1) {
     const bool isThere = channels.red == plane && steps.writer.planes == 1 && steps.tables == nullptr;

@@ -16,7 +16,14 @@ struct ByteMap {
 template <class Order>
 void ShuffleLine(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                  std::size_t first) {
-  ShufflePixels<Order>(in.line[0] + from * Order::kFrom, *targets, targets->line + first * Order::kTo, count, in.ahead);
+  const std::uint8_t* line = in.line[0] + from * Order::kFrom;
+  std::uint8_t* to = targets->line + first * Order::kTo;
+  for (std::uint32_t left = LinesOf(targets->run);;) {
+    ShufflePixels<Order>(line, *targets, to, count, in.ahead);
+    if (--left == 0) return;
+    line += targets->run->source;
+    to += targets->run->target;
+  }
 }
 
 #if LM_LANES
@@ -44,7 +51,7 @@ void NarrowLine(const SourceLines& in, std::size_t from, std::size_t count, cons
   }
 #endif
   to += done;
-  WordsToBytes(in, 3 * from + done, 3 * count - done, {to, to, to, targets->ahead});
+  WordsToBytes(in, 3 * from + done, 3 * count - done, {to, to, to, targets->ahead, targets->run});
 }
 
 }  // namespace

@@ -45,7 +45,7 @@ void StorePlanes(const SourceLines& in, std::size_t from, std::size_t count, con
   }
 #endif
   Decoder<Layout, std::uint8_t>(0)(in, from + done, count - done,
-                                   {red + done, green + done, blue + done, target.ahead});
+                                   {red + done, green + done, blue + done, target.ahead, target.run});
 }
 
 }  // namespace

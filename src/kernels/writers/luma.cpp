@@ -85,7 +85,7 @@ template <class Sample>
 void StoreLuma(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
                std::size_t first) {
   if (tables == nullptr && in.red == in.green && in.red == in.blue) {
-    return StoreWide<GrayWords>(in, tables, count, out, first);
+    return StoreWideLine<GrayWords>(in, tables, count, out, first);
   }
   std::uint8_t* const to = out.line + first * 2;
   std::size_t i = 0;

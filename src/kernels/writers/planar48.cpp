@@ -12,11 +12,11 @@ void StorePlanes(const Channels<Sample>& in, const LookupTables<Sample>* tables,
   for (std::size_t k = 0; k < 3; ++k, plane.line += out.planeSize) {
     const Channels<Sample> channel{channels[k], channels[k], channels[k]};
     if (tables == nullptr) {
-      StoreWide<GrayWords>(channel, tables, count, plane, first);
+      StoreWideLine<GrayWords>(channel, tables, count, plane, first);
     } else {
       const ChannelTable<Sample>& table = k == 0 ? tables->red : k == 1 ? tables->green : tables->blue;
       const LookupTables<Sample> same{table, table, table, tables->areGains};
-      StoreWide<GrayWords>(channel, &same, count, plane, first);
+      StoreWideLine<GrayWords>(channel, &same, count, plane, first);
     }
   }
 }
