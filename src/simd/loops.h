@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "simd/fetch.h"
+#include "simd/readers.h"
 #include "simd/rgb.h"
 #include "simd/strip.h"
 
@@ -96,57 +97,6 @@ Channels<Sample> DecodeGroups(const SourceLines& lines, std::size_t first, std::
 }
 
 #if LM_LANES
-
-/// Two registers of words, in an order that `JoinWords` turns into theirs in memory.
-struct WordPair {
-  U16 first, second;
-};
-
-/// Reads the bytes of a whole block.
-struct WholeBlock {
-  const SourceLines& in;
-  std::size_t at;
-
-  U8 operator()(std::size_t line, std::size_t offset) const { return Load(in.line[line] + at + offset); }
-  /// The first half of a register; the rest is anything.
-  U8 Half(std::size_t line, std::size_t offset) const { return LoadHalf(in.line[line] + at + offset); }
-  /// The first `count` bytes of a register; the rest is anything.
-  U8 First(std::size_t line, std::size_t offset, std::size_t count) const {
-    return LoadPart(in.line[line] + at + offset, count);
-  }
-  WordPair Words(std::size_t line, std::size_t offset) const {
-#if LM_LANES == 32
-    return {U16(Units(line, offset, 32)), U16(Units(line, offset + 16, 32))};
-#else
-    return {U16((*this)(line, offset)), U16((*this)(line, offset + kLanes))};
-#endif
-  }
-#if LM_LANES < 64
-  /// 16 bytes from `offset`, and from every `step` bytes on.
-  U8 Units(std::size_t line, std::size_t offset, std::size_t step) const {
-    return LoadUnits(in.line[line] + at + offset, step);
-  }
-#endif
-};
-
-#if LM_HAS_MASKS
-/// Reads the bytes of a block that ends with the line, and none after it. (Reading a copy would have to wait for it.)
-struct PartOfBlock {
-  const SourceLines& in;
-  std::size_t at;
-  std::size_t bytes;
-
-  U8 operator()(std::size_t line, std::size_t offset) const {
-    if (offset >= bytes) return U8{};
-    return LoadPart(in.line[line] + at + offset, bytes - offset < kLanes ? bytes - offset : kLanes);
-  }
-  U8 Half(std::size_t line, std::size_t offset) const { return (*this)(line, offset); }
-  U8 First(std::size_t line, std::size_t offset, std::size_t /*count*/) const { return (*this)(line, offset); }
-  WordPair Words(std::size_t line, std::size_t offset) const {
-    return {U16((*this)(line, offset)), U16((*this)(line, offset + kLanes))};
-  }
-};
-#endif
 
 template <class Layout, class Sample, class Reader>
 [[gnu::always_inline]] inline void DecodeBlock(const Reader& read, Sample* red, Sample* green, Sample* blue) {

@@ -7,6 +7,7 @@
 
 #include "simd/joined.h"
 #include "simd/stores.h"
+#include "simd/word_changes.h"
 
 // The loops around the text of a writer of words. Samples of bytes or of words arrive, and are fitted to its depth.
 namespace LmImagingLib::LM_ISA {
@@ -34,58 +35,6 @@ void StoreWidePixels(const Channels<Sample>& in, const LookupTables<Sample>* tab
 }
 
 #if LM_LANES
-
-/// Shifts words left. Shifts by a number in a register take two steps where a product takes one.
-class ShiftLanes {
- public:
-  explicit ShiftLanes(std::uint32_t up) : mFactor(static_cast<std::uint16_t>(1U << up)) {}
-
-  U16 operator()(U16 words) const { return words * mFactor; }
-
- private:
-  std::uint16_t mFactor;
-};
-
-/// Shifts words to the depth of the destination.
-class FitLanes {
- public:
-  explicit FitLanes(const Fit& fit) : mUp(fit.up), mDown(static_cast<std::uint16_t>(fit.down)) {}
-
-  U16 operator()(U16 words) const { return mUp(words) >> mDown; }
-
- private:
-  ShiftLanes mUp;
-  std::uint16_t mDown;
-};
-
-/// A table of words that is a gain.
-class WideGainLanes {
- public:
-  explicit WideGainLanes(const WideGain& gain, const Fit& fit = {})
-      : mProducts(gain), mMost(static_cast<std::uint16_t>(0xFFFFU >> gain.up)), mFit(fit) {}
-
-  U16 operator()(U16 words) const { return mFit(Least(mProducts(words), U16{} + mMost)); }
-
- private:
-  WideProducts mProducts;
-  std::uint16_t mMost;
-  FitLanes mFit;
-};
-
-/// The change of each channel's words before they are stored.
-template <class Change>
-struct WordChanges {
-#if LM_LANES < 64
-  // g++ would rather call it from several loops, which takes a fourth longer with gains.
-  [[gnu::always_inline]]
-#endif
-  RgbLanes<std::uint16_t>
-  operator()(const RgbLanes<std::uint16_t>& in) const {
-    return {red(in.r), green(in.g), blue(in.b)};
-  }
-
-  Change red, green, blue;
-};
 
 inline RgbLanes<std::uint16_t> LoadWords(const Channels<std::uint16_t>& in, std::size_t i) {
   return {Load(in.red + i), Load(in.green + i), Load(in.blue + i)};
