@@ -64,12 +64,9 @@ class LineConverter::Lines {
     if (mFrame.streams) return false;
     if (mShortcut == nullptr) {
       const std::size_t bytes = pixels * mSteps.writer.pixelBytes;
-      const auto aligned =
-          reinterpret_cast<const std::uint8_t*>(reinterpret_cast<std::uintptr_t>(destination) | mFrame.destinationLine);
-      if (!mNeedsNoStrip || !TakesRuns(mSteps) || !IsInOneGo(aligned, bytes) ||
-          reinterpret_cast<std::uintptr_t>(aligned) % sizeof(Sample) != 0) {
-        return false;
-      }
+      const std::size_t step = mFrame.destinationLine;
+      const bool isAligned = (reinterpret_cast<std::uintptr_t>(destination) | step) % sizeof(Sample) == 0;
+      if (!mNeedsNoStrip || !TakesRuns(mSteps) || !isAligned || !IsInOneGo(destination, bytes, step)) return false;
     }
     const LineRun run{lines, mFrame.sourceLine, mFrame.destinationLine};
     mTarget.run = &run;

@@ -125,7 +125,7 @@ void StoreGrayBlocks(const std::uint8_t* gray, std::size_t count, To line, std::
       const U8 rest = LoadPart(gray + i, count - i);
       Writer::Block(RgbLanes<std::uint8_t>{rest, rest, rest}, Part{Address(to), (count - i) * Writer::kBytes});
     }
-    if (--left == 0) return;
+    if (run == nullptr || --left == 0) return;
     gray += run->source;
     line = line + run->target;
   }

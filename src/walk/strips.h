@@ -61,9 +61,10 @@ void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::
 
 /// Whether a line of so many bytes is stored in one go. Others begin with a strip that ends where the target reaches a
 /// cache line. In short lines one more strip takes longer than stores that cross cache lines.
-inline bool IsInOneGo(const std::uint8_t* target, std::size_t bytes) {
+/// @param step  from the line to the next one that is stored so
+inline bool IsInOneGo(const std::uint8_t* target, std::size_t bytes, std::size_t step = 0) {
   constexpr std::size_t kFewBytes = 2048;
-  return bytes < kFewBytes || reinterpret_cast<std::uintptr_t>(target) % kCacheLine == 0;
+  return bytes < kFewBytes || (reinterpret_cast<std::uintptr_t>(target) | step) % kCacheLine == 0;
 }
 
 /// Whether lines that are stored in one go need no strip: their channels are in the source, or are decoded into the

@@ -71,7 +71,7 @@ struct Interleaved {
     constexpr std::bool_constant<kFirst == First::kBlue> kRedIsLast{};
     RgbWords words[2];
     in.both(kRedIsLast, words);
-    const auto first = [&words](std::size_t k) { return kRedIsLast ? words[k].b : words[k].r; };
+    const auto first = [&](std::size_t k) { return kRedIsLast ? words[k].b : words[k].r; };
     const U8 firsts = ClampJoin(first(0), first(1)), greens = ClampJoin(words[0].g, words[1].g);
     const U16 twos[2] = {U16(ZipHalves<0>(firsts, greens)), U16(ZipHalves<1>(firsts, greens))};
     U16 last[2];
