@@ -36,23 +36,24 @@ void StoreWidePixels(const Channels<Sample>& in, const LookupTables<Sample>* tab
 
 #if LM_LANES
 
-inline RgbLanes<std::uint16_t> LoadWords(const Channels<std::uint16_t>& in, std::size_t i) {
-  return {Load(in.red + i), Load(in.green + i), Load(in.blue + i)};
-}
-inline RgbLanes<std::uint16_t> LoadWordsPart(const Channels<std::uint16_t>& in, std::size_t i, std::size_t count) {
-  return {LoadPart(in.red + i, count), LoadPart(in.green + i, count), LoadPart(in.blue + i, count)};
-}
-
 template <class Writer, class To, class Change>
 void StoreWordBlocks(const Channels<std::uint16_t>& channels, std::size_t count, To to, std::uint32_t ahead,
                      const Change change) {
   const Channels<std::uint16_t> in{Alone(channels.red), Alone(channels.green), Alone(channels.blue)};
   constexpr std::size_t kStep = kBlock<std::uint16_t>;
+  // A loop of a load, a change and a store takes up to twice as long where its code lies badly.
+  constexpr std::size_t kTogether = Writer::kBytes == 2 ? 4 : 1;
   std::size_t i = 0;
-  for (; i + kStep <= count; i += kStep, to = to + kStep * Writer::kBytes) {
+  const auto store = [&] {
     FetchTarget(to, kStep * Writer::kBytes, ahead);
     Writer::Block(change(LoadWords(in, i)), to);
+    i += kStep;
+    to = to + kStep * Writer::kBytes;
+  };
+  while (i + kTogether * kStep <= count) {  // NOLINT(bugprone-infinite-loop): `store` goes on
+    for (std::size_t k = 0; k < kTogether; ++k) store();
   }
+  while (kTogether > 1 && i + kStep <= count) store();  // NOLINT(bugprone-infinite-loop): likewise
   if (i < count) {
     const std::size_t rest = count - i;
     Writer::Block(change(LoadWordsPart(in, i, rest)), Part{Address(to), rest * Writer::kBytes});

@@ -61,6 +61,14 @@ struct WordChanges {
   Change red, green, blue;
 };
 
+/// Words of each channel from pixel `i` on: a register of each, or `count` words.
+inline RgbLanes<std::uint16_t> LoadWords(const Channels<std::uint16_t>& in, std::size_t i) {
+  return {Load(in.red + i), Load(in.green + i), Load(in.blue + i)};
+}
+inline RgbLanes<std::uint16_t> LoadWordsPart(const Channels<std::uint16_t>& in, std::size_t i, std::size_t count) {
+  return {LoadPart(in.red + i, count), LoadPart(in.green + i, count), LoadPart(in.blue + i, count)};
+}
+
 }  // namespace
 }  // namespace LmImagingLib::LM_ISA
 #endif
