@@ -88,7 +88,7 @@ void BandedChain::ConvertLines(const Frame& frame, std::uint32_t first, std::uin
   out.source = band.Data();
   out.sourceLine = lineBytes;
   out.interlaced = false;
-  out.fetchAhead = 0;
+  out.fetchAhead = out.fetchMovesAhead = 0;
   std::uint32_t converted = in.destinationFirst;  // lines of the intermediate image up to here are there
   while (first < end) {
     const std::uint32_t room = (band.Lines() - 2 * reach) / step * step;

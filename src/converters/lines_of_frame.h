@@ -33,7 +33,12 @@ class LineConverter::Lines {
     // Other shortcuts than those of YUV and to luma only move bytes. Fetching never slowed those to planes down.
     const bool moves = mShortcut != nullptr && Format().decodeByMatrix.of[0] == nullptr && !IsLuma(mSteps.writer) &&
                        mSteps.writer.planes == 1;
-    if (!FetchesLines() || (moves && !frame.fetchesMoves)) mLines.ahead = mTarget.ahead = 0;
+    if (!FetchesLines()) {
+      mLines.ahead = mTarget.ahead = 0;
+    } else if (moves) {
+      mLines.ahead = frame.fetchMovesAhead;
+      if (!frame.streams) mTarget.ahead = frame.fetchMovesAhead;
+    }
   }
 
   void ConvertPixels(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels) {

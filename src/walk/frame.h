@@ -35,10 +35,10 @@ struct Frame {
   std::uint32_t flags = 0;                    ///< bits of `ConversionFlags`
   const RGBFilter* filter = nullptr;          ///< null for the identity
   const DevelopSteps* development = nullptr;  ///< the steps in place of a filter; null of conversions
-  bool contained = false;    ///< whether lines are converted without touching a byte after their end; see `WholeGroups`
-  bool streams = false;      ///< whether to store past the caches
-  bool fetchesMoves = true;  ///< whether kernels that only move bytes fetch their lines ahead
-  std::uint32_t fetchAhead = 0;  ///< bytes ahead of which kernels fetch them; 0 leaves it to the processor
+  bool contained = false;  ///< whether lines are converted without touching a byte after their end; see `WholeGroups`
+  bool streams = false;    ///< whether to store past the caches
+  std::uint32_t fetchAhead = 0;       ///< bytes ahead of which kernels fetch lines; 0 leaves it to the processor
+  std::uint32_t fetchMovesAhead = 0;  ///< the same of kernels that only move bytes
 
   std::size_t SourcePlane() const { return sourceLine * sourceHeight; }
   std::size_t DestinationPlane() const { return destinationLine * destinationHeight; }
