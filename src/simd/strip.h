@@ -76,7 +76,7 @@ struct TargetLine {
   std::uint32_t ahead = 0;  ///< how many bytes ahead to fetch the line into the cache; 0 leaves it to the processor
   Fit fit;                  ///< of use to writers of words
   bool opaque = false;      ///< whether the fourth channel, if there is one, is all ones
-  /// The run whose first line this is, of kernels for single lines that `TakesRuns` knows.
+  /// The run whose first line this is; null where a call converts this line only, or a pair.
   const LineRun* run = nullptr;
 };
 
