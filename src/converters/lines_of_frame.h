@@ -63,19 +63,33 @@ class LineConverter::Lines {
             mMatrix,   sourceBits + std::size_t{8} * writer.pixelBytes * writer.planes};
   }
 
-  // Converts lines at equal distances by one call of a kernel.
-  // @return false, with nothing done, where each line needs a call of its own: past the caches, or through a strip
+  // Converts lines at equal distances by one call of a kernel, or, through a strip, by two for as many as it holds.
+  // @return false, with nothing done, where each line needs calls of its own: past the caches, or by more steps
   bool ConvertRun(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels, std::uint32_t lines) {
     if (mFrame.streams) return false;
+    std::uint32_t linesInStrip = 0;
     if (mShortcut == nullptr) {
       const std::size_t bytes = pixels * mSteps.writer.pixelBytes;
       const std::size_t step = mFrame.destinationLine;
       const bool isAligned = (reinterpret_cast<std::uintptr_t>(destination) | step) % sizeof(Sample) == 0;
-      if (!mNeedsNoStrip || !TakesRuns(mSteps) || !isAligned || !IsInOneGo(destination, bytes, step)) return false;
+      if (!isAligned || !IsInOneGo(destination, bytes, step)) return false;
+      if (!mNeedsNoStrip && ShareStrip(mSteps, mTarget, pixels)) {
+        linesInStrip = static_cast<std::uint32_t>(kStripPixels / StepInStrip(pixels));
+      } else if (!mNeedsNoStrip || !TakesRuns(mSteps)) {
+        return false;
+      }
     }
-    const LineRun run{lines, mFrame.sourceLine, mFrame.destinationLine};
+    LineRun run{lines, mFrame.sourceLine, mFrame.destinationLine};
     mTarget.run = &run;
-    ConvertPixels(source, destination, pixels);
+    if (linesInStrip == 0) ConvertPixels(source, destination, pixels);
+    for (; linesInStrip != 0 && lines != 0; lines -= run.lines) {
+      run.lines = std::min(lines, linesInStrip);
+      mConverter.mSource.MoveTo(source, mFrame.SourcePlane(), mLines);
+      mTarget.line = destination;
+      ConvertInOneStrip(mSteps, mLines, pixels, mTarget);
+      source += run.lines * run.source;
+      destination += run.lines * run.target;
+    }
     mTarget.run = nullptr;
     return true;
   }

@@ -23,7 +23,7 @@ inline Rgb<Sample> LookUp(const LookupTables<Sample>* tables, const Channels<Sam
 /// Calls `store` with the channels and the target of each line of a run. It stays apart: loops around all ways to store
 /// would make single lines slow.
 template <class Sample, class Store>
-[[gnu::noinline]] void StoreRun(const Channels<Sample>& in, std::uint8_t* to, const LineRun& run, const Store& store) {
+[[gnu::noinline]] void StoreRun(const Channels<Sample>& in, std::uint8_t* to, const LineRun& run, Store store) {
   Channels<Sample> line = in;
   const std::size_t step = run.source / sizeof(Sample);
   for (std::uint32_t left = run.lines; left != 0; --left, to += run.target) {

@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <type_traits>
 
 #include "simd/joined.h"
 #include "simd/stores.h"
+#include "simd/widening.h"
 #include "simd/word_changes.h"
 
 // The loops around the text of a writer of words. Samples of bytes or of words arrive, and are fitted to its depth.
@@ -60,77 +60,6 @@ void StoreWordBlocks(const Channels<std::uint16_t>& channels, std::size_t count,
   }
 }
 
-// A register of words of each channel. Loaded by themselves they take one shuffle, and the second half of a register
-// takes three.
-template <class Writer, class To, class Fit>
-inline void StoreWidened(const std::uint8_t* red, const std::uint8_t* green, const std::uint8_t* blue, To to,
-                         const Fit& fit) {
-  Writer::Block({fit(LoadWide(red)), fit(LoadWide(green)), fit(LoadWide(blue))}, to);
-}
-
-// Makes bytes the upper ones of words, of gray.
-struct ToTop {
-  U16 operator()(U16 words) const { return words << 8; }
-};
-
-// Bytes in an order that `LowWords` and `HighWords` bring back.
-inline U8 InWordOrder(U8 v) {
-#if LM_LANES == 64
-  return U8(__builtin_shufflevector(U64(v), U64(v), 0, 4, 1, 5, 2, 6, 3, 7));
-#elif LM_LANES == 32
-  return U8(__builtin_shufflevector(U64(v), U64(v), 0, 2, 1, 3));
-#else
-  return v;
-#endif
-}
-
-// Both halves of a register of bytes, as words.
-template <class Writer, class To, class Fit>
-void StoreWidened(const RgbLanes<std::uint8_t>& in, To to, const Fit& fit) {
-  Writer::Block({fit(FirstHalf(in.r)), fit(FirstHalf(in.g)), fit(FirstHalf(in.b))}, to);
-  Writer::Block({fit(SecondHalf(in.r)), fit(SecondHalf(in.g)), fit(SecondHalf(in.b))},
-                to + kLanes / 2 * Writer::kBytes);
-}
-
-template <class Writer, class To, class Fit, class Change>
-void StoreByteBlocks(const Channels<std::uint8_t>& in, std::size_t count, To to, std::uint32_t ahead, const Fit fit,
-                     const Change change) {
-  const std::uint8_t *const red = Alone(in.red), *const green = Alone(in.green), *const blue = Alone(in.blue);
-  std::size_t i = 0;
-  const auto store = [&] {
-    if constexpr (std::is_same_v<Fit, ToTop>) {
-      const U8 gray = InWordOrder(Load(red + i));
-      Store(LowWords(gray), to);
-      Store(HighWords(gray), to + kLanes);
-    } else if constexpr (std::is_same_v<Change, AsTheyAre>) {
-      constexpr std::size_t kHalf = kLanes / 2;
-      StoreWidened<Writer>(red + i, green + i, blue + i, to, fit);
-      StoreWidened<Writer>(red + i + kHalf, green + i + kHalf, blue + i + kHalf, to + kHalf * Writer::kBytes, fit);
-    } else {
-      StoreWidened<Writer>(change(RgbLanes<std::uint8_t>{Load(red + i), Load(green + i), Load(blue + i)}), to, fit);
-    }
-    i += kLanes;
-    to = to + kLanes * Writer::kBytes;
-  };
-  // Beside words that are made by a step or two, the steps of the loop take time. Four blocks are stored together where
-  // they need not be fetched: with memory in between, fetching more at once takes longer.
-  if constexpr (Writer::kBytes == 2 && std::is_same_v<Change, AsTheyAre>) {
-    while (ahead == 0 && i + 4 * kLanes <= count) {  // NOLINT(bugprone-infinite-loop): `store` goes on
-      for (std::size_t k = 0; k < 4; ++k) store();
-    }
-  }
-  while (i + kLanes <= count) {  // NOLINT(bugprone-infinite-loop): likewise
-    FetchTarget(to, kLanes * Writer::kBytes, ahead);
-    store();
-  }
-  if (i < count) {
-    const std::size_t rest = count - i;
-    StoreWidened<Writer>(
-        change(RgbLanes<std::uint8_t>{LoadPart(red + i, rest), LoadPart(green + i, rest), LoadPart(blue + i, rest)}),
-        Part{Address(to), rest * Writer::kBytes}, fit);
-  }
-}
-
 // Words by tables are looked up one by one, some at a time, and then stored as they are.
 template <class Writer, class To>
 void StoreLookedUp(const Channels<std::uint16_t>& in, const LookupTables<std::uint16_t>& tables, std::size_t count,
@@ -151,19 +80,19 @@ void StoreLookedUp(const Channels<std::uint16_t>& in, const LookupTables<std::ui
 
 template <class Writer, class To>
 void StoreWideTo(const Channels<std::uint8_t>& in, const LookupTables<std::uint8_t>* tables, std::size_t count,
-                 const Fit& fit, To to, std::uint32_t ahead) {
+                 const Fit& fit, To to, std::uint32_t ahead, const LineRun* run = nullptr) {
   const ShiftLanes up(fit.up);
   if (tables == nullptr) {
     if constexpr (Writer::kBytes == 2) {
       // Gray of 16 bits has its bytes as the lower or the upper ones of words, and needs no product.
-      if (fit.up == 0) return StoreByteBlocks<Writer>(in, count, to, ahead, AsTheyAre{}, AsTheyAre{});
-      if (fit.up == 8) return StoreByteBlocks<Writer>(in, count, to, ahead, ToTop{}, AsTheyAre{});
+      if (fit.up == 0) return StoreByteBlocks<Writer>(in, count, to, ahead, AsTheyAre{}, AsTheyAre{}, run);
+      if (fit.up == 8) return StoreByteBlocks<Writer>(in, count, to, ahead, ToTop{}, AsTheyAre{}, run);
     }
-    StoreByteBlocks<Writer>(in, count, to, ahead, up, AsTheyAre{});
+    StoreByteBlocks<Writer>(in, count, to, ahead, up, AsTheyAre{}, run);
   } else if (kGainsAreFaster && tables->areGains) {
-    StoreByteBlocks<Writer>(in, count, to, ahead, up, LookedUp<GainLanes>(*tables));
+    StoreByteBlocks<Writer>(in, count, to, ahead, up, LookedUp<GainLanes>(*tables), run);
   } else {
-    StoreByteBlocks<Writer>(in, count, to, ahead, up, LookedUp<Table>(*tables));
+    StoreByteBlocks<Writer>(in, count, to, ahead, up, LookedUp<Table>(*tables), run);
   }
 }
 
@@ -211,15 +140,18 @@ void StoreWide(const Channels<Sample>& in, const LookupTables<Sample>* tables, s
                std::size_t first) {
   if constexpr (Writer::kBytes == 2) {
     if (out.run != nullptr) {
-      const auto store = [tables, count, fit = out.fit, ahead = out.ahead](const Channels<Sample>& line,
-                                                                           std::uint8_t* to) {
+      std::uint8_t* const to = out.line + first * Writer::kBytes;
 #if LM_LANES
-        StoreWideTo<Writer>(line, tables, count, fit, to, ahead);
-#else
-        StoreWidePixels<Writer>(line, tables, count, {to, 0, false, ahead, fit}, 0);
+      if constexpr (sizeof(Sample) == 1) {
+        return StoreWideTo<Writer>(in, tables, count, out.fit, to, out.ahead, out.run);
+      }
 #endif
-      };
-      return StoreRun(in, out.line + first * Writer::kBytes, *out.run, store);
+      TargetLine line = out;
+      line.run = nullptr;
+      return StoreRun(in, to, *out.run, [=](const Channels<Sample>& channels, std::uint8_t* at) mutable {
+        line.line = at;
+        StoreWideLine<Writer>(channels, tables, count, line, 0);
+      });
     }
   }
   StoreWideLine<Writer>(in, tables, count, out, first);

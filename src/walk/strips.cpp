@@ -173,6 +173,19 @@ void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::
   }
 }
 
+template <class Sample>
+void ConvertInOneStrip(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count,
+                       const TargetLine& target) {
+  const std::size_t step = StepInStrip(count) * sizeof(Sample);
+  const LineRun decoded{target.run->lines, target.run->source, step};
+  const LineRun stored{target.run->lines, step, target.run->target};
+  Strip<Sample> strip;
+  TargetLine out = target;
+  out.run = &stored;
+  const Channels<Sample> channels = steps.decode(in, 0, count, {strip.red, strip.green, strip.blue, 0, &decoded});
+  steps.writer.store.template Of<Sample>().Active()(channels, steps.tables, count, out, 0);
+}
+
 template void StorePixels(const Channels<std::uint8_t>&, const StripSteps<std::uint8_t>&, std::size_t,
                           const TargetLine&, std::size_t, KernelChoice);
 template void StorePixels(const Channels<std::uint16_t>&, const StripSteps<std::uint16_t>&, std::size_t,
@@ -181,5 +194,8 @@ template void ConvertStrips(const StripSteps<std::uint8_t>&, const SourceLines&,
                             std::size_t, std::size_t);
 template void ConvertStrips(const StripSteps<std::uint16_t>&, const SourceLines&, std::size_t, const TargetLine*,
                             std::size_t, std::size_t);
+
+template void ConvertInOneStrip(const StripSteps<std::uint8_t>&, const SourceLines&, std::size_t, const TargetLine&);
+template void ConvertInOneStrip(const StripSteps<std::uint16_t>&, const SourceLines&, std::size_t, const TargetLine&);
 
 }  // namespace LmImagingLib

@@ -77,15 +77,35 @@ bool NeedsNoStrip(const StripSteps<Sample>& steps, const TargetLine& target) {
          (sizeof(Sample) == 1 || target.fit.down == 0);
 }
 
+/// Whether a writer of samples stores the lines of a run by one call.
+template <class Sample>
+bool StoresRuns(const Writer& writer) {
+  if (writer.planes != 1 || IsLuma(writer)) return false;
+  return writer.pixelBytes == 2 || (sizeof(Sample) == 1 && writer.pixelBytes > 2 && writer.depth == 8);
+}
+
 /// Whether lines that need no strip may be a run: nothing is left to do once their gray is decoded, or a writer of
 /// bytes takes them from the source.
 template <class Sample>
 bool TakesRuns(const StripSteps<Sample>& steps) {
-  const Writer& writer = steps.writer;
-  if (sizeof(Sample) == 2 || !steps.plain) return writer.planes == 1;
-  return writer.planes == 1 && writer.pixelBytes > 1 && (writer.depth == 8 || writer.pixelBytes == 2) &&
-         !IsLuma(writer);
+  return sizeof(Sample) == 2 || !steps.plain ? steps.writer.planes == 1 : StoresRuns<Sample>(steps.writer);
 }
+
+/// Samples from a line to the next one in a strip that holds several.
+inline std::size_t StepInStrip(std::size_t pixels) { return (pixels + kCacheLine - 1) / kCacheLine * kCacheLine; }
+
+/// Whether a strip holds several lines of a run, which are decoded by one call and stored by another.
+template <class Sample>
+bool ShareStrip(const StripSteps<Sample>& steps, const TargetLine& target, std::size_t pixels) {
+  const bool inTwoSteps = steps.widening == nullptr && steps.matrix == nullptr && !target.opaque && !target.streams;
+  const bool fit = pixels != 0 && 2 * StepInStrip(pixels) <= kStripPixels;
+  return inTwoSteps && fit && StoresRuns<Sample>(steps.writer);
+}
+
+/// Converts a run of lines that share a strip, at most as many as it holds.
+template <class Sample>
+void ConvertInOneStrip(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count,
+                       const TargetLine& target);
 
 /// Converts such a line as `ConvertStrips` does, with less work beside its pixels. Words of the target are aligned.
 /// @param in  is told how far to shift words meanwhile; a copy of it would wait for the stores of its members
