@@ -29,15 +29,16 @@ std::optional<WideGain> FindWideGain(const std::vector<std::uint16_t>& table, un
   const std::uint32_t up = 16 - depth;
   const std::uint64_t white = table.size() - 1;
   // Entry i is (i << up) * factor >> 32: each entry leaves a range of factors. Clamped entries have no upper bound.
+  // What the factor of samples of 16 bits has above 32 bits is the whole part of the gain.
   std::uint64_t least = 0;
-  std::uint64_t most = 0xFFFFFFFF;
+  std::uint64_t most = up == 0 ? 0xFFFFFFFFFFFF : 0xFFFFFFFF;
   for (std::size_t i = 1; i <= white; ++i) {
     const std::uint64_t entry = table[i], x = std::uint64_t{i} << up;
     least = std::max(least, ((entry << 32) + x - 1) / x);
     if (entry != white) most = std::min(most, (((entry + 1) << 32) - 1) / x);
   }
   if (least > most) return std::nullopt;
-  return WideGain{static_cast<std::uint32_t>(least), up};
+  return WideGain{static_cast<std::uint32_t>(least), up, static_cast<std::uint16_t>(least >> 32)};
 }
 
 }  // namespace LmImagingLib

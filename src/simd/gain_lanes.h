@@ -32,6 +32,8 @@ inline U16 InEvenAndOdd(std::uint16_t even, std::uint16_t odd) {
 
 /// The products of words and gains, of 16 and 32 bits, of which the upper 16 are kept. Bits above those of a sample
 /// change nothing.
+/// @tparam kOf16Bits  whether samples have 16 bits; their products are clamped, too
+template <bool kOf16Bits>
 class WideProducts {
  public:
   explicit WideProducts(const WideGain& gain) : WideProducts(gain, gain) {}
@@ -40,18 +42,23 @@ class WideProducts {
       : mHigh(
             InEvenAndOdd(static_cast<std::uint16_t>(even.factor >> 16), static_cast<std::uint16_t>(odd.factor >> 16))),
         mLow(InEvenAndOdd(static_cast<std::uint16_t>(even.factor), static_cast<std::uint16_t>(odd.factor))),
+        mWhole(InEvenAndOdd(even.whole, odd.whole)),
         mUp(static_cast<std::uint16_t>(even.up)) {}
 
   U16 operator()(U16 words) const {
-    const U16 x = words << mUp;
+    const U16 x = kOf16Bits ? words : words << mUp;
     const U16 low = x * mHigh;
     const U16 sum = low + MultiplyHigh(x, mLow);
     const U16 carry = U16(sum < low);  // a lane in which the comparison holds is -1
-    return MultiplyHigh(x, mHigh) - carry;
+    const U16 product = MultiplyHigh(x, mHigh) - carry;
+    if constexpr (!kOf16Bits) return product;
+    const U16 whole = x * mWhole;
+    const U16 all = whole + product;
+    return all | U16(all < whole) | U16(MultiplyHigh(x, mWhole) != 0);
   }
 
  private:
-  U16 mHigh, mLow;
+  U16 mHigh, mLow, mWhole;
   std::uint16_t mUp;
 };
 

@@ -86,11 +86,12 @@ struct Gain {
   std::uint16_t shift;
 };
 
-/// A table of words as a product: entry i is (i << up) * factor >> 32, clamped to 0xFFFF >> up, and then fitted to the
-/// destination.
+/// A table of words as a product: entry i is whole * i + ((i << up) * factor >> 32), clamped to 0xFFFF >> up, and then
+/// fitted to the destination.
 struct WideGain {
   std::uint32_t factor;
-  std::uint32_t up;  ///< 16 less the bits of a sample
+  std::uint32_t up;     ///< 16 less the bits of a sample
+  std::uint16_t whole;  ///< 0 where `up` is not, as shifted samples leave room for gains above 1
 };
 
 template <class Sample>

@@ -60,7 +60,8 @@ void StoreWordBlocks(const Channels<std::uint16_t>& channels, std::size_t count,
   }
 }
 
-// Words by tables are looked up one by one, some at a time, and then stored as they are.
+// Words by tables are looked up one by one, some at a time, and then stored as they are. Writers of words by themselves
+// store those of one channel.
 template <class Writer, class To>
 void StoreLookedUp(const Channels<std::uint16_t>& in, const LookupTables<std::uint16_t>& tables, std::size_t count,
                    To to, std::uint32_t ahead) {
@@ -70,7 +71,7 @@ void StoreLookedUp(const Channels<std::uint16_t>& in, const LookupTables<std::ui
   const std::uint16_t* const entries[] = {tables.red.entries, tables.green.entries, tables.blue.entries};
   for (std::size_t i = 0; i < count; i += kSome, to = to + kSome * Writer::kBytes) {
     const std::size_t some = count - i < kSome ? count - i : kSome;
-    for (std::size_t k = 0; k < 3; ++k) {
+    for (std::size_t k = 0; k < (Writer::kBytes == 2 ? 1 : 3); ++k) {
       const std::uint16_t *const samples = channels[k] + i, *const table = entries[k];
       StoreJoined(some, found[k], [samples, table](std::size_t j, std::size_t l) { return table[samples[j + l]]; });
     }
@@ -103,10 +104,7 @@ void StoreWideTo(const Channels<std::uint16_t>& in, const LookupTables<std::uint
     const FitLanes change(fit);
     StoreWordBlocks<Writer>(in, count, to, ahead, WordChanges<FitLanes>{change, change, change});
   } else if (tables->areGains) {
-    StoreWordBlocks<Writer>(
-        in, count, to, ahead,
-        WordChanges<WideGainLanes>{WideGainLanes(tables->red.gain, fit), WideGainLanes(tables->green.gain, fit),
-                                   WideGainLanes(tables->blue.gain, fit)});
+    ByGains(*tables, fit, [&](const auto& change) { StoreWordBlocks<Writer>(in, count, to, ahead, change); });
   } else {
     StoreLookedUp<Writer>(in, *tables, count, to, ahead);
   }

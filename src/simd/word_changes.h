@@ -33,15 +33,20 @@ class FitLanes {
 };
 
 /// A table of words that is a gain.
+/// @tparam kOf16Bits  whether samples have 16 bits
+template <bool kOf16Bits>
 class WideGainLanes {
  public:
   explicit WideGainLanes(const WideGain& gain, const Fit& fit = {})
       : mProducts(gain), mMost(static_cast<std::uint16_t>(0xFFFFU >> gain.up)), mFit(fit) {}
 
-  U16 operator()(U16 words) const { return mFit(Least(mProducts(words), U16{} + mMost)); }
+  U16 operator()(U16 words) const {
+    const U16 products = mProducts(words);
+    return mFit(kOf16Bits ? products : Least(products, U16{} + mMost));
+  }
 
  private:
-  WideProducts mProducts;
+  WideProducts<kOf16Bits> mProducts;
   std::uint16_t mMost;
   FitLanes mFit;
 };
@@ -60,6 +65,18 @@ struct WordChanges {
 
   Change red, green, blue;
 };
+
+/// Calls `use` with the gains of all channels as changes of words.
+template <class Use>
+auto ByGains(const LookupTables<std::uint16_t>& tables, const Fit& fit, const Use& use) {
+  const WideGain &red = tables.red.gain, &green = tables.green.gain, &blue = tables.blue.gain;
+  if (red.up == 0) {
+    using Of16Bits = WideGainLanes<true>;
+    return use(WordChanges<Of16Bits>{Of16Bits(red, fit), Of16Bits(green, fit), Of16Bits(blue, fit)});
+  }
+  using Of = WideGainLanes<false>;
+  return use(WordChanges<Of>{Of(red, fit), Of(green, fit), Of(blue, fit)});
+}
 
 /// Words of each channel from pixel `i` on: a register of each, or `count` words.
 inline RgbLanes<std::uint16_t> LoadWords(const Channels<std::uint16_t>& in, std::size_t i) {

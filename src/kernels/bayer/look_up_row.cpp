@@ -55,9 +55,9 @@ inline std::size_t Multiply(const std::uint8_t* row, std::size_t width, const Ro
   return i;
 }
 
-inline std::size_t Multiply(const std::uint8_t* row, std::size_t width, const RowTables& tables, std::uint8_t* out,
-                            Of<std::uint16_t>) {
-  const WideProducts products(tables.even.wideGain, tables.odd.wideGain);
+template <bool kOf16Bits>
+std::size_t MultiplyWords(const std::uint8_t* row, std::size_t width, const RowTables& tables, std::uint8_t* out) {
+  const WideProducts<kOf16Bits> products(tables.even.wideGain, tables.odd.wideGain);
   const auto down = static_cast<std::uint16_t>(8 - tables.even.wideGain.up);
   const std::uint32_t ahead = tables.ahead;
   std::size_t i = 0;
@@ -70,9 +70,9 @@ inline std::size_t Multiply(const std::uint8_t* row, std::size_t width, const Ro
   return i;
 }
 
-inline std::size_t Multiply(const std::uint8_t* row, std::size_t width, const RowTables& tables, std::uint16_t* out,
-                            Of<std::uint16_t>) {
-  const WideProducts products(tables.even.wideGain, tables.odd.wideGain);
+template <bool kOf16Bits>
+std::size_t MultiplyWords(const std::uint8_t* row, std::size_t width, const RowTables& tables, std::uint16_t* out) {
+  const WideProducts<kOf16Bits> products(tables.even.wideGain, tables.odd.wideGain);
   const auto most = static_cast<std::uint16_t>(0xFFFFU >> tables.even.wideGain.up);
   const std::uint32_t ahead = tables.ahead;
   std::size_t i = 0;
@@ -81,6 +81,12 @@ inline std::size_t Multiply(const std::uint8_t* row, std::size_t width, const Ro
     Store(Least(products(U16(Load(row + 2 * i))), U16{} + most), out + i);
   }
   return i;
+}
+
+template <class Out>
+std::size_t Multiply(const std::uint8_t* row, std::size_t width, const RowTables& tables, Out* out, Of<std::uint16_t>) {
+  return tables.even.wideGain.up == 0 ? MultiplyWords<true>(row, width, tables, out)
+                                      : MultiplyWords<false>(row, width, tables, out);
 }
 
 // Whether tables in registers are faster than lookups one by one: not where a shuffle moves 16 bytes only, unless it

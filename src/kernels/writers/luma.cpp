@@ -70,10 +70,8 @@ std::size_t StoreLumaBlocks(const Channels<std::uint16_t>& in, const LookupTable
                             std::size_t count, std::uint8_t* to, const Fit& fit) {
   if (tables == nullptr) return StoreLumaBlocks(in, count, to, FitLanes(fit), AsTheyAre{});
   if (tables->areGains) {
-    return StoreLumaBlocks(
-        in, count, to, FitLanes(fit),
-        WordChanges<WideGainLanes>{WideGainLanes(tables->red.gain), WideGainLanes(tables->green.gain),
-                                   WideGainLanes(tables->blue.gain)});
+    return ByGains(*tables, {},
+                   [&](const auto& change) { return StoreLumaBlocks(in, count, to, FitLanes(fit), change); });
   }
   return StoreLumaBlocks(in, count, to, FitLanes(fit), WordTables{*tables});
 }
