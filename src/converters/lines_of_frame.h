@@ -30,9 +30,11 @@ class LineConverter::Lines {
     if (FitsShortcut() && mSteps.tables == nullptr && mSteps.widening == nullptr && !IsByMatrix() && !mTarget.opaque) {
       mShortcut = converter.mShortcut;
     }
-    // Other shortcuts than those of YUV and to luma only move bytes. Fetching never slowed those to planes down.
-    const bool moves = mShortcut != nullptr && Format().decodeByMatrix.of[0] == nullptr && !IsLuma(mSteps.writer) &&
-                       mSteps.writer.planes == 1;
+    // Other shortcuts than those of YUV and to luma only move bytes, and so do words that stay words. Fetching never
+    // slowed those to planes down.
+    const bool movesBytes = mShortcut != nullptr && Format().decodeByMatrix.of[0] == nullptr && !IsLuma(mSteps.writer);
+    const bool movesWords = Format().Is(kGray) && Format().Is(kWords) && mSteps.writer.pixelBytes == 2;
+    const bool moves = (movesBytes || movesWords) && mSteps.writer.planes == 1;
     if (!FetchesLines()) {
       mLines.ahead = mTarget.ahead = 0;
     } else if (moves) {
