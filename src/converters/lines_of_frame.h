@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "converters/line_converter.h"
 #include "converters/line_tail.h"
 #include "formats/yuv_matrices.h"
@@ -83,14 +85,17 @@ class LineConverter::Lines {
     }
     LineRun run{lines, mFrame.sourceLine, mFrame.destinationLine};
     mTarget.run = &run;
-    if (linesInStrip == 0) ConvertPixels(source, destination, pixels);
-    for (; linesInStrip != 0 && lines != 0; lines -= run.lines) {
-      run.lines = std::min(lines, linesInStrip);
-      mConverter.mSource.MoveTo(source, mFrame.SourcePlane(), mLines);
-      mTarget.line = destination;
-      ConvertInOneStrip(mSteps, mLines, pixels, mTarget);
-      source += run.lines * run.source;
-      destination += run.lines * run.target;
+    if (linesInStrip == 0) {
+      ConvertPixels(source, destination, pixels);
+    } else {
+      for (; lines != 0; lines -= run.lines) {
+        run.lines = std::min(lines, linesInStrip);
+        mConverter.mSource.MoveTo(source, mFrame.SourcePlane(), mLines);
+        mTarget.line = destination;
+        ConvertInOneStrip(mSteps, mLines, pixels, mTarget);
+        source += run.lines * run.source;
+        destination += run.lines * run.target;
+      }
     }
     mTarget.run = nullptr;
     return true;

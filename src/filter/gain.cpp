@@ -26,7 +26,7 @@ std::optional<Gain> FindGain(const unsigned char* table) {
 
 std::optional<WideGain> FindWideGain(const std::vector<std::uint16_t>& table, unsigned depth) {
   if (table[0] != 0) return std::nullopt;
-  const std::uint32_t up = 16 - depth;
+  const auto up = static_cast<std::uint16_t>(16 - depth);
   const std::uint64_t white = table.size() - 1;
   // Entry i is (i << up) * factor >> 32: each entry leaves a range of factors. Clamped entries have no upper bound.
   // What the factor of samples of 16 bits has above 32 bits is the whole part of the gain.

@@ -43,7 +43,7 @@ class WideProducts {
             InEvenAndOdd(static_cast<std::uint16_t>(even.factor >> 16), static_cast<std::uint16_t>(odd.factor >> 16))),
         mLow(InEvenAndOdd(static_cast<std::uint16_t>(even.factor), static_cast<std::uint16_t>(odd.factor))),
         mWhole(InEvenAndOdd(even.whole, odd.whole)),
-        mUp(static_cast<std::uint16_t>(even.up)) {}
+        mUp(even.up) {}
 
   U16 operator()(U16 words) const {
     const U16 x = kOf16Bits ? words : words << mUp;

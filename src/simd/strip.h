@@ -90,7 +90,7 @@ struct Gain {
 /// fitted to the destination.
 struct WideGain {
   std::uint32_t factor;
-  std::uint32_t up;     ///< 16 less the bits of a sample
+  std::uint16_t up;     ///< 16 less the bits of a sample
   std::uint16_t whole;  ///< 0 where `up` is not, as shifted samples leave room for gains above 1
 };
 
