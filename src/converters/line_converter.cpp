@@ -16,6 +16,12 @@ namespace {
 // Images are joined up to so many pixels: none of their sizes in bytes comes near 32 bits.
 constexpr std::uint64_t kMostJoined = 1U << 28;
 
+Frame FrameOf(unsigned long flags) {
+  Frame frame;
+  frame.flags = U32(flags);
+  return frame;
+}
+
 }  // namespace
 
 Fit FitOf(std::uint32_t depth, const Writer& writer, bool inFull) {
@@ -42,7 +48,8 @@ LineConverter::LineConverter(const SourceType& source, const Writer& writer, con
       mSource(source),
       mWriter(writer),
       mShortcut(FindShortcut(source.format->name, writer)),
-      mPlainWay(Lines<std::uint8_t>(*this, Frame{}).Way()),
+      mPlainWay(Lines<std::uint8_t>(*this, FrameOf(0)).Way()),
+      mPlainWayOfWords(Lines<std::uint16_t>(*this, FrameOf(ConversionFlags::kFullDepth)).Way()),
       mJoins(source.readout.taps != Readout::Taps::kTwo && (from & kInterlacedFlag) == 0) {}
 
 Result LineConverter::Convert(const RGBFilter* filter, const void* source, unsigned long sourceWidth,
@@ -53,26 +60,31 @@ Result LineConverter::Convert(const RGBFilter* filter, const void* source, unsig
   // To describe a small image in a frame takes as long as to convert it. Most of them are whole, without a gap between
   // lines, and need none.
   const std::uint32_t width = U32(pixelsPerLine), height = U32(lines);
-  const bool isPlain = filter == nullptr && (U32(flags) | U32(destinationPadding)) == 0;
+  const bool isPlain = filter == nullptr && U32(destinationPadding) == 0;
   const bool isWhole = U32(sourceWidth) == width && U32(destinationWidth) == width && U32(sourceHeight) == height &&
                        U32(destinationHeight) == height;
-  if (mJoins && isPlain && isWhole && mSource.format->Rest(width) == 0 &&
-      ConvertSmall(source, destination, std::size_t{width} * height)) {
-    return Result::OK;
+  if (mJoins && isPlain && isWhole && mSource.format->Rest(width) == 0) {
+    const std::size_t pixels = std::size_t{width} * height;
+    if (U32(flags) == 0 && ConvertSmall(mPlainWay, source, destination, pixels)) return Result::OK;
+    if (U32(flags) == ConversionFlags::kFullDepth && HasFullWords() &&
+        ConvertSmall(mPlainWayOfWords, source, destination, pixels)) {
+      return Result::OK;
+    }
   }
   return LibraryConverter::Convert(filter, source, sourceWidth, sourceHeight, destination, destinationWidth,
                                    destinationHeight, pixelsPerLine, lines, flags, destinationPadding, scratch,
                                    scratchSize);
 }
 
-// Converts a small image, of whole groups of pixels in each line, without a filter and without flags.
+// Converts a small image, of whole groups of pixels in each line.
 // @return false, with nothing done, where it is not small or needs strips
-[[gnu::flatten]] bool LineConverter::ConvertSmall(const void* source, void* destination, std::size_t pixels) const {
-  const PlainWay& way = mPlainWay;
+template <class Sample>
+[[gnu::flatten]] bool LineConverter::ConvertSmall(const PlainWay<Sample>& way, const void* source, void* destination,
+                                                  std::size_t pixels) const {
   if (pixels > kMostJoined || !IsSmallImage(pixels * way.pixelBits / 8)) return false;
   // The groups of planar layouts are single pixels.
   SourceLines lines =
-      mSource.Lines<std::uint8_t>(static_cast<const std::uint8_t*>(source), pixels * mSource.format->groupBits / 8, 0);
+      mSource.Lines<Sample>(static_cast<const std::uint8_t*>(source), pixels * mSource.format->groupBits / 8, 0);
   lines.matrix = way.matrix;
   const std::size_t bytes = pixels * way.writer.pixelBytes;
   const TargetLine target{static_cast<std::uint8_t*>(destination), bytes, false, 0, way.fit};
@@ -80,15 +92,15 @@ Result LineConverter::Convert(const RGBFilter* filter, const void* source, unsig
     way.shortcut->convert.Active()(lines, 0, pixels, &target, 0);
     return true;
   }
-  if (way.decode == nullptr || !IsInOneGo(target.line, bytes)) return false;
-  ConvertWithoutStrip<std::uint8_t>({way.decode->Active(), mSource.format->groupPixels, false, nullptr, way.writer},
-                                    lines, pixels, target);
+  const bool isAligned = reinterpret_cast<std::uintptr_t>(destination) % sizeof(Sample) == 0;
+  if (way.decode == nullptr || !isAligned || !IsInOneGo(target.line, bytes)) return false;
+  ConvertWithoutStrip<Sample>({way.decode->Active(), mSource.format->groupPixels, false, nullptr, way.writer}, lines,
+                              pixels, target);
   return true;
 }
 
 void LineConverter::ConvertLines(const Frame& frame, std::uint32_t first, std::uint32_t end) const {
-  const bool words = HasWords(mSource) && mWriter.depth > 8 && (frame.flags & ConversionFlags::kFullDepth) != 0;
-  if (words) {
+  if (HasFullWords() && (frame.flags & ConversionFlags::kFullDepth) != 0) {
     Convert<std::uint16_t>(frame, first, end);
   } else {
     Convert<std::uint8_t>(frame, first, end);

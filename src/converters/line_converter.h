@@ -29,26 +29,31 @@ class LineConverter : public LibraryConverter {
  private:
   template <class Sample>
   class Lines;
-  // How lines become bytes without a filter and without flags: by a shortcut, or by a decoder that needs no strip. Of
-  // other ways both are null.
+  // How lines become samples without a filter: by a shortcut, or by a decoder that needs no strip. Of other ways both
+  // are null. There are no flags, but that for all bits of words.
+  template <class Sample>
   struct PlainWay {
     const Shortcut* shortcut;
-    const Twins<DecodeKernel<std::uint8_t>>* decode;
+    const Twins<DecodeKernel<Sample>>* decode;
     const Writer& writer;
     Fit fit;
     const YuvMatrix* matrix;
     std::size_t pixelBits;  // of source and destination together
   };
 
-  bool ConvertSmall(const void* source, void* destination, std::size_t pixels) const;
+  template <class Sample>
+  bool ConvertSmall(const PlainWay<Sample>& way, const void* source, void* destination, std::size_t pixels) const;
   template <class Sample>
   void Convert(const Frame& frame, std::uint32_t first, std::uint32_t end) const;
   bool LinesJoin(const Frame& frame, std::uint32_t lines) const;
+  // Whether all bits of words are kept where they are asked for.
+  bool HasFullWords() const { return HasWords(mSource) && mWriter.depth > 8; }
 
   const SourceType mSource;
   const Writer& mWriter;
   const Shortcut* mShortcut;
-  const PlainWay mPlainWay;
+  const PlainWay<std::uint8_t> mPlainWay;
+  const PlainWay<std::uint16_t> mPlainWayOfWords;
   const bool mJoins;  // whether lines without a gap between them are one long line
 };
 

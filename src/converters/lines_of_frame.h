@@ -59,7 +59,7 @@ class LineConverter::Lines {
     }
   }
 
-  PlainWay Way() const {
+  PlainWay<Sample> Way() const {
     const Writer& writer = mSteps.writer;
     const std::size_t sourceBits = Format().groupBits / Format().groupPixels * (Format().Is(kPlanar) ? 3 : 1);
     return {mShortcut, mNeedsNoStrip ? &Decoder() : nullptr,

@@ -11,7 +11,8 @@
 namespace LmImagingLib {
 namespace {
 
-// Small images without flags are converted in a way of their own, which a hint that changes no result leaves.
+// Small images are converted in a way of their own, at 8 bits and at full depth, which a hint that changes no result
+// leaves.
 TEST(SmallImages, AreConvertedAsWithAHint) {
   constexpr std::uint32_t kWidth = 40, kHeight = 6;
   RegisterExtendedFormats();
@@ -31,9 +32,11 @@ TEST(SmallImages, AreConvertedAsWithAHint) {
                            kHeight, flags, 0, nullptr, nullptr);
       };
       ForEachInstructionSet([&] {
-        convert(ConversionFlags::kReadLater, expected);
-        convert(ConversionFlags::kNone, converted);
-        EXPECT_TRUE(converted == expected);
+        for (const unsigned long depth : {ConversionFlags::kNone, ConversionFlags::kFullDepth}) {
+          convert(depth | ConversionFlags::kReadLater, expected);
+          convert(depth, converted);
+          EXPECT_TRUE(converted == expected) << "flags " << depth;
+        }
       });
     }
   }
