@@ -30,7 +30,7 @@ class LineConverter : public LibraryConverter {
   template <class Sample>
   class Lines;
   // How lines become samples without a filter: by a shortcut, or by a decoder that needs no strip. Of other ways both
-  // are null. There are no flags, but that for all bits of words.
+  // are null. No flag is set but `kFullDepth`, of words.
   template <class Sample>
   struct PlainWay {
     const Shortcut* shortcut;

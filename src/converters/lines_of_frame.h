@@ -77,11 +77,8 @@ class LineConverter::Lines {
       const std::size_t step = mFrame.destinationLine;
       const bool isAligned = (reinterpret_cast<std::uintptr_t>(destination) | step) % sizeof(Sample) == 0;
       if (!isAligned || !IsInOneGo(destination, bytes, step)) return false;
-      if (!mNeedsNoStrip && ShareStrip(mSteps, mTarget, pixels)) {
-        linesInStrip = static_cast<std::uint32_t>(kStripPixels / StepInStrip(pixels));
-      } else if (!mNeedsNoStrip || !TakesRuns(mSteps)) {
-        return false;
-      }
+      if (!(mNeedsNoStrip ? TakesRuns(mSteps) : LinesShareStrip(mSteps, mTarget, pixels))) return false;
+      if (!mNeedsNoStrip) linesInStrip = static_cast<std::uint32_t>(kStripPixels / StepInStrip(pixels));
     }
     LineRun run{lines, mFrame.sourceLine, mFrame.destinationLine};
     mTarget.run = &run;

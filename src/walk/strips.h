@@ -96,8 +96,8 @@ inline std::size_t StepInStrip(std::size_t pixels) { return (pixels + kCacheLine
 
 /// Whether a strip holds several lines of a run, which are decoded by one call and stored by another.
 template <class Sample>
-bool ShareStrip(const StripSteps<Sample>& steps, const TargetLine& target, std::size_t pixels) {
-  const bool inTwoSteps = steps.widening == nullptr && steps.matrix == nullptr && !target.opaque && !target.streams;
+bool LinesShareStrip(const StripSteps<Sample>& steps, const TargetLine& target, std::size_t pixels) {
+  const bool inTwoSteps = steps.widening == nullptr && steps.matrix == nullptr && !target.opaque;
   const bool fit = pixels != 0 && 2 * StepInStrip(pixels) <= kStripPixels;
   return inTwoSteps && fit && StoresRuns<Sample>(steps.writer);
 }
