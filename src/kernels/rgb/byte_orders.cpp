@@ -16,14 +16,8 @@ struct ByteMap {
 template <class Order>
 void ShuffleLine(const SourceLines& in, std::size_t from, std::size_t count, const TargetLine* targets,
                  std::size_t first) {
-  const std::uint8_t* line = in.line[0] + from * Order::kFrom;
-  std::uint8_t* to = targets->line + first * Order::kTo;
-  for (std::uint32_t left = LinesOf(targets->run);;) {
-    ShufflePixels<Order>(line, *targets, to, count, in.ahead);
-    if (--left == 0) return;
-    line += targets->run->source;
-    to += targets->run->target;
-  }
+  ShuffleLines<Order>(in.line[0] + from * Order::kFrom, targets[0], targets[0].line + first * Order::kTo, count,
+                      in.ahead);
 }
 
 #if LM_LANES
