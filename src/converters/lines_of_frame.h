@@ -67,35 +67,24 @@ class LineConverter::Lines {
             mMatrix,   sourceBits + std::size_t{8} * writer.pixelBytes * writer.planes};
   }
 
-  // Converts lines at equal distances by one call of a kernel, or, through a strip, by two for as many as it holds.
+  // Converts lines at equal distances by one call of a kernel, or by two for as many as a strip holds.
   // @return false, with nothing done, where each line needs calls of its own: past the caches, or by more steps
   bool ConvertRun(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels, std::uint32_t lines) {
     if (mFrame.streams) return false;
-    std::uint32_t linesInStrip = 0;
-    if (mShortcut == nullptr) {
-      const std::size_t bytes = pixels * mSteps.writer.pixelBytes;
-      const std::size_t step = mFrame.destinationLine;
-      const bool isAligned = (reinterpret_cast<std::uintptr_t>(destination) | step) % sizeof(Sample) == 0;
-      if (!isAligned || !IsInOneGo(destination, bytes, step)) return false;
-      if (!(mNeedsNoStrip ? TakesRuns(mSteps) : LinesShareStrip(mSteps, mTarget, pixels))) return false;
-      if (!mNeedsNoStrip) linesInStrip = static_cast<std::uint32_t>(kStripPixels / StepInStrip(pixels));
-    }
-    LineRun run{lines, mFrame.sourceLine, mFrame.destinationLine};
+    const std::size_t step = mFrame.destinationLine;
+    const bool isAligned = (reinterpret_cast<std::uintptr_t>(destination) | step) % sizeof(Sample) == 0;
+    const bool isInOneGo = isAligned && IsInOneGo(destination, pixels * mSteps.writer.pixelBytes, step);
+    if (mShortcut == nullptr && (!isInOneGo || (mNeedsNoStrip && !TakesRuns(mSteps)))) return false;
+    LineRun run{lines, mFrame.sourceLine, step};
     mTarget.run = &run;
-    if (linesInStrip == 0) {
+    bool isDone = true;
+    if (mShortcut != nullptr || mNeedsNoStrip) {
       ConvertPixels(source, destination, pixels);
     } else {
-      for (; lines != 0; lines -= run.lines) {
-        run.lines = std::min(lines, linesInStrip);
-        mConverter.mSource.MoveTo(source, mFrame.SourcePlane(), mLines);
-        mTarget.line = destination;
-        ConvertInOneStrip(mSteps, mLines, pixels, mTarget);
-        source += run.lines * run.source;
-        destination += run.lines * run.target;
-      }
+      isDone = ConvertSomeAtOnce(source, destination, pixels, run);
     }
     mTarget.run = nullptr;
-    return true;
+    return isDone;
   }
 
   void ConvertTaps(const FrameLine& line) const {
@@ -117,6 +106,22 @@ class LineConverter::Lines {
   }
 
  private:
+  // Converts the lines of a run, some of them at once.
+  // @return false, with nothing done, where each line needs calls of its own
+  bool ConvertSomeAtOnce(const std::uint8_t* source, std::uint8_t* destination, std::size_t pixels, LineRun& run) {
+    std::uint32_t left = run.lines;
+    std::uint32_t some = 0;
+    for (; left != 0; left -= run.lines, source += run.lines * run.source, destination += run.lines * run.target) {
+      mConverter.mSource.MoveTo(source, mFrame.SourcePlane(), mLines);
+      mTarget.line = destination;
+      if (some == 0) some = LinesAtOnce(mSteps, mLines, mTarget, pixels);
+      if (some == 0) return false;
+      run.lines = std::min(left, some);
+      ConvertAtOnce(mSteps, mLines, pixels, mTarget);
+    }
+    return true;
+  }
+
   // Whether lines are fetched ahead. Processors keep up by themselves with gray that needs no unpacking: with bytes
   // unless they are stored past the caches, with words that stay words in small images.
   bool FetchesLines() const {

@@ -32,6 +32,17 @@ template <class Sample, class Store>
   }
 }
 
+/// The same through `store`, which takes the channels and the target of a single line.
+template <class Sample, class Store>
+void StoreLines(const Channels<Sample>& in, const TargetLine& out, Store store) {
+  TargetLine line = out;
+  line.run = nullptr;
+  StoreRun(in, out.line, *out.run, [=](const Channels<Sample>& channels, std::uint8_t* at) mutable {
+    line.line = at;
+    store(channels, line);
+  });
+}
+
 /// The function that stores through a writer.
 using StoreLoop = StoreKernel<std::uint8_t>;
 

@@ -132,27 +132,19 @@ void StoreWideLine(const Channels<Sample>& in, const LookupTables<Sample>* table
 
 #endif
 
-/// The same for the lines of a run, which are gray: the pixels of others take far longer than a call.
+/// The same for the lines of a run, if there is one.
 template <class Writer, class Sample>
 void StoreWide(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
                std::size_t first) {
-  if constexpr (Writer::kBytes == 2) {
-    if (out.run != nullptr) {
-      std::uint8_t* const to = out.line + first * Writer::kBytes;
+  if (out.run == nullptr) return StoreWideLine<Writer>(in, tables, count, out, first);
 #if LM_LANES
-      if constexpr (sizeof(Sample) == 1) {
-        return StoreWideTo<Writer>(in, tables, count, out.fit, to, out.ahead, out.run);
-      }
-#endif
-      TargetLine line = out;
-      line.run = nullptr;
-      return StoreRun(in, to, *out.run, [=](const Channels<Sample>& channels, std::uint8_t* at) mutable {
-        line.line = at;
-        StoreWideLine<Writer>(channels, tables, count, line, 0);
-      });
-    }
+  if constexpr (Writer::kBytes == 2 && sizeof(Sample) == 1) {
+    return StoreWideTo<Writer>(in, tables, count, out.fit, out.line, out.ahead, out.run);
   }
-  StoreWideLine<Writer>(in, tables, count, out, first);
+#endif
+  StoreLines(in, out, [=](const Channels<Sample>& channels, const TargetLine& line) {
+    StoreWideLine<Writer>(channels, tables, count, line, 0);
+  });
 }
 
 }  // namespace

@@ -45,7 +45,8 @@ template <class Sample>
 bool HasChannels(const StripSteps<Sample>& steps, const SourceLines& in, const TargetLine& target) {
   if (sizeof(Sample) == 1 || !steps.plain) return steps.plain;
   const auto at = [&](std::size_t k) { return reinterpret_cast<std::uintptr_t>(in.line[k]); };
-  return ((at(0) | at(1) | at(2)) % sizeof(Sample)) == 0 && in.line[0] != target.line;
+  const std::size_t step = target.run == nullptr ? 0 : target.run->source;
+  return ((at(0) | at(1) | at(2) | step) % sizeof(Sample)) == 0 && in.line[0] != target.line;
 }
 
 template <class Sample>
@@ -174,16 +175,35 @@ void ConvertStrips(const StripSteps<Sample>& steps, const SourceLines& in, std::
 }
 
 template <class Sample>
-void ConvertInOneStrip(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count,
-                       const TargetLine& target) {
+void StoreDecodedRun(const Channels<Sample>& channels, const StripSteps<Sample>& steps, std::size_t count,
+                     const TargetLine& target, std::size_t step) {
+  const LineRun run{target.run->lines, step, target.run->target};
+  TargetLine out = target;
+  out.run = &run;
+  steps.writer.store.template Of<Sample>().Active()(channels, steps.tables, count, out, 0);
+}
+
+template <class Sample>
+std::uint32_t LinesAtOnce(const StripSteps<Sample>& steps, const SourceLines& in, const TargetLine& target,
+                          std::size_t pixels) {
+  const bool inTwoSteps = steps.widening == nullptr && steps.matrix == nullptr && !target.opaque;
+  if (!inTwoSteps || pixels == 0 || !StoresRuns(steps.writer)) return 0;
+  if (HasChannels(steps, in, target)) return target.run->lines;
+  const auto lines = static_cast<std::uint32_t>(kStripPixels / StepInStrip(pixels));
+  return lines > 1 ? lines : 0;
+}
+
+template <class Sample>
+void ConvertAtOnce(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count,
+                   const TargetLine& target) {
+  if (sizeof(Sample) == 2 && HasChannels(steps, in, target)) {
+    return StoreDecodedRun(ChannelsIn<Sample>(in, 0), steps, count, target, target.run->source);
+  }
   const std::size_t step = StepInStrip(count) * sizeof(Sample);
   const LineRun decoded{target.run->lines, target.run->source, step};
-  const LineRun stored{target.run->lines, step, target.run->target};
   Strip<Sample> strip;
-  TargetLine out = target;
-  out.run = &stored;
-  const Channels<Sample> channels = steps.decode(in, 0, count, {strip.red, strip.green, strip.blue, 0, &decoded});
-  steps.writer.store.template Of<Sample>().Active()(channels, steps.tables, count, out, 0);
+  StoreDecodedRun(steps.decode(in, 0, count, {strip.red, strip.green, strip.blue, 0, &decoded}), steps, count, target,
+                  step);
 }
 
 template void StorePixels(const Channels<std::uint8_t>&, const StripSteps<std::uint8_t>&, std::size_t,
@@ -195,7 +215,16 @@ template void ConvertStrips(const StripSteps<std::uint8_t>&, const SourceLines&,
 template void ConvertStrips(const StripSteps<std::uint16_t>&, const SourceLines&, std::size_t, const TargetLine*,
                             std::size_t, std::size_t);
 
-template void ConvertInOneStrip(const StripSteps<std::uint8_t>&, const SourceLines&, std::size_t, const TargetLine&);
-template void ConvertInOneStrip(const StripSteps<std::uint16_t>&, const SourceLines&, std::size_t, const TargetLine&);
+template void StoreDecodedRun(const Channels<std::uint8_t>&, const StripSteps<std::uint8_t>&, std::size_t,
+                              const TargetLine&, std::size_t);
+template void StoreDecodedRun(const Channels<std::uint16_t>&, const StripSteps<std::uint16_t>&, std::size_t,
+                              const TargetLine&, std::size_t);
+
+template std::uint32_t LinesAtOnce(const StripSteps<std::uint8_t>&, const SourceLines&, const TargetLine&, std::size_t);
+template std::uint32_t LinesAtOnce(const StripSteps<std::uint16_t>&, const SourceLines&, const TargetLine&,
+                                   std::size_t);
+
+template void ConvertAtOnce(const StripSteps<std::uint8_t>&, const SourceLines&, std::size_t, const TargetLine&);
+template void ConvertAtOnce(const StripSteps<std::uint16_t>&, const SourceLines&, std::size_t, const TargetLine&);
 
 }  // namespace LmImagingLib

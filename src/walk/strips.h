@@ -77,35 +77,36 @@ bool NeedsNoStrip(const StripSteps<Sample>& steps, const TargetLine& target) {
          (sizeof(Sample) == 1 || target.fit.down == 0);
 }
 
-/// Whether a writer of samples stores the lines of a run by one call.
-template <class Sample>
-bool StoresRuns(const Writer& writer) {
-  if (writer.planes != 1 || IsLuma(writer)) return false;
-  return writer.pixelBytes == 2 || (sizeof(Sample) == 1 && writer.pixelBytes > 2 && writer.depth == 8);
+/// Whether a writer stores the lines of a run by one call. Gray bytes are decoded where they go, and luma takes far
+/// longer than a call.
+inline bool StoresRuns(const Writer& writer) {
+  return !IsLuma(writer) && (writer.planes != 1 || writer.pixelBytes != 1);
 }
 
-/// Whether lines that need no strip may be a run: nothing is left to do once their gray is decoded, or a writer of
-/// bytes takes them from the source.
+/// Whether lines that need no strip may be a run: they are complete once they are decoded, or a writer of bytes takes
+/// them from the source or from planes of the target.
 template <class Sample>
 bool TakesRuns(const StripSteps<Sample>& steps) {
-  return sizeof(Sample) == 2 || !steps.plain ? steps.writer.planes == 1 : StoresRuns<Sample>(steps.writer);
+  return sizeof(Sample) == 2 || (!steps.plain && steps.writer.planes == 1) || StoresRuns(steps.writer);
 }
 
 /// Samples from a line to the next one in a strip that holds several.
 inline std::size_t StepInStrip(std::size_t pixels) { return (pixels + kCacheLine - 1) / kCacheLine * kCacheLine; }
 
-/// Whether a strip holds several lines of a run, which are decoded by one call and stored by another.
+/// Lines of a run that are stored by one call of a kernel: all of them where the source holds their channels, or as
+/// many as a strip has room for, once another call has decoded them. 0 where each line needs calls of its own.
 template <class Sample>
-bool LinesShareStrip(const StripSteps<Sample>& steps, const TargetLine& target, std::size_t pixels) {
-  const bool inTwoSteps = steps.widening == nullptr && steps.matrix == nullptr && !target.opaque;
-  const bool fit = pixels != 0 && 2 * StepInStrip(pixels) <= kStripPixels;
-  return inTwoSteps && fit && StoresRuns<Sample>(steps.writer);
-}
+std::uint32_t LinesAtOnce(const StripSteps<Sample>& steps, const SourceLines& in, const TargetLine& target,
+                          std::size_t pixels);
 
-/// Converts a run of lines that share a strip, at most as many as it holds.
+/// Converts the lines of a run, at most as many as `LinesAtOnce`.
 template <class Sample>
-void ConvertInOneStrip(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count,
-                       const TargetLine& target);
+void ConvertAtOnce(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count, const TargetLine& target);
+
+/// Stores the lines of a run whose channels were decoded, `step` bytes from one line to the next.
+template <class Sample>
+void StoreDecodedRun(const Channels<Sample>& channels, const StripSteps<Sample>& steps, std::size_t count,
+                     const TargetLine& target, std::size_t step);
 
 /// Converts such a line as `ConvertStrips` does, with less work beside its pixels. Words of the target are aligned.
 /// @param in  is told how far to shift words meanwhile; a copy of it would wait for the stores of its members
@@ -120,7 +121,12 @@ void ConvertWithoutStrip(const StripSteps<Sample>& steps, SourceLines& in, std::
   in.up = 0;
   if constexpr (sizeof(Sample) == 1) {
     const bool isThere = channels.red == plane && steps.writer.planes == 1 && steps.tables == nullptr;
-    if (!isThere) steps.writer.store.bytes.Active()(channels, steps.tables, count, target, 0);
+    if (isThere) return;
+    if (target.run == nullptr || steps.plain) {
+      steps.writer.store.bytes.Active()(channels, steps.tables, count, target, 0);
+    } else {
+      StoreDecodedRun(channels, steps, count, target, target.run->target);
+    }
   }
 }
 

@@ -7,6 +7,11 @@ namespace {
 template <class Sample>
 void StorePlanes(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count,
                  const TargetLine& out, std::size_t first) {
+  if (out.run != nullptr) {
+    return StoreLines(in, out, [=](const Channels<Sample>& channels, const TargetLine& line) {
+      StorePlanes(channels, tables, count, line, 0);
+    });
+  }
   const Sample* const channels[] = {in.red, in.green, in.blue};
   TargetLine plane = out;
   for (std::size_t k = 0; k < 3; ++k, plane.line += out.planeSize) {
