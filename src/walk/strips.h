@@ -77,11 +77,9 @@ bool NeedsNoStrip(const StripSteps<Sample>& steps, const TargetLine& target) {
          (sizeof(Sample) == 1 || target.fit.down == 0);
 }
 
-/// Whether a writer stores the lines of a run by one call. Gray bytes are decoded where they go, and luma takes far
-/// longer than a call.
-inline bool StoresRuns(const Writer& writer) {
-  return !IsLuma(writer) && (writer.planes != 1 || writer.pixelBytes != 1);
-}
+/// Whether a writer stores the lines of a run by one call. All do but that of gray bytes, which are decoded where they
+/// go.
+inline bool StoresRuns(const Writer& writer) { return writer.planes != 1 || writer.pixelBytes != 1 || IsLuma(writer); }
 
 /// Whether lines that need no strip may be a run: they are complete once they are decoded, or a writer of bytes takes
 /// them from the source or from planes of the target.

@@ -82,6 +82,11 @@ std::size_t StoreLumaBlocks(const Channels<std::uint16_t>& in, const LookupTable
 template <class Sample>
 void StoreLuma(const Channels<Sample>& in, const LookupTables<Sample>* tables, std::size_t count, const TargetLine& out,
                std::size_t first) {
+  if (out.run != nullptr) {
+    return StoreLines(in, out, [=](const Channels<Sample>& channels, const TargetLine& line) {
+      StoreLuma(channels, tables, count, line, 0);
+    });
+  }
   if (tables == nullptr && in.red == in.green && in.red == in.blue) {
     return StoreWideLine<GrayWords>(in, tables, count, out, first);
   }
