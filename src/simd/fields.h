@@ -22,12 +22,12 @@ inline U32 CollectPairs(U32 v, std::index_sequence<kLane...>) {
   return __builtin_shufflevector(v, v, (kLane / 2 % kUnits * 4 + kLane / 2 / kUnits * 2 + kLane % 2)...);
 }
 
-/// Numbers of at most 255 that were packed from two registers each, as bytes in the order of these.
-inline U8 JoinFours(I16 first, I16 second) {
-  return U8(Collect(U32(ClampJoin(first, second)), std::make_index_sequence<kLanes / 4>{}));
-}
+/// Bytes that were packed from four registers, in the order of these.
+inline U8 CollectFours(U8 packed) { return U8(Collect(U32(packed), std::make_index_sequence<kLanes / 4>{})); }
 /// The numbers of four registers, at most 255, as bytes in their order.
-inline U8 NarrowInOrder(const I32 (&v)[4]) { return JoinFours(ClampPack(v[0], v[1]), ClampPack(v[2], v[3])); }
+inline U8 NarrowInOrder(const I32 (&v)[4]) {
+  return CollectFours(ClampJoin(ClampPack(v[0], v[1]), ClampPack(v[2], v[3])));
+}
 /// Those of two registers, at most 32767, as words.
 inline U16 NarrowInOrder(const I32 (&v)[2]) {
   return U16(CollectPairs(U32(ClampPack(v[0], v[1])), std::make_index_sequence<kLanes / 4>{}));

@@ -34,6 +34,10 @@ inline U16 HighWords(U8 v) { return U16(vzip2q_u8(vdupq_n_u8(0), uint8x16_t(v)))
 
 /// Puts two parts together again, signed values clamped to 0..255.
 inline U8 ClampJoin(I16 low, I16 high) { return U8(vqmovun_high_s16(vqmovun_s16(int16x8_t(low)), int16x8_t(high))); }
+/// The same, clamped to -128..127.
+inline U8 ClampJoinSigned(I16 low, I16 high) {
+  return U8(vqmovn_high_s16(vqmovn_s16(int16x8_t(low)), int16x8_t(high)));
+}
 
 /// 16 bytes each from `from`, and from every `step` bytes on.
 inline U8 LoadUnits(const std::uint8_t* from, std::size_t /*step*/) { return Load(from); }
@@ -80,6 +84,9 @@ inline I32 MultiplyAdd(I16 a, I16 b) {
 
 /// Words of two vectors, clamped to 16 bits.
 inline I16 ClampPack(I32 low, I32 high) { return I16(vqmovn_high_s32(vqmovn_s32(int32x4_t(low)), int32x4_t(high))); }
+
+/// The sums of neighbours, which must fit words, in the order of `ClampPack`.
+inline I16 PairSums(I16 low, I16 high) { return I16(vpaddq_s16(int16x8_t(low), int16x8_t(high))); }
 
 /// Likewise clamped to 0..65535.
 inline U16 ClampPackUp(I32 low, I32 high) {

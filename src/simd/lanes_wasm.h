@@ -27,6 +27,8 @@ inline U16 HighWords(U8 v) {
 
 /// Puts two parts together again, signed values clamped to 0..255.
 inline U8 ClampJoin(I16 low, I16 high) { return U8(wasm_u8x16_narrow_i16x8(v128_t(low), v128_t(high))); }
+/// The same, clamped to -128..127.
+inline U8 ClampJoinSigned(I16 low, I16 high) { return U8(wasm_i8x16_narrow_i16x8(v128_t(low), v128_t(high))); }
 
 /// The index of a byte that becomes 0, for `ShuffleUnits`.
 inline constexpr std::uint8_t kNoByte = 0x80;
@@ -74,6 +76,9 @@ inline I32 MultiplyAdd(I16 a, I16 b) { return I32(wasm_i32x4_dot_i16x8(v128_t(a)
 
 /// Words of two vectors, clamped to 16 bits.
 inline I16 ClampPack(I32 low, I32 high) { return I16(wasm_i16x8_narrow_i32x4(v128_t(low), v128_t(high))); }
+
+/// The sums of neighbours, which must fit words, in the order of `ClampPack`.
+inline I16 PairSums(I16 low, I16 high) { return ClampPack(MultiplyAdd(low, I16{} + 1), MultiplyAdd(high, I16{} + 1)); }
 
 /// Likewise clamped to 0..65535.
 inline U16 ClampPackUp(I32 low, I32 high) { return U16(wasm_u16x8_narrow_i32x4(v128_t(low), v128_t(high))); }

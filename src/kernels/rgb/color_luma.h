@@ -61,23 +61,25 @@ struct LumaOfFourBytes : ColorSamples<Group_, 1> {
 #if LM_LANES
   template <class Reader>
   static U8 Block(const Reader& read, Of<std::uint8_t>) {
-    return JoinFours(Words(ClampPack(Part(read, 0), Part(read, 1))), Words(ClampPack(Part(read, 2), Part(read, 3))));
+    const I16 first = PairSums(Part(read, 0), Part(read, 1)), second = PairSums(Part(read, 2), Part(read, 3));
+    // These products divide by 256 and round at once.
+    const U8 joined = ClampJoinSigned(MultiplyRounded(first, 128), MultiplyRounded(second, 128));
+    return CollectFours(Signed(joined));
   }
 
  private:
   // Products are of signed bytes, so 128 is subtracted from each: the sum is 32768 too small, as the weights sum to
-  // 256.
+  // 256, and its 256th is a signed byte again.
   template <class Reader>
-  static I32 Part(const Reader& read, std::size_t part) {
+  static I16 Part(const Reader& read, std::size_t part) {
     static_assert(Group_::kSamples == 4 && Group_::kAt[1][0] == 1);
     constexpr LumaWeights kWeights{};
     constexpr bool kRedIsFirst = Group_::kAt[0][0] == 0;
     constexpr std::uint32_t kFirst = kRedIsFirst ? kWeights.red : kWeights.blue;
     constexpr std::uint32_t kThird = kRedIsFirst ? kWeights.blue : kWeights.red;
     const U32 factors = U32{} + (kFirst | std::uint32_t{kGreenWeight} << 8 | kThird << 16);
-    return MultiplyAdd(MultiplyAddBytes(Signed(read(0, part * kLanes)), U16(factors)), I16{} + 1);
+    return MultiplyAddBytes(Signed(read(0, part * kLanes)), U16(factors));
   }
-  static I16 Words(I16 sums) { return I16((U16(sums) + std::uint16_t{32768 + kLumaHalf}) >> 8); }
 #endif
 };
 
