@@ -180,7 +180,7 @@ void StoreDecodedRun(const Channels<Sample>& channels, const StripSteps<Sample>&
   const LineRun run{target.run->lines, step, target.run->target};
   TargetLine out = target;
   out.run = &run;
-  steps.writer.store.template Of<Sample>().Active()(channels, steps.tables, count, out, 0);
+  StorePixels(channels, steps, count, out, 0, KernelChoice::kActive);
 }
 
 template <class Sample>
@@ -197,7 +197,7 @@ template <class Sample>
 void ConvertAtOnce(const StripSteps<Sample>& steps, const SourceLines& in, std::size_t count,
                    const TargetLine& target) {
   if (sizeof(Sample) == 2 && HasChannels(steps, in, target)) {
-    return StoreDecodedRun(ChannelsIn<Sample>(in, 0), steps, count, target, target.run->source);
+    return StorePixels(ChannelsIn<Sample>(in, 0), steps, count, target, 0, KernelChoice::kActive);
   }
   const std::size_t step = StepInStrip(count) * sizeof(Sample);
   const LineRun decoded{target.run->lines, target.run->source, step};

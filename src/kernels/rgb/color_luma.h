@@ -69,7 +69,7 @@ struct LumaOfFourBytes : ColorSamples<Group_, 1> {
 
  private:
   // Products are of signed bytes, so 128 is subtracted from each: the sum is 32768 too small, as the weights sum to
-  // 256, and its 256th is a signed byte again.
+  // 256. Divided by 256 it is a signed byte again.
   template <class Reader>
   static I16 Part(const Reader& read, std::size_t part) {
     static_assert(Group_::kSamples == 4 && Group_::kAt[1][0] == 1);
